@@ -1,0 +1,34 @@
+# Shared by scripts/play and scripts/test: installs what the build needs, then builds.
+set -euo pipefail
+
+ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+
+# Debian 12 / Ubuntu package names. fonts-dejavu-core gives the card labels their face.
+FJOLK_PACKAGES=(cmake ninja-build g++ pkg-config qt6-base-dev libsqlite3-dev
+                libgl-dev fonts-dejavu-core sqlite3)
+
+install_missing() {
+    local missing=()
+    for package in "$@"; do
+        if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed'; then
+            missing+=("$package")
+        fi
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+    echo "Installing ${missing[*]}" >&2
+    local sudo=()
+    [ "$(id -u)" -ne 0 ] && sudo=(sudo)
+    "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -qq
+    "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
+        "${missing[@]}" >&2
+}
+
+# build FOLDER [cmake options...]: configures once, then builds incrementally.
+build() {
+    local folder="$1"
+    shift
+    if [ ! -f "$folder/build.ninja" ]; then
+        cmake -S "$ROOT" -B "$folder" -G Ninja "$@"
+    fi
+    cmake --build "$folder" --parallel "$(nproc)"
+}

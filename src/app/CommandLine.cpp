@@ -1,0 +1,82 @@
+#include "app/CommandLine.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+
+namespace {
+
+// Parsed before the application object exists, the parser cannot know our name itself.
+QString HelpText(const QCommandLineParser& parser) {
+    return parser.helpText().replace(QStringLiteral("<executable_name>"),
+                                     QStringLiteral("fjolkpatience"));
+}
+
+CommandLine Fail(const QString& why, const QCommandLineParser& parser) {
+    CommandLine result;
+    result.outcome = CommandLine::Outcome::Exit;
+    result.exitCode = 2;
+    result.message = QStringLiteral("fjolkpatience: %1\n\n%2").arg(why, HelpText(parser));
+    return result;
+}
+
+} // namespace
+
+CommandLine ParseCommandLine(const QStringList& arguments) {
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Fjolks Patience 2.0: twelve patience card games with hiscore tables."));
+    QCommandLineOption helpOption({QStringLiteral("h"), QStringLiteral("help")},
+                                  QStringLiteral("Show this help and exit."));
+    QCommandLineOption versionOption({QStringLiteral("v"), QStringLiteral("version")},
+                                     QStringLiteral("Show the version and exit."));
+    QCommandLineOption seedOption(
+        QStringLiteral("seed"),
+        QStringLiteral("Shuffle with random numbers seeded by N instead of the current time, "
+                       "so that a deal can be played again exactly."),
+        QStringLiteral("N"));
+    QCommandLineOption dataDirOption(
+        QStringLiteral("data-dir"),
+        QStringLiteral("Keep window frames, player name and hiscores in DIR instead of the "
+                       "user's data folder."),
+        QStringLiteral("DIR"));
+    parser.addOption(helpOption);
+    parser.addOption(versionOption);
+    parser.addOption(seedOption);
+    parser.addOption(dataDirOption);
+
+    if (!parser.parse(arguments))
+        return Fail(parser.errorText(), parser);
+    if (!parser.positionalArguments().isEmpty())
+        return Fail(QStringLiteral("unexpected argument '%1'")
+                        .arg(parser.positionalArguments().constFirst()),
+                    parser);
+
+    CommandLine result;
+    if (parser.isSet(helpOption)) {
+        result.outcome = CommandLine::Outcome::Exit;
+        result.message = HelpText(parser);
+        return result;
+    }
+    if (parser.isSet(versionOption)) {
+        result.outcome = CommandLine::Outcome::Exit;
+        result.message = QStringLiteral("Fjolks Patience %1\n").arg(QStringLiteral(FJOLK_VERSION));
+        return result;
+    }
+    if (parser.isSet(seedOption)) {
+        bool ok = false;
+        uint seed = parser.value(seedOption).toUInt(&ok);
+        if (!ok)
+            return Fail(QStringLiteral("--seed wants a whole number from 0 to 4294967295, "
+                                       "not '%1'")
+                            .arg(parser.value(seedOption)),
+                        parser);
+        result.seed = seed;
+    }
+    if (parser.isSet(dataDirOption)) {
+        QString folder = parser.value(dataDirOption);
+        if (folder.isEmpty())
+            return Fail(QStringLiteral("--data-dir wants a folder name"), parser);
+        result.dataDirectory = folder.toStdString();
+    }
+    return result;
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QStringList>
+
+#include <optional>
+#include <string>
+
+// What the player asked for on the command line.
+struct CommandLine {
+    std::optional<unsigned> seed;
+    std::string dataDirectory;
+
+    enum class Outcome { Run, Exit };
+    Outcome outcome = Outcome::Run;
+    int exitCode = 0;
+    // Text for standard output (help, version) or, with a non-zero exit code, for stderr.
+    QString message;
+};
+
+// Parses the arguments (the program name first). Bad values ask to exit with code 2.
+CommandLine ParseCommandLine(const QStringList& arguments);

@@ -1,0 +1,374 @@
+#include "platform/AttributeStore.h"
+#include "platform/Geometry.h"
+#include "platform/QtGeometry.h"
+#include "platform/SystemTime.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sqlite3.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+
+namespace {
+
+std::string Folder(const QTemporaryDir& dir) {
+    return dir.path().toStdString();
+}
+
+std::vector<std::string> FilesIn(const std::string& folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+// Captures what the code under test writes to stderr.
+class StderrCapture {
+public:
+    StderrCapture() : file(std::tmpfile()) {
+        std::fflush(stderr);
+        saved = dup(fileno(stderr));
+        dup2(fileno(file), fileno(stderr));
+    }
+    ~StderrCapture() {
+        Restore();
+        std::fclose(file);
+    }
+    std::string Text() {
+        Restore();
+        std::string text;
+        std::rewind(file);
+        char buffer[512];
+        size_t n;
+        while ((n = std::fread(buffer, 1, sizeof buffer, file)) > 0)
+            text.append(buffer, n);
+        return text;
+    }
+
+private:
+    void Restore() {
+        if (saved < 0)
+            return;
+        std::fflush(stderr);
+        dup2(saved, fileno(stderr));
+        close(saved);
+        saved = -1;
+    }
+    std::FILE* file;
+    int saved = -1;
+};
+
+const std::array<char, 20> kNamn = {'E', 'v', 'a', ' ', ' ', ' ', ' ', ' ', ' ', ' ',
+                                    ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', 0};
+
+} // namespace
+
+class PlatformTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void rektangelMattOchKanter() {
+        BRect r(10.5f, 20, 50.9f, 80);
+        QCOMPARE(r.Width(), 50.9f - 10.5f);
+        QCOMPARE(r.Height(), 60.0f);
+        QCOMPARE(r.IntegerWidth(), 40);
+        QCOMPARE(r.IntegerHeight(), 60);
+        QVERIFY(r.Contains(BPoint(10.5f, 20)));
+        QVERIFY(r.Contains(BPoint(50.9f, 80)));
+        QVERIFY(!r.Contains(BPoint(51, 80)));
+        QVERIFY(!r.Contains(BPoint(30, 19.99f)));
+        QVERIFY(r.Contains(BRect(10.5f, 20, 50.9f, 80)));
+        QVERIFY(!r.Contains(BRect(10, 20, 50, 80)));
+        QVERIFY(!BRect().IsValid());
+    }
+
+    void rektangelFlyttasOchKrymps() {
+        BRect r(0, 0, 100, 50);
+        r.InsetBy(10, 5);
+        QCOMPARE(r, BRect(10, 5, 90, 45));
+        r.OffsetBy(-10, 15);
+        QCOMPARE(r, BRect(0, 20, 80, 60));
+        r.OffsetTo(3, 4);
+        QCOMPARE(r, BRect(3, 4, 83, 44));
+    }
+
+    void rektanglarSnittOchUnion() {
+        BRect a(0, 0, 10, 10);
+        BRect b(5, 5, 20, 20);
+        QCOMPARE(a & b, BRect(5, 5, 10, 10));
+        QCOMPARE(a | b, BRect(0, 0, 20, 20));
+        QVERIFY(a.Intersects(b));
+        QVERIFY(BRect(0, 0, 10, 10).Intersects(BRect(10, 10, 12, 12)));
+        QVERIFY(!(a & BRect(11, 0, 12, 10)).IsValid());
+        QVERIFY(!a.Intersects(BRect(11, 0, 12, 10)));
+    }
+
+    void qtRektangelTackerAllaKantpunkter() {
+        // Inclusive edges: (0, 0, 43, 82) covers 44 × 83 pixels.
+        QRect q = ToQRect(BRect(0, 0, 43, 82));
+        QCOMPARE(q, QRect(0, 0, 44, 83));
+        QCOMPARE(ToQRect(BRect(1.9f, 2.9f, 10.9f, 20.9f)), QRect(QPoint(1, 2), QPoint(10, 20)));
+        QCOMPARE(ToBRect(QRect(3, 4, 10, 20)), BRect(3, 4, 12, 23));
+        QCOMPARE(ToQPoint(BPoint(5.7f, -2.2f)), QPoint(5, -2));
+        QCOMPARE(ToBPoint(QPointF(5.5, 6.5)), BPoint(5.5f, 6.5f));
+    }
+
+    void systemTimeGarFramatISnooze() {
+        bigtime_t fore = system_time();
+        snooze(20000);
+        bigtime_t efter = system_time();
+        QVERIFY(efter - fore >= 20000);
+    }
+
+    void typkoderArFyraTecken() {
+        QCOMPARE(B_RECT_TYPE, type_code(0x52454354));
+        QCOMPARE(B_RAW_TYPE, type_code(0x52415754));
+    }
+
+    void attributSkrivsOchLasesHelt() {
+        QTemporaryDir dir;
+        AttributeStore store(Folder(dir));
+        QCOMPARE(store.InitCheck(), B_OK);
+        BRect ram(10, 20, 650, 420);
+        QCOMPARE(store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &ram, sizeof ram),
+                 ssize_t(16));
+        QCOMPARE(store.Sync(), B_OK);
+        BRect last;
+        QCOMPARE(store.ReadAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &last, sizeof last),
+                 ssize_t(16));
+        QCOMPARE(last, ram);
+
+        // Another run of the program finds it again.
+        AttributeStore nasta(Folder(dir));
+        BRect igen;
+        QCOMPARE(nasta.ReadAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &igen, sizeof igen),
+                 ssize_t(16));
+        QCOMPARE(igen, ram);
+    }
+
+    void saknatAttributArEntryNotFound() {
+        QTemporaryDir dir;
+        AttributeStore store(Folder(dir));
+        std::array<char, 20> namn{};
+        QCOMPARE(store.ReadAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, namn.data(), 20),
+                 ssize_t(B_ENTRY_NOT_FOUND));
+        QCOMPARE(store.RemoveAttr("FJOLK:PlayerName"), B_ENTRY_NOT_FOUND);
+    }
+
+    void felTypkodEllerStorlekRaknasSomSaknat() {
+        QTemporaryDir dir;
+        AttributeStore store(Folder(dir));
+        QCOMPARE(store.WriteAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, kNamn.data(), 20), ssize_t(20));
+        std::array<char, 20> namn{};
+        QCOMPARE(store.ReadAttr("FJOLK:PlayerName", B_RECT_TYPE, 0, namn.data(), 20),
+                 ssize_t(B_ENTRY_NOT_FOUND));
+        QCOMPARE(store.ReadAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, namn.data(), 16),
+                 ssize_t(B_ENTRY_NOT_FOUND));
+        std::array<char, 24> storre{};
+        QCOMPARE(store.ReadAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, storre.data(), 24),
+                 ssize_t(B_ENTRY_NOT_FOUND));
+        QCOMPARE(store.ReadAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, namn.data(), 20), ssize_t(20));
+        QCOMPARE(namn, kNamn);
+    }
+
+    void taBortAttributTarBaraDet() {
+        QTemporaryDir dir;
+        AttributeStore store(Folder(dir));
+        BRect ram(1, 2, 3, 4);
+        store.WriteAttr("FJOLK:SpelWinNr0", B_RECT_TYPE, 0, &ram, 16);
+        store.WriteAttr("FJOLK:SpelWinNr2", B_RECT_TYPE, 0, &ram, 16);
+        QCOMPARE(store.RemoveAttr("FJOLK:SpelWinNr0"), B_OK);
+        BRect last;
+        QCOMPARE(store.ReadAttr("FJOLK:SpelWinNr0", B_RECT_TYPE, 0, &last, 16),
+                 ssize_t(B_ENTRY_NOT_FOUND));
+        QCOMPARE(store.ReadAttr("FJOLK:SpelWinNr2", B_RECT_TYPE, 0, &last, 16), ssize_t(16));
+    }
+
+    void enRadPerAttributSomSqliteVisar() {
+        QTemporaryDir dir;
+        {
+            AttributeStore store(Folder(dir));
+            BRect ram(1, 2, 3, 4);
+            store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &ram, 16);
+            store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &ram, 16);
+            store.WriteAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, kNamn.data(), 20);
+        }
+        sqlite3* db = nullptr;
+        std::string path = Folder(dir) + "/fjolk.db";
+        QCOMPARE(sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READONLY, nullptr), SQLITE_OK);
+        sqlite3_stmt* st = nullptr;
+        sqlite3_prepare_v2(db, "SELECT name, type, length(value) FROM attributes ORDER BY name", -1,
+                           &st, nullptr);
+        QCOMPARE(sqlite3_step(st), SQLITE_ROW);
+        QCOMPARE(QByteArray(reinterpret_cast<const char*>(sqlite3_column_text(st, 0))),
+                 QByteArray("FJOLK:FirstWindow"));
+        QCOMPARE(QByteArray(reinterpret_cast<const char*>(sqlite3_column_text(st, 1))),
+                 QByteArray("RECT"));
+        QCOMPARE(sqlite3_column_int(st, 2), 16);
+        QCOMPARE(sqlite3_step(st), SQLITE_ROW);
+        QCOMPARE(QByteArray(reinterpret_cast<const char*>(sqlite3_column_text(st, 1))),
+                 QByteArray("RAWT"));
+        QCOMPARE(sqlite3_column_int(st, 2), 20);
+        QCOMPARE(sqlite3_step(st), SQLITE_DONE);
+        sqlite3_finalize(st);
+        sqlite3_close(db);
+    }
+
+    void skadadDatabasFlyttasUndanOchEnNyBorjar() {
+        QTemporaryDir dir;
+        std::string path = Folder(dir) + "/fjolk.db";
+        QByteArray skrap(4096, 'x');
+        {
+            QFile f(QString::fromStdString(path));
+            QVERIFY(f.open(QIODevice::WriteOnly));
+            f.write(skrap);
+        }
+        StderrCapture err;
+        AttributeStore store(Folder(dir));
+        std::string text = err.Text();
+        QCOMPARE(store.InitCheck(), B_OK);
+        QVERIFY2(text.find("fjolk.db") != std::string::npos, text.c_str());
+        QVERIFY2(text.find("kept as") != std::string::npos, text.c_str());
+        auto names = FilesIn(Folder(dir));
+        auto aside = std::find_if(names.begin(), names.end(), [](const std::string& n) {
+            return n.rfind("fjolk.db.damaged-", 0) == 0;
+        });
+        QVERIFY(aside != names.end());
+        QFile kvar(QString::fromStdString(Folder(dir) + "/" + *aside));
+        QVERIFY(kvar.open(QIODevice::ReadOnly));
+        QCOMPARE(kvar.readAll(), skrap);
+        BRect ram(1, 2, 3, 4);
+        QCOMPARE(store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &ram, 16), ssize_t(16));
+    }
+
+    void annanProgramsDatabasLamnasOrord() {
+        QTemporaryDir dir;
+        std::string path = Folder(dir) + "/fjolk.db";
+        sqlite3* db = nullptr;
+        QCOMPARE(sqlite3_open(path.c_str(), &db), SQLITE_OK);
+        QCOMPARE(sqlite3_exec(db, "CREATE TABLE notes(t TEXT); INSERT INTO notes VALUES('mine');",
+                              nullptr, nullptr, nullptr),
+                 SQLITE_OK);
+        sqlite3_close(db);
+
+        StderrCapture err;
+        AttributeStore store(Folder(dir));
+        std::string text = err.Text();
+        QCOMPARE(store.InitCheck(), B_OK);
+        QVERIFY2(text.find("another program") != std::string::npos, text.c_str());
+        auto names = FilesIn(Folder(dir));
+        auto aside = std::find_if(names.begin(), names.end(), [](const std::string& n) {
+            return n.rfind("fjolk.db.damaged-", 0) == 0 && !n.ends_with("-wal") &&
+                   !n.ends_with("-shm");
+        });
+        QVERIFY(aside != names.end());
+        QCOMPARE(sqlite3_open_v2((Folder(dir) + "/" + *aside).c_str(), &db, SQLITE_OPEN_READONLY,
+                                 nullptr),
+                 SQLITE_OK);
+        sqlite3_stmt* st = nullptr;
+        sqlite3_prepare_v2(db, "SELECT t FROM notes", -1, &st, nullptr);
+        QCOMPARE(sqlite3_step(st), SQLITE_ROW);
+        QCOMPARE(QByteArray(reinterpret_cast<const char*>(sqlite3_column_text(st, 0))),
+                 QByteArray("mine"));
+        sqlite3_finalize(st);
+        sqlite3_close(db);
+    }
+
+    // Root may write anywhere, so the check runs as the unprivileged user "nobody" then.
+    void skrivskyddadMappGerStandardvardenOchEttMeddelande() {
+        QTemporaryDir dir;
+        std::string folder = Folder(dir) + "/readonly";
+        std::filesystem::create_directory(folder);
+        chmod(Folder(dir).c_str(), 0755);
+        chmod(folder.c_str(), 0555);
+        std::string errFile = Folder(dir) + "/stderr.txt";
+        std::fclose(std::fopen(errFile.c_str(), "w"));
+        chmod(errFile.c_str(), 0666);
+        pid_t child = fork();
+        if (child == 0) {
+            if (geteuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0))
+                _exit(10);
+            if (!std::freopen(errFile.c_str(), "w", stderr))
+                _exit(11);
+            AttributeStore store(folder);
+            BRect ram(1, 2, 3, 4);
+            bool defaults =
+                store.InitCheck() == B_NO_INIT &&
+                store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &ram, 16) == B_NO_INIT;
+            std::fflush(stderr);
+            _exit(defaults ? 0 : 1);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        chmod(folder.c_str(), 0755);
+        QVERIFY(WIFEXITED(status));
+        QCOMPARE(WEXITSTATUS(status), 0);
+        QFile err(QString::fromStdString(errFile));
+        QVERIFY(err.open(QIODevice::ReadOnly));
+        QByteArray text = err.readAll();
+        QVERIFY2(text.contains("nothing will be saved"), text.constData());
+        QCOMPARE(text.count('\n'), 1);
+        QVERIFY(FilesIn(folder).empty());
+    }
+
+    void mappSomInteKanSkapasGerStandardvarden() {
+        QTemporaryDir dir;
+        QFile blocker(dir.filePath(QStringLiteral("file")));
+        QVERIFY(blocker.open(QIODevice::WriteOnly));
+        blocker.close();
+        std::string folder = Folder(dir) + "/file/data";
+        StderrCapture err;
+        AttributeStore store(folder);
+        std::string text = err.Text();
+        QCOMPARE(store.InitCheck(), B_NO_INIT);
+        QVERIFY2(text.find("nothing will be saved") != std::string::npos, text.c_str());
+        QCOMPARE(std::count(text.begin(), text.end(), '\n'), 1);
+        BRect ram(1, 2, 3, 4);
+        QCOMPARE(store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &ram, 16),
+                 ssize_t(B_NO_INIT));
+        QCOMPARE(store.ReadAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &ram, 16), ssize_t(B_NO_INIT));
+        QVERIFY(!std::filesystem::exists(folder));
+    }
+
+    void exclusiveSamlarLasOchSkrivITransaktion() {
+        QTemporaryDir dir;
+        AttributeStore a(Folder(dir));
+        AttributeStore b(Folder(dir));
+        int32_t noll = 0;
+        a.WriteAttr("counter", B_RAW_TYPE, 0, &noll, 4);
+        for (int i = 0; i < 50; ++i) {
+            for (AttributeStore* store : {&a, &b}) {
+                store->Exclusive([&] {
+                    int32_t n = 0;
+                    store->ReadAttr("counter", B_RAW_TYPE, 0, &n, 4);
+                    ++n;
+                    store->WriteAttr("counter", B_RAW_TYPE, 0, &n, 4);
+                });
+            }
+        }
+        int32_t n = 0;
+        QCOMPARE(b.ReadAttr("counter", B_RAW_TYPE, 0, &n, 4), ssize_t(4));
+        QCOMPARE(n, 100);
+    }
+
+    void standardmappFoljerXdg() {
+        qputenv("XDG_DATA_HOME", "/tmp/xdg-here");
+        QCOMPARE(AttributeStore::DefaultDataDirectory(),
+                 std::string("/tmp/xdg-here/FjolksPatience"));
+        qputenv("XDG_DATA_HOME", "relative/ignored");
+        qputenv("HOME", "/home/someone");
+        QCOMPARE(AttributeStore::DefaultDataDirectory(),
+                 std::string("/home/someone/.local/share/FjolksPatience"));
+    }
+};
+
+QTEST_GUILESS_MAIN(PlatformTest)
+#include "test_platform.moc"
