@@ -8,6 +8,7 @@
 #include <cstring>
 #include <ctime>
 #include <filesystem>
+#include <memory>
 #include <string_view>
 
 namespace {
@@ -40,6 +41,11 @@ bool MakeFolder(const std::string& folder) {
 std::string& ConfiguredDataDirectory() {
     static std::string folder;
     return folder;
+}
+
+std::unique_ptr<AttributeStore>& ProgramStore() {
+    static std::unique_ptr<AttributeStore> store;
+    return store;
 }
 
 } // namespace
@@ -311,12 +317,17 @@ std::string AttributeStore::DefaultDataDirectory() {
     return base + "/FjolksPatience";
 }
 
+// A new folder takes effect at once: the next Program() opens the store there.
 void AttributeStore::SetDataDirectory(std::string folder) {
     ConfiguredDataDirectory() = std::move(folder);
+    ProgramStore().reset();
 }
 
 AttributeStore& AttributeStore::Program() {
-    static AttributeStore store(ConfiguredDataDirectory().empty() ? DefaultDataDirectory()
-                                                                  : ConfiguredDataDirectory());
-    return store;
+    std::unique_ptr<AttributeStore>& store = ProgramStore();
+    if (!store)
+        store = std::make_unique<AttributeStore>(ConfiguredDataDirectory().empty()
+                                                     ? DefaultDataDirectory()
+                                                     : ConfiguredDataDirectory());
+    return *store;
 }
