@@ -1,0 +1,255 @@
+#include "cards/KortSpel.h"
+
+#include "app/FjolkView.h"
+#include "cards/KortUtSeende.h"
+#include "platform/QtGeometry.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+QImage KortSpel::bmp;
+BPoint KortSpel::point;
+QImage KortSpel::mp_kortbitmap;
+QImage KortSpel::mp_kortsrcbitmap;
+int KortSpel::antalSpel = 0;
+
+namespace {
+
+constexpr float kHorn = 15.0f;
+
+// The table's texts (buttons, counters) in the size the play view draws with.
+QFont SpelFont() {
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPixelSize(24);
+    return font;
+}
+
+// The outline of an empty slot: a black rounded rectangle inside the slot's edges.
+QPainterPath Rundad(BRect pos, float radie) {
+    QPainterPath path;
+    QRectF r = ToQRectF(pos).adjusted(0.5, 0.5, -0.5, -0.5);
+    path.addRoundedRect(r, radie, radie);
+    return path;
+}
+
+} // namespace
+
+// The pictures are shared by every game alive and let go with the last one; a new game
+// loads the symbols afresh, as each game object always did.
+KortSpel::KortSpel() {
+    mp_kortsrcbitmap = LaddaKortSymboler();
+    symbolPos = SymbolRektanglar();
+    kortPos.reserve(52);
+    ++antalSpel;
+}
+
+KortSpel::~KortSpel() {
+    if (--antalSpel == 0) {
+        mp_kortbitmap = QImage();
+        mp_kortsrcbitmap = QImage();
+        bmp = QImage();
+    }
+}
+
+void KortSpel::KortUtSeende_A(int w, int h) {
+    KortBilder bilder = RitaKortUtSeende(Utseende::A, w, h, mp_kortsrcbitmap);
+    mp_kortbitmap = std::move(bilder.bild);
+    kortPos = std::move(bilder.kortPos);
+    baksidaPos = bilder.baksidor;
+}
+
+void KortSpel::KortUtSeende_B(int w, int h) {
+    KortBilder bilder = RitaKortUtSeende(Utseende::B, w, h, mp_kortsrcbitmap);
+    mp_kortbitmap = std::move(bilder.bild);
+    kortPos = std::move(bilder.kortPos);
+    baksidaPos = bilder.baksidor;
+}
+
+BRect KortSpel::FramsidaFor(const Kort& kort) const {
+    int index = 13 * kort.KortFarg() + kort.KortValor() - 1;
+    if (index < 0 || index >= static_cast<int>(kortPos.size()))
+        return BRect(0, 0, 0, 0);
+    return kortPos[index];
+}
+
+void KortSpel::GeKortenFramsidor(std::vector<Lucka>& luckor) const {
+    for (Lucka& lucka : luckor)
+        if (!lucka.Tom())
+            lucka.GeKort().NyPos(FramsidaFor(lucka.GeKort()));
+}
+
+// A face is w × h pixels and a slot's inclusive rectangle one more each way: the face is
+// copied one to one into the slot's top-left corner, never stretched by a pixel.
+void KortSpel::RitaKort(QPainter& p, BRect kortBild, BRect till) const {
+    p.drawImage(ToQPoint(till.LeftTop()), mp_kortbitmap, ToQRect(kortBild));
+}
+
+void KortSpel::RitaLucka(QPainter& p, const Lucka& lucka) const {
+    if (!lucka.Tom())
+        RitaKort(p, lucka.BakSida() ? baksidaPos[0] : lucka.GeKort().GePos(), lucka.GePos());
+    else if (lucka.GeKantLinje())
+        RitaKantLinje(p, lucka.GePos());
+}
+
+void KortSpel::RitaKantLinje(QPainter& p, BRect pos) {
+    p.save();
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setPen(QPen(Qt::black, 1.0));
+    p.setBrush(Qt::NoBrush);
+    p.drawPath(Rundad(pos, kHorn));
+    p.restore();
+}
+
+void KortSpel::RitaKnapp(QPainter& p, BRect pos, const char* text, rgb_color fyllning,
+                         rgb_color textFarg) {
+    p.save();
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setPen(QPen(Qt::black, 1.0));
+    p.setBrush(ToQColor(fyllning));
+    p.drawPath(Rundad(pos, 5.0f));
+    p.setPen(ToQColor(textFarg));
+    p.setFont(SpelFont());
+    p.drawText(QPointF(pos.left + 5, pos.top + 30), QString::fromUtf8(text));
+    p.restore();
+}
+
+void KortSpel::RitaRaknare(QPainter& p, BRect pos, const char* text, int varde) {
+    p.save();
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setPen(QPen(Qt::black, 1.0));
+    p.setBrush(QColor(220, 220, 220));
+    p.drawPath(Rundad(pos, 5.0f));
+    p.setFont(SpelFont());
+    p.drawText(QPointF(pos.left + 5, pos.top + 30), QString::fromUtf8(text));
+    p.drawText(QPointF(pos.right - 40, pos.top + 30), QString::number(varde));
+    p.restore();
+}
+
+void KortSpel::ByggDragBild(const std::vector<Lucka>& luckor, const std::vector<int>& valda,
+                            BPoint where) {
+    BRect ram;
+    bool forsta = true;
+    for (int i : valda) {
+        ram = forsta ? luckor[i].GePos() : (ram | luckor[i].GePos());
+        forsta = false;
+    }
+    QRect yta = ToQRect(ram);
+    bmp = QImage(yta.size(), QImage::Format_ARGB32_Premultiplied);
+    bmp.fill(Qt::transparent);
+    QPainter p(&bmp);
+    p.translate(-yta.topLeft());
+    for (int i : valda)
+        RitaLucka(p, luckor[i]);
+    p.end();
+    point = where - ram.LeftTop();
+}
+
+void KortSpel::TTAnimeraKort(FjolkView* view, int tid, bool kant) {
+    AnimeraKort(view, tid, kant, true, Flygande::Framsida);
+}
+
+void KortSpel::UUAnimeraKort(FjolkView* view, int tid, bool kant) {
+    AnimeraKort(view, tid, kant, false, Flygande::Framsida);
+}
+
+void KortSpel::XXAnimeraKort(FjolkView* view, int tid, bool kant) {
+    AnimeraKort(view, tid, kant, true, Flygande::DragBild);
+}
+
+// The flight blocks the window as the cards always did: a tight loop timed by the clock,
+// each step drawn into the off-screen frame over what the card covered before, and put
+// on the screen at once.
+void KortSpel::AnimeraKort(FjolkView* view, int tid, bool kant, bool visaUnder, Flygande vad) {
+    QImage& frame = view->OffBitmap();
+    view->RitaBakgrund(animFran);
+    {
+        QPainter p(&frame);
+        if (visaUnder && animUnderPos != BRect(0, 0, 0, 0))
+            RitaKort(p, animUnderKort, animUnderPos);
+        if (kant)
+            RitaKantLinje(p, animFran);
+    }
+    view->VisaNu(animFran);
+
+    QImage bild = vad == Flygande::DragBild
+                      ? bmp
+                      : mp_kortbitmap.copy(ToQRect(animKort));
+    QRect yta(QPoint(0, 0), bild.size());
+    QImage under(yta.size(), frame.format());
+
+    auto lagg = [&](BPoint var) {
+        QRect r = yta.translated(static_cast<int>(var.x), static_cast<int>(var.y));
+        {
+            QPainter p(&under);
+            p.setCompositionMode(QPainter::CompositionMode_Source);
+            p.drawImage(QPoint(0, 0), frame, r);
+        }
+        QPainter p(&frame);
+        p.drawImage(r.topLeft(), bild);
+        return r;
+    };
+    auto aterstall = [&](const QRect& r) {
+        QPainter p(&frame);
+        p.setCompositionMode(QPainter::CompositionMode_Source);
+        p.drawImage(r.topLeft(), under);
+    };
+
+    BPoint fran = animFran.LeftTop();
+    BPoint vag = animTill.LeftTop() - fran;
+    bigtime_t start = system_time();
+    QRect forra = lagg(fran);
+    view->VisaNu(ToBRect(forra));
+    int forraSteg = 0;
+    for (;;) {
+        bigtime_t e = system_time() - start;
+        if (e > tid)
+            break;
+        int steg = static_cast<int>(400 * e / (tid > 0 ? tid : 1));
+        if (steg == forraSteg)
+            continue;
+        forraSteg = steg;
+        aterstall(forra);
+        BPoint var(fran.x + vag.x * static_cast<float>(steg) / 400.0f,
+                   fran.y + vag.y * static_cast<float>(steg) / 400.0f);
+        QRect nu = lagg(var);
+        view->VisaNu(ToBRect(forra.united(nu)));
+        forra = nu;
+    }
+    aterstall(forra);
+    QRect sist = lagg(animTill.LeftTop());
+    view->VisaNu(ToBRect(forra.united(sist)));
+}
+
+bool Patiens::LamnatKlickRutan(BPoint press, BPoint now) const {
+    return now.x < press.x - 4 || now.x > press.x + 4 || now.y < press.y - 4 ||
+           now.y > press.y + 4;
+}
+
+Patiens::Avsikt Patiens::VantaPaAvsikt(FjolkView* view, BPoint where) const {
+    BPoint nu;
+    uint32_t knappar = 0;
+    view->GetMouse(&nu, &knappar);
+    if (knappar == 0 || nu == where)
+        return Avsikt::Klick;
+    return Avsikt::Drag;
+}
+
+void Patiens::RitaBordet() {
+    vy->Komponera(*this);
+    vy->VisaNu(vy->Bounds());
+}
+
+void Patiens::VisaNyttSpel() {
+    RitaBordet();
+    startTid = system_time();
+}
+
+void Patiens::RitaBaksidor(int forsta, int sista) {
+    {
+        QPainter p(&vy->OffBitmap());
+        for (int i = forsta; i <= sista; ++i)
+            if (!luckor[i].Tom())
+                RitaKort(p, baksidaPos[0], luckor[i].GePos());
+    }
+    vy->VisaNu(vy->Bounds());
+}

@@ -1,0 +1,133 @@
+#pragma once
+
+#include "cards/Kortlek.h"
+#include "cards/Lucka.h"
+#include "platform/Geometry.h"
+#include "platform/SystemTime.h"
+
+#include <QImage>
+
+#include <array>
+#include <utility>
+#include <vector>
+
+class FjolkView;
+class QPainter;
+
+// What every game shares for showing cards: the card-face picture (shared by all games
+// alive, rendered at the current card size), the drag image and its hot spot, the slots
+// being dragged, and the card animations.
+class KortSpel {
+public:
+    KortSpel();
+    virtual ~KortSpel();
+    KortSpel(const KortSpel&) = delete;
+    KortSpel& operator=(const KortSpel&) = delete;
+
+    // A card flies from `animFran` to `animTill` with face `animKort` in `tid` microseconds,
+    // in 400 steps along a straight line, each step put on screen at once. The start place
+    // is repainted first (background, or face `animUnderKort` at `animUnderPos`), with an
+    // empty slot's outline when `kant` is true.
+    virtual void TTAnimeraKort(FjolkView* view, int tid, bool kant);
+    // As TTAnimeraKort, but the start place always shows the background.
+    virtual void UUAnimeraKort(FjolkView* view, int tid, bool kant);
+    // As TTAnimeraKort, but what flies is the whole drag image `bmp` (a run of cards).
+    virtual void XXAnimeraKort(FjolkView* view, int tid, bool kant);
+
+    // Renders all 52 faces and the four backs at w × h: look A (symbol top left, one
+    // label) or look B (symbols and labels in two corners).
+    void KortUtSeende_A(int w, int h);
+    void KortUtSeende_B(int w, int h);
+
+    // The face rectangle of a card in the card-face picture.
+    BRect FramsidaFor(const Kort& kort) const;
+    // Gives the card in every filled slot its face rectangle.
+    void GeKortenFramsidor(std::vector<Lucka>& luckor) const;
+
+    // Drawing shared by the games, into the off-screen frame.
+    void RitaKort(QPainter& p, BRect kortBild, BRect till) const;
+    void RitaLucka(QPainter& p, const Lucka& lucka) const;
+    static void RitaKantLinje(QPainter& p, BRect pos);
+    static void RitaKnapp(QPainter& p, BRect pos, const char* text, rgb_color fyllning,
+                          rgb_color textFarg);
+    static void RitaRaknare(QPainter& p, BRect pos, const char* text, int varde);
+    // The drag image: the given slots' cards, laid where they lie, cut to their union.
+    void ByggDragBild(const std::vector<Lucka>& luckor, const std::vector<int>& valda,
+                      BPoint where);
+
+    // Class-wide: the drag image and its hot spot, the card faces, the suit symbols.
+    static QImage bmp;
+    static BPoint point;
+    static QImage mp_kortbitmap;
+    static QImage mp_kortsrcbitmap;
+    // How many game objects share the pictures above.
+    static int antalSpel;
+
+    std::vector<int> valdaLuckor;
+    BRect animUnderPos = BRect(0, 0, 0, 0);
+    BRect animUnderKort = BRect(0, 0, 0, 0);
+    BRect animTill = BRect(0, 0, 0, 0);
+    BRect animFran = BRect(0, 0, 0, 0);
+    BRect animKort = BRect(0, 0, 0, 0);
+    bool animera = false;
+    std::array<BRect, 4> symbolPos;
+    std::vector<BRect> kortPos;
+    std::array<BRect, 4> baksidaPos;
+
+private:
+    enum class Flygande { Framsida, DragBild };
+    void AnimeraKort(FjolkView* view, int tid, bool kant, bool visaUnder, Flygande vad);
+};
+
+// The interface through which the window and the play view drive whichever game is
+// current, and the state every game has: its table of slots, deck, undo records and the
+// moment it was dealt.
+class Patiens : public KortSpel {
+public:
+    Patiens() = default;
+    ~Patiens() override = default;
+
+    virtual void NyttSpel(BRect bounds) = 0;
+    virtual bool KlarSpel() = 0;
+    virtual void RitaSpel(QPainter& offView) = 0;
+    virtual void DelaUtKort() = 0;
+    virtual void BlandaKort() = 0;
+    virtual void OmRaknaLuckaKort(BRect bounds) = 0;
+    virtual bool FlyttaKort(FjolkView* view, BPoint where) = 0;
+    virtual void Drop(FjolkView* view, int target) = 0;
+    virtual void SpelKnapp(BPoint where) = 0;
+    virtual void NyttForsok() = 0;
+    virtual int Undo() = 0;
+    virtual bool Has_Undos() = 0;
+    virtual int AddHiscore() = 0;
+
+    // Whether the pointer, pressed at `press`, has left the square inside which a release
+    // is still a click. Most games allow 4 pixels each way.
+    virtual bool LamnatKlickRutan(BPoint press, BPoint now) const;
+
+    // The game's number (0..11): its hiscore table and remembered window frame.
+    virtual int SpelNummer() const = 0;
+
+    const std::vector<Lucka>& Luckor() const { return luckor; }
+    const std::vector<std::pair<int, int>>& UndoLista() const { return undoLista; }
+    bigtime_t StartTid() const { return startTid; }
+
+protected:
+    // The player's intention after a press, read from the mouse as the view resolved it.
+    enum class Avsikt { Klick, Drag };
+    Avsikt VantaPaAvsikt(FjolkView* view, BPoint where) const;
+
+    // Draws the whole table through the off-screen frame and shows it.
+    void RitaBordet();
+    // The common end of every NyttSpel: the table drawn through the off-screen frame
+    // and shown, and the clock started.
+    void VisaNyttSpel();
+    // Shows the stock (or any slots) face down in the off-screen frame before a deal.
+    void RitaBaksidor(int forsta, int sista);
+
+    Kortlek kortlek;
+    bigtime_t startTid = 0;
+    std::vector<Lucka> luckor;
+    std::vector<std::pair<int, int>> undoLista;
+    FjolkView* vy = nullptr;
+};

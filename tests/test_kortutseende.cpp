@@ -1,0 +1,112 @@
+#include "cards/KortUtSeende.h"
+#include "platform/QtGeometry.h"
+
+#include <QGuiApplication>
+#include <QTest>
+
+#include <cstdlib>
+
+namespace {
+
+bool SammaPixlar(const QImage& a, const QImage& b, BRect r) {
+    QRect q = ToQRect(r);
+    return a.copy(q) == b.copy(q);
+}
+
+bool HarFarg(const QImage& bild, BRect r, bool rod) {
+    QRect q = ToQRect(r);
+    for (int y = q.top(); y <= q.bottom(); ++y)
+        for (int x = q.left(); x <= q.right(); ++x) {
+            QRgb p = bild.pixel(x, y);
+            if (qAlpha(p) < 255)
+                continue;
+            if (rod && qRed(p) > 200 && qGreen(p) < 60 && qBlue(p) < 60)
+                return true;
+            if (!rod && qRed(p) < 40 && qGreen(p) < 40 && qBlue(p) < 40)
+                return true;
+        }
+    return false;
+}
+
+} // namespace
+
+class KortUtSeendeTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void bildensRamOchKungenAvFarg3() {
+        KortBilder b = RitaKortUtSeende(Utseende::A, 44, 83, LaddaKortSymboler());
+        QCOMPARE(b.ram, BRect(0, 0, 621, 337));
+        QCOMPARE(b.bild.size(), QSize(622, 338));
+        QCOMPARE(b.kortPos[51], BRect(529, 250, 572, 332));
+    }
+
+    void femtiotvaRektanglarIOrdning() {
+        for (auto [w, h] : {std::pair{44, 83}, std::pair{120, 170}}) {
+            for (Utseende u : {Utseende::A, Utseende::B}) {
+                KortBilder b = RitaKortUtSeende(u, w, h, LaddaKortSymboler());
+                QCOMPARE(int(b.kortPos.size()), 52);
+                for (int s = 0; s < 4; ++s)
+                    for (int v = 0; v < 13; ++v)
+                        QCOMPARE(b.kortPos[13 * s + v],
+                                 BRect(v * w + 1, s * h + 1, v * w + w, (s + 1) * h));
+                for (int i = 0; i < 4; ++i)
+                    QCOMPARE(b.baksidor[i], BRect(13 * w + 1, i * h + 1, 13 * w + w, (i + 1) * h));
+            }
+        }
+    }
+
+    void sammaFramsidorMenNyaBaksidorAndraGangen() {
+        QImage symboler = LaddaKortSymboler();
+        std::srand(5);
+        KortBilder forsta = RitaKortUtSeende(Utseende::B, 44, 83, symboler);
+        KortBilder andra = RitaKortUtSeende(Utseende::B, 44, 83, symboler);
+        for (const BRect& r : forsta.kortPos)
+            QVERIFY(SammaPixlar(forsta.bild, andra.bild, r));
+        QVERIFY(!SammaPixlar(forsta.bild, andra.bild, forsta.baksidor[0]));
+    }
+
+    void bildenBorjarGenomskinligOchKortenArGra() {
+        KortBilder b = RitaKortUtSeende(Utseende::A, 60, 100, LaddaKortSymboler());
+        QCOMPARE(qAlpha(b.bild.pixel(0, 0)), 0);
+        QCOMPARE(qAlpha(b.bild.pixel(b.bild.width() - 1, b.bild.height() - 1)), 0);
+        // The middle of the ace of hearts, clear of symbol and label.
+        QCOMPARE(QColor(b.bild.pixel(30, 60)), QColor(220, 220, 220));
+    }
+
+    void symbolOchEtikettISinaHorn() {
+        QImage symboler = LaddaKortSymboler();
+        KortBilder a = RitaKortUtSeende(Utseende::A, 60, 100, symboler);
+        KortBilder b = RitaKortUtSeende(Utseende::B, 60, 100, symboler);
+        // Look A: the heart top left; look B: top right and bottom left, not top left.
+        QVERIFY(HarFarg(a.bild, BRect(5, 5, 30, 35), true));
+        QVERIFY(!HarFarg(b.bild, BRect(44, 44, 52, 52), true));
+        QVERIFY(HarFarg(b.bild, BRect(30, 5, 58, 35), true));
+        QVERIFY(HarFarg(b.bild, BRect(5, 65, 30, 95), true));
+        // Clubs (row 2) are black in both corners of look B.
+        QVERIFY(HarFarg(b.bild, BRect(30, 205, 58, 235), false));
+        // The labels: red on the hearts' bottom right, black on the spades'.
+        QVERIFY(HarFarg(a.bild, BRect(30, 70, 59, 95), true));
+        QVERIFY(HarFarg(a.bild, BRect(30, 370, 59, 395), false));
+    }
+
+    void randDrasTreGangerPerRandOchBaksida() {
+        QImage symboler = LaddaKortSymboler();
+        std::srand(1);
+        RitaKortUtSeende(Utseende::A, 44, 83, symboler);
+        int efter = std::rand();
+        std::srand(1);
+        for (int i = 0; i < 4 * (44 / 5) * 3; ++i)
+            std::rand();
+        QCOMPARE(std::rand(), efter);
+    }
+
+    void utanSymbolbildRitasKortenAnda() {
+        KortBilder b = RitaKortUtSeende(Utseende::B, 44, 83, QImage());
+        QCOMPARE(int(b.kortPos.size()), 52);
+        QCOMPARE(QColor(b.bild.pixel(22, 41)), QColor(220, 220, 220));
+    }
+};
+
+QTEST_MAIN(KortUtSeendeTest)
+#include "test_kortutseende.moc"
