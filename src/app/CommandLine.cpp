@@ -39,10 +39,25 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
         QStringLiteral("Keep window frames, player name and hiscores in DIR instead of the "
                        "user's data folder."),
         QStringLiteral("DIR"));
+    QCommandLineOption gameOption(QStringLiteral("game"),
+                                  QStringLiteral("Deal game N (0 to 11) at once."),
+                                  QStringLiteral("N"));
+    QCommandLineOption sizeOption(QStringLiteral("size"),
+                                  QStringLiteral("The table's size for --snapshot, e.g. 640x480 "
+                                                 "(at most 1280x1024)."),
+                                  QStringLiteral("WxH"));
+    QCommandLineOption snapshotOption(
+        QStringLiteral("snapshot"),
+        QStringLiteral("Deal the game of --game, draw the table without a display and write "
+                       "it to FILE as a PNG picture, then exit."),
+        QStringLiteral("FILE"));
     parser.addOption(helpOption);
     parser.addOption(versionOption);
     parser.addOption(seedOption);
     parser.addOption(dataDirOption);
+    parser.addOption(gameOption);
+    parser.addOption(sizeOption);
+    parser.addOption(snapshotOption);
 
     if (!parser.parse(arguments))
         return Fail(parser.errorText(), parser);
@@ -77,6 +92,64 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
         if (folder.isEmpty())
             return Fail(QStringLiteral("--data-dir wants a folder name"), parser);
         result.dataDirectory = folder.toStdString();
+    }
+    if (parser.isSet(gameOption)) {
+        bool ok = false;
+        int game = parser.value(gameOption).toInt(&ok);
+        if (!ok || game < 0 || game > 11)
+            return Fail(QStringLiteral("--game wants a game number from 0 to 11, not '%1'")
+                            .arg(parser.value(gameOption)),
+                        parser);
+        result.game = game;
+    }
+    if (parser.isSet(sizeOption)) {
+        QStringList parts = parser.value(sizeOption).split(QLatin1Char('x'));
+        bool okW = false;
+        bool okH = false;
+        int width = parts.size() == 2 ? parts[0].toInt(&okW) : 0;
+        int height = parts.size() == 2 ? parts[1].toInt(&okH) : 0;
+        if (!okW || !okH || width < 100 || height < 100 || width > 1280 || height > 1024)
+            return Fail(QStringLiteral("--size wants WxH from 100x100 to 1280x1024, not '%1'")
+                            .arg(parser.value(sizeOption)),
+                        parser);
+        result.width = width;
+        result.height = height;
+    }
+    if (parser.isSet(snapshotOption)) {
+        if (parser.value(snapshotOption).isEmpty())
+            return Fail(QStringLiteral("--snapshot wants a file name"), parser);
+        if (result.game < 0)
+            return Fail(QStringLiteral("--snapshot needs --game N"), parser);
+        result.snapshot = parser.value(snapshotOption).toStdString();
+    }
+    if (parser.isSet(gameOption)) {
+        bool ok = false;
+        int game = parser.value(gameOption).toInt(&ok);
+        if (!ok || game < 0 || game > 11)
+            return Fail(QStringLiteral("--game wants a game number from 0 to 11, not '%1'")
+                            .arg(parser.value(gameOption)),
+                        parser);
+        result.game = game;
+    }
+    if (parser.isSet(sizeOption)) {
+        QStringList parts = parser.value(sizeOption).split(QLatin1Char('x'));
+        bool okW = false;
+        bool okH = false;
+        int width = parts.size() == 2 ? parts[0].toInt(&okW) : 0;
+        int height = parts.size() == 2 ? parts[1].toInt(&okH) : 0;
+        if (!okW || !okH || width < 100 || height < 100 || width > 1280 || height > 1024)
+            return Fail(QStringLiteral("--size wants WxH from 100x100 to 1280x1024, not '%1'")
+                            .arg(parser.value(sizeOption)),
+                        parser);
+        result.width = width;
+        result.height = height;
+    }
+    if (parser.isSet(snapshotOption)) {
+        if (parser.value(snapshotOption).isEmpty())
+            return Fail(QStringLiteral("--snapshot wants a file name"), parser);
+        if (result.game < 0)
+            return Fail(QStringLiteral("--snapshot needs --game N"), parser);
+        result.snapshot = parser.value(snapshotOption).toStdString();
     }
     return result;
 }

@@ -9,6 +9,12 @@
 struct CommandLine {
     std::optional<unsigned> seed;
     std::string dataDirectory;
+    // Game number to deal at once, or -1.
+    int game = -1;
+    // A table size for the snapshot, and the picture file to write it to.
+    int width = 640;
+    int height = 480;
+    std::string snapshot;
 
     enum class Outcome { Run, Exit };
     Outcome outcome = Outcome::Run;

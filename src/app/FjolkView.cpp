@@ -1,0 +1,233 @@
+#include "app/FjolkView.h"
+
+#include "app/Meddelande.h"
+#include "platform/QtGeometry.h"
+
+#include <QCoreApplication>
+#include <QMouseEvent>
+#include <QPainter>
+
+FjolkView::FjolkView(QWidget* parent)
+    : QWidget(parent), offBitmap(kMaxBredd, kMaxHojd, QImage::Format_ARGB32_Premultiplied),
+      backBitmap(kMaxBredd, kMaxHojd, QImage::Format_ARGB32_Premultiplied) {
+    setObjectName(QStringLiteral("PView"));
+    // Every pixel is painted from the off-screen frame: nothing to erase first.
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setMouseTracking(false);
+    offBitmap.fill(ToQColor(kBordsGron));
+    FyllBakgrund();
+}
+
+FjolkView::~FjolkView() = default;
+
+void FjolkView::SattSpel(std::unique_ptr<Patiens> nytt) {
+    spel = std::move(nytt);
+    drar = false;
+    gest = Gest::Ingen;
+    if (spel)
+        InvalidateOffscreen();
+}
+
+std::unique_ptr<Patiens> FjolkView::TaSpel() {
+    drar = false;
+    gest = Gest::Ingen;
+    return std::move(spel);
+}
+
+BRect FjolkView::Bounds() const {
+    return ToBRect(rect());
+}
+
+void FjolkView::FyllBakgrund() {
+    if (bakgrundsBild.isNull()) {
+        backBitmap.fill(ToQColor(kBordsGron));
+        return;
+    }
+    // The picture is stretched over the table as large as it is now.
+    backBitmap.fill(ToQColor(kBordsGron));
+    QPainter p(&backBitmap);
+    p.setCompositionMode(QPainter::CompositionMode_Source);
+    p.setRenderHint(QPainter::SmoothPixmapTransform);
+    p.drawImage(rect().intersected(backBitmap.rect()), bakgrundsBild);
+}
+
+void FjolkView::SattBakgrundsBild(const QImage& bild) {
+    bakgrundsBild = bild.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    FyllBakgrund();
+    if (spel)
+        InvalidateOffscreen();
+}
+
+void FjolkView::RensaBakgrundsBild() {
+    bakgrundsBild = QImage();
+    FyllBakgrund();
+    if (spel)
+        InvalidateOffscreen();
+}
+
+void FjolkView::InvalidateOffscreen() {
+    if (!spel)
+        return;
+    Komponera(*spel);
+    update();
+}
+
+void FjolkView::Komponera(Patiens& game) {
+    QPainter p(&offBitmap);
+    QRect yta = rect().intersected(offBitmap.rect());
+    p.setCompositionMode(QPainter::CompositionMode_Source);
+    p.drawImage(yta.topLeft(), backBitmap, yta);
+    p.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    game.RitaSpel(p);
+}
+
+void FjolkView::RitaBakgrund(BRect rect) {
+    QRect yta = ToQRect(rect).intersected(offBitmap.rect());
+    QPainter p(&offBitmap);
+    p.setCompositionMode(QPainter::CompositionMode_Source);
+    p.drawImage(yta.topLeft(), backBitmap, yta);
+}
+
+void FjolkView::VisaNu(BRect rect) {
+    QRect yta = ToQRect(rect).intersected(this->rect());
+    if (!yta.isEmpty() && isVisible())
+        repaint(yta);
+}
+
+void FjolkView::paintEvent(QPaintEvent* event) {
+    if (!spel)
+        return;
+    QPainter p(this);
+    QRect yta = event->rect().intersected(offBitmap.rect());
+    p.setCompositionMode(QPainter::CompositionMode_Source);
+    p.drawImage(yta.topLeft(), offBitmap, yta);
+    if (drar && !KortSpel::bmp.isNull()) {
+        p.setCompositionMode(QPainter::CompositionMode_SourceOver);
+        p.drawImage(ToQPoint(musPunkt - KortSpel::point), KortSpel::bmp);
+    }
+}
+
+void FjolkView::resizeEvent(QResizeEvent*) {
+    if (!bakgrundsBild.isNull())
+        FyllBakgrund();
+    if (spel) {
+        spel->OmRaknaLuckaKort(Bounds());
+        InvalidateOffscreen();
+    }
+}
+
+BRect FjolkView::DragRektangel() const {
+    BPoint hornet = musPunkt - KortSpel::point;
+    return BRect(hornet.x, hornet.y, hornet.x + static_cast<float>(KortSpel::bmp.width() - 1),
+                 hornet.y + static_cast<float>(KortSpel::bmp.height() - 1));
+}
+
+void FjolkView::GetMouse(BPoint* where, uint32_t* buttons) const {
+    if (where != nullptr)
+        *where = musPunkt;
+    if (buttons != nullptr)
+        *buttons = musKnappar;
+}
+
+void FjolkView::GorHalvTransparant(QImage& bitmap) {
+    // The alpha is set, not scaled: every visible pixel of the dragged cards becomes 200.
+    // Premultiplied pixels keep their colour by being scaled to the new alpha.
+    if (bitmap.format() != QImage::Format_ARGB32_Premultiplied)
+        bitmap = bitmap.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    for (int y = 0; y < bitmap.height(); ++y) {
+        auto* rad = reinterpret_cast<QRgb*>(bitmap.scanLine(y));
+        for (int x = 0; x < bitmap.width(); ++x) {
+            QRgb pixel = rad[x];
+            int alfa = qAlpha(pixel);
+            if (alfa == 0 || alfa == 200)
+                continue;
+            auto skala = [&](int c) { return (c * 200 + alfa / 2) / alfa; };
+            rad[x] = qRgba(skala(qRed(pixel)), skala(qGreen(pixel)), skala(qBlue(pixel)), 200);
+        }
+    }
+}
+
+void FjolkView::Klart() {
+    if (spel && spel->KlarSpel())
+        QCoreApplication::postEvent(window(), new Meddelande(kSpelKlart));
+}
+
+// The press sequence, run once the gesture has told click from drag.
+void FjolkView::MouseDown(BPoint where) {
+    if (!spel || tryckSparr)
+        return;
+    drar = false;
+    bool plockat = spel->FlyttaKort(this, where);
+    if (!plockat) {
+        InvalidateOffscreen();
+    } else {
+        drar = true;
+        GorHalvTransparant(KortSpel::bmp);
+        update(ToQRect(DragRektangel()));
+    }
+    spel->SpelKnapp(where);
+    Klart();
+}
+
+void FjolkView::MouseUp(BPoint) {
+    if (!spel)
+        return;
+    tryckSparr = false;
+    if (!drar)
+        return;
+    spel->Drop(this, -1);
+    InvalidateOffscreen();
+    drar = false;
+    Klart();
+}
+
+void FjolkView::mousePressEvent(QMouseEvent* event) {
+    if (!spel || event->button() != Qt::LeftButton || gest != Gest::Ingen)
+        return;
+    // The release reaches this view wherever it happens, as the press grabs the mouse.
+    gest = Gest::Tryckt;
+    tryckPunkt = ToBPoint(event->position());
+    musPunkt = tryckPunkt;
+    musKnappar = 1;
+}
+
+void FjolkView::mouseMoveEvent(QMouseEvent* event) {
+    if (!spel)
+        return;
+    BPoint nu = ToBPoint(event->position());
+    if (gest == Gest::Tryckt) {
+        if (!spel->LamnatKlickRutan(tryckPunkt, nu))
+            return;
+        // Latched here: later moves of the same gesture only move the cards.
+        gest = Gest::Drag;
+        musPunkt = nu;
+        musKnappar = 1;
+        MouseDown(tryckPunkt);
+        return;
+    }
+    if (gest == Gest::Drag && drar) {
+        BRect forra = DragRektangel();
+        musPunkt = nu;
+        update(ToQRect(forra | DragRektangel()));
+    }
+}
+
+void FjolkView::mouseReleaseEvent(QMouseEvent* event) {
+    if (!spel || event->button() != Qt::LeftButton)
+        return;
+    BPoint slapp = ToBPoint(event->position());
+    Gest var = gest;
+    gest = Gest::Ingen;
+    musKnappar = 0;
+    if (var == Gest::Tryckt) {
+        // Released inside the square: a click at the press point.
+        musPunkt = tryckPunkt;
+        MouseDown(tryckPunkt);
+        MouseUp(slapp);
+    } else if (var == Gest::Drag) {
+        musPunkt = slapp;
+        MouseUp(slapp);
+    }
+    if (efterGest)
+        efterGest();
+}

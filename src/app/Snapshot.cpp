@@ -1,0 +1,23 @@
+#include "app/Snapshot.h"
+
+#include "app/FjolkView.h"
+#include "games/Spelfabrik.h"
+
+#include <cstdio>
+
+int SparaBild(int spelNr, int bredd, int hojd, const std::string& fil) {
+    FjolkView view;
+    view.resize(bredd, hojd);
+    view.SattSpel(SkapaSpel(spelNr, &view, view.Bounds(), false));
+    if (view.Spel() == nullptr) {
+        std::fprintf(stderr, "fjolkpatience: %s (game %d) is not built yet.\n", SpelNamn(spelNr),
+                     spelNr);
+        return 1;
+    }
+    QImage bild = view.OffBitmap().copy(0, 0, bredd, hojd);
+    if (!bild.save(QString::fromStdString(fil), "PNG")) {
+        std::fprintf(stderr, "fjolkpatience: cannot write %s.\n", fil.c_str());
+        return 1;
+    }
+    return 0;
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "app/FjolkView.h"
+#include "platform/Geometry.h"
+
+#include <memory>
+#include <vector>
+
+// Real mouse gestures on a play view, as a player makes them, deterministic and without
+// sleeps.
+void KlickaPa(FjolkView& view, BPoint p);
+// Press at `fran`, move past the click square, move to `till`, release there.
+void DraFranTill(FjolkView& view, BPoint fran, BPoint till);
+// Press, wiggle inside the 4-pixel square, release: still a click.
+void TryckSkakaSlapp(FjolkView& view, BPoint p);
+// Press at `fran`, drag out of the view and release outside it.
+void DraOchSlappUtanfor(FjolkView& view, BPoint fran);
+// The centre of a slot rectangle, where a player aims.
+BPoint Mitt(BRect r);
+
+// A play view of the given size, shown (under the offscreen platform) so that it takes
+// events, holding the game `spelNr` dealt with the given seed and animation switch.
+std::unique_ptr<FjolkView> VyMedSpel(int spelNr, unsigned seed, int bredd, int hojd,
+                                     bool animera = false);
+
+// Everything that describes a table: each slot's emptiness, card and marks.
+struct LuckaBild {
+    bool tom;
+    int farg;
+    int valor;
+    bool okPos;
+    bool kantLinje;
+    BRect pos;
+    bool operator==(const LuckaBild&) const = default;
+};
+std::vector<LuckaBild> Bordet(const Patiens& spel);
