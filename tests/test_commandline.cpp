@@ -43,8 +43,8 @@ private slots:
     }
 
     void spelStorlekOchBildLases() {
-        CommandLine c = Parse({"--game", "0", "--seed", "7", "--size", "1280x1024", "--snapshot",
-                               "/tmp/a.png"});
+        CommandLine c = Parse(
+            {"--game", "0", "--seed", "7", "--size", "1280x1024", "--snapshot", "/tmp/a.png"});
         QVERIFY(c.outcome == CommandLine::Outcome::Run);
         QCOMPARE(c.game, 0);
         QCOMPARE(c.width, 1280);
@@ -58,16 +58,14 @@ private slots:
     }
 
     void felaktigaVardenGerKod2() {
-        for (const QStringList& bad : {QStringList{"--seed", "sju"}, QStringList{"--seed", "-1"},
-                                       QStringList{"--seed", "4294967296"}, QStringList{"--seed"},
-                                       QStringList{"--data-dir", ""},
-                                       QStringList{"--colour", "red"}, QStringList{"extra"},
-                                       QStringList{"--game", "12"}, QStringList{"--game", "-1"},
-                                       QStringList{"--game", "x"},
-                                       QStringList{"--game", "0", "--size", "99x480"},
-                                       QStringList{"--game", "0", "--size", "1281x480"},
-                                       QStringList{"--game", "0", "--size", "640"},
-                                       QStringList{"--snapshot", "a.png"}}) {
+        for (const QStringList& bad :
+             {QStringList{"--seed", "sju"}, QStringList{"--seed", "-1"},
+              QStringList{"--seed", "4294967296"}, QStringList{"--seed"},
+              QStringList{"--data-dir", ""}, QStringList{"--colour", "red"}, QStringList{"extra"},
+              QStringList{"--game", "12"}, QStringList{"--game", "-1"}, QStringList{"--game", "x"},
+              QStringList{"--game", "0", "--size", "99x480"},
+              QStringList{"--game", "0", "--size", "1281x480"},
+              QStringList{"--game", "0", "--size", "640"}, QStringList{"--snapshot", "a.png"}}) {
             CommandLine c = Parse(bad);
             QVERIFY2(c.outcome == CommandLine::Outcome::Exit, qPrintable(bad.join(' ')));
             QCOMPARE(c.exitCode, 2);

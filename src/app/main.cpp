@@ -1,4 +1,8 @@
 #include "app/CommandLine.h"
+#include "app/FjolkApp.h"
+#include "app/FjolkWin.h"
+#include "app/Meddelande.h"
+#include "app/Snapshot.h"
 #include "platform/AttributeStore.h"
 
 #include <QApplication>
@@ -28,6 +32,9 @@ int main(int argc, char* argv[]) {
         return commandLine.exitCode;
     }
 
+    // A snapshot is drawn without a display.
+    if (!commandLine.snapshot.empty() && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Fjolks Patience"));
     QApplication::setApplicationVersion(QStringLiteral(FJOLK_VERSION));
@@ -35,12 +42,14 @@ int main(int argc, char* argv[]) {
     std::srand(commandLine.seed ? *commandLine.seed : static_cast<unsigned>(std::time(nullptr)));
     if (!commandLine.dataDirectory.empty())
         AttributeStore::SetDataDirectory(commandLine.dataDirectory);
-    AttributeStore::Program();
-
-    // The game window is not built yet: until it is, the program explains itself.
-    std::fputs(ParseCommandLine({QStringLiteral("fjolkpatience"), QStringLiteral("--help")})
-                   .message.toLocal8Bit()
-                   .constData(),
-               stdout);
-    return 0;
+    if (!commandLine.snapshot.empty())
+        return SparaBild(commandLine.game, commandLine.width, commandLine.height,
+                         commandLine.snapshot);
+    FjolkApp fjolk(AttributeStore::Program());
+    if (commandLine.game >= 0) {
+        // As if chosen twice in the list, once the window is on the screen.
+        QCoreApplication::postEvent(fjolk.Fonster(),
+                                    new Meddelande(kStartaSpel0 + commandLine.game));
+    }
+    return QApplication::exec();
 }

@@ -1,0 +1,405 @@
+#include "app/FjolkWin.h"
+
+#include "app/FjolkView.h"
+#include "app/Meddelande.h"
+#include "cards/Hiscore.h"
+#include "games/Spelfabrik.h"
+#include "platform/QtGeometry.h"
+#include "welcome/WelcomeView.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QDesktopServices>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QImageReader>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStackedLayout>
+#include <QUrl>
+
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+const char* const kOmText = "\n"
+                            "            Fjolks Patience 2.0 beta\n"
+                            "\n"
+                            "       Twelve patiences, dealt by hand\n"
+                            "\n"
+                            "     by the Fjolks Patience developers\n"
+                            "\n"
+                            "           Enjoy, it's freeware!\n";
+
+namespace {
+
+// The names in the window title, which differ a little from the welcome list's.
+const char* const kTitelNamn[kAntalSpel] = {"Idioten",        "Idioten 2",    "Godnattvalsen",
+                                            "Tower of Hanoi", "Kvarnen",      "Glädjespridaren",
+                                            "Farfars Klocka", "13-Pyramiden", "Freecell",
+                                            "Eight off",      "Black hole",   "Strategy"};
+
+constexpr int kValkomstBredd = 640;
+constexpr int kValkomstHojd = 400;
+
+std::string SpelRamNamn(int nummer) {
+    return "FJOLK:SpelWinNr" + std::to_string(nummer);
+}
+
+// A UTF-8 text cut to at most `max` bytes without splitting a character.
+std::string KortaUtf8(const QString& text, size_t max) {
+    QByteArray bytes = text.toUtf8();
+    size_t n = std::min(static_cast<size_t>(bytes.size()), max);
+    while (n > 0 && n < static_cast<size_t>(bytes.size()) &&
+           (static_cast<unsigned char>(bytes[static_cast<int>(n)]) & 0xC0) == 0x80)
+        --n;
+    return std::string(bytes.constData(), n);
+}
+
+} // namespace
+
+BRect GetWindowSize(AttributeStore& store, BRect screen) {
+    BRect ram;
+    ssize_t last = B_NO_INIT;
+    if (store.InitCheck() == B_OK)
+        last = store.ReadAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &ram, sizeof ram);
+    if (store.InitCheck() != B_OK || last == B_ENTRY_NOT_FOUND || last == B_FILE_ERROR) {
+        int32_t w = screen.IntegerWidth();
+        int32_t h = screen.IntegerHeight();
+        float left = static_cast<float>(w / 2 - 320);
+        float top = static_cast<float>(h / 2 - 200);
+        ram = BRect(left, top, left + 640, top + 400);
+        store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &ram, sizeof ram);
+        store.Sync();
+    }
+    return ram;
+}
+
+FjolkWin::FjolkWin(BRect frame, AttributeStore& attributStore) : store(attributStore) {
+    byterLage = true;
+    setWindowTitle(QStringLiteral("Fjolks Patience 2.0"));
+    animering = true;
+    spelNr = 0;
+    ByggMeny();
+
+    auto* innehall = new QWidget(this);
+    lager = new QStackedLayout(innehall);
+    lager->setContentsMargins(0, 0, 0, 0);
+    spelVy = new FjolkView(innehall);
+    valkomstVy = new WelcomeView(innehall, store);
+    lager->addWidget(spelVy);
+    lager->addWidget(valkomstVy);
+    lager->setCurrentWidget(valkomstVy);
+    setCentralWidget(innehall);
+    spelVy->efterGest = [this] { MenusBeginning(); };
+
+    valkomstVy->animeringsRuta->setChecked(true);
+    valkomstVy->spelLista->setCurrentRow(0);
+    LasSpelarNamn();
+
+    filPanel = new QFileDialog(this, QStringLiteral("Choose Background"));
+    filPanel->setFileMode(QFileDialog::ExistingFile);
+    filPanel->setModal(false);
+    connect(filPanel, &QFileDialog::fileSelected, this, [this](const QString& fil) {
+        QCoreApplication::postEvent(this, new Meddelande(kBakgrundVald, fil));
+    });
+
+    angraItem->setEnabled(false);
+    nyGivItem->setEnabled(false);
+    SattStorleksGranser(kValkomstBredd, kValkomstBredd, kValkomstHojd, kValkomstHojd);
+    SattFrame(frame);
+    show();
+    byterLage = false;
+}
+
+FjolkWin::~FjolkWin() = default;
+
+void FjolkWin::ByggMeny() {
+    QMenuBar* menyRad = menuBar();
+    menyRad->setObjectName(QStringLiteral("menu_bar"));
+    QMenu* spelMeny = menyRad->addMenu(QStringLiteral("Game"));
+    auto item = [this](QMenu* meny, const char* text, type_code what, QKeySequence kortkommando) {
+        QAction* action = meny->addAction(QString::fromUtf8(text));
+        action->setShortcut(kortkommando);
+        connect(action, &QAction::triggered, this, [this, what] { Posta(what); });
+        return action;
+    };
+    nyGivItem = item(spelMeny, "New Deal", kNyGiv, QKeySequence(Qt::CTRL | Qt::Key_D));
+    angraItem = item(spelMeny, "Undo", kAngra, QKeySequence(Qt::CTRL | Qt::Key_Z));
+    item(spelMeny, "Close", kStang, QKeySequence(Qt::CTRL | Qt::Key_W));
+    spelMeny->addSeparator();
+    item(spelMeny, "Exit", kAvsluta, QKeySequence(Qt::CTRL | Qt::Key_Q));
+    QMenu* hjalpMeny = menyRad->addMenu(QStringLiteral("Help"));
+    item(hjalpMeny, "Help", kHjalp, QKeySequence(Qt::CTRL | Qt::Key_H));
+    item(hjalpMeny, "About", kOm, QKeySequence(Qt::CTRL | Qt::Key_A));
+    connect(spelMeny, &QMenu::aboutToShow, this, [this] { MenusBeginning(); });
+}
+
+void FjolkWin::Posta(type_code what) {
+    QCoreApplication::postEvent(this, new Meddelande(what));
+}
+
+void FjolkWin::MenusBeginning() {
+    Patiens* spel = spelVy->Spel();
+    nyGivItem->setEnabled(spel != nullptr);
+    angraItem->setEnabled(spel != nullptr && spel->Has_Undos());
+}
+
+bool FjolkWin::event(QEvent* e) {
+    if (e->type() == Meddelande::Typ()) {
+        MessageReceived(*static_cast<Meddelande*>(e));
+        return true;
+    }
+    return QMainWindow::event(e);
+}
+
+void FjolkWin::MessageReceived(const Meddelande& message) {
+    type_code what = message.what;
+    if (what == kDragMeddelande)
+        return;
+    if (what == kAvsluta) {
+        if (visarSpel)
+            AddHiScore(false);
+        QuitRequested();
+        return;
+    }
+    // From a press to its release the cards are the player's: commands wait.
+    if (spelVy->GestPagar())
+        return;
+    Patiens* spel = spelVy->Spel();
+
+    if (what == kNyGiv) {
+        if (spel == nullptr)
+            return;
+        AddHiScore(true);
+        // The new deal is laid out over the window's frame, as it always was; the next
+        // resize lays it out over the view again.
+        spel->NyttSpel(Frame());
+        spelVy->InvalidateOffscreen();
+    } else if (what == kAngra) {
+        if (spel == nullptr)
+            return;
+        if (spel->Undo() == 0)
+            angraItem->setEnabled(false);
+        spelVy->InvalidateOffscreen();
+    } else if (what == kStang) {
+        StangSpel();
+    } else if (what >= kStartaSpel0 && what < kStartaSpel0 + kAntalSpel) {
+        int nummer = static_cast<int>(what - kStartaSpel0);
+        if (!SpelFinns(nummer)) {
+            std::fprintf(stderr, "Fjolks Patience: %s cannot be played yet.\n", SpelNamn(nummer));
+            return;
+        }
+        InitSpel(nummer, kTitelNamn[nummer]);
+        spelVy->SattSpel(SkapaSpel(nummer, spelVy, spelVy->Bounds(), animering));
+    } else if (what == kHjalp) {
+        QString fil = HjalpFil();
+        if (QFileInfo::exists(fil))
+            QDesktopServices::openUrl(QUrl::fromLocalFile(fil));
+    } else if (what == kOm) {
+        VisaVarning(QStringLiteral("About"), QString::fromUtf8(kOmText),
+                    QStringLiteral("Have Fun!"));
+    } else if (visarSpel) {
+        return;
+    } else if (what == kValjBakgrund) {
+        filPanel->show();
+    } else if (what == kBakgrundVald) {
+        LaddaBakgrund(message.fil);
+    } else if (what == kRensaBakgrund) {
+        RensaBakgrund();
+    } else if (what == kAterstall) {
+        RensaBakgrund();
+        valkomstVy->animeringsRuta->setChecked(true);
+        animering = true;
+        for (const char* namn : {"FJOLK:FirstWindow", "FJOLK:SpelWinNr0", "FJOLK:SpelWinNr1"})
+            store.RemoveAttr(namn);
+        store.Sync();
+    } else if (what == kAnimering) {
+        animering = valkomstVy->animeringsRuta->isChecked();
+    }
+    MenusBeginning();
+}
+
+void FjolkWin::StangSpel() {
+    if (!visarSpel) {
+        // Closing the welcome screen quits.
+        SattStorleksGranser(kValkomstBredd, kValkomstBredd, kValkomstHojd, kValkomstHojd);
+        Posta(kAvsluta);
+        return;
+    }
+    byterLage = true;
+    AddHiScore(false);
+    spelVy->TaSpel();
+    visarSpel = false;
+    valkomstVy->hiscoreLista->VisaHiscoreLista(spelNr);
+    if (hiscorePlats <= 39)
+        valkomstVy->hiscoreLista->setCurrentRow(hiscorePlats);
+    BRect ram = Frame();
+    if (store.InitCheck() == B_OK) {
+        BRect lagrad;
+        if (store.ReadAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &lagrad, sizeof lagrad) ==
+            sizeof lagrad)
+            ram = lagrad;
+    }
+    SattStorleksGranser(kValkomstBredd, kValkomstBredd, kValkomstHojd, kValkomstHojd);
+    SattFrame(BRect(ram.left, ram.top, ram.left + kValkomstBredd, ram.top + kValkomstHojd));
+    setWindowTitle(QStringLiteral("Fjolks Patience 2.0"));
+    lager->setCurrentWidget(valkomstVy);
+    byterLage = false;
+    MenusBeginning();
+}
+
+void FjolkWin::InitSpel(int nummer, const char* namn) {
+    byterLage = true;
+    if (!visarSpel) {
+        lager->setCurrentWidget(spelVy);
+        visarSpel = true;
+    }
+    spelVy->TaSpel();
+    spelNr = nummer;
+    std::string spelare = KortaUtf8(valkomstVy->spelarFalt->text(), 19);
+    std::memset(spelVy->spelarNamn, 0, sizeof spelVy->spelarNamn);
+    std::memcpy(spelVy->spelarNamn, spelare.data(), spelare.size());
+    SattStorleksGranser(100, 1280, 100, 1024);
+    BRect ram = Frame();
+    if (store.InitCheck() == B_OK) {
+        BRect lagrad;
+        if (store.ReadAttr(SpelRamNamn(nummer).c_str(), B_RECT_TYPE, 0, &lagrad, sizeof lagrad) ==
+            sizeof lagrad)
+            ram = lagrad;
+    }
+    SattFrame(ram);
+    setWindowTitle(QStringLiteral("Fjolks Patience - %1").arg(QString::fromUtf8(namn)));
+    byterLage = false;
+}
+
+void FjolkWin::AddHiScore(bool visa) {
+    Patiens* spel = spelVy->Spel();
+    if (spel == nullptr)
+        return;
+    hiscorePlats = spel->AddHiscore();
+    if (visa)
+        VisaVarning(QStringLiteral("Hi Info"),
+                    QString::fromStdString(HiscoreMeddelande(hiscorePlats)), QStringLiteral("OK"));
+}
+
+void FjolkWin::VisaVarning(const QString& titel, const QString& text, const QString& knapp) {
+    auto* varning = new QMessageBox(QMessageBox::NoIcon, titel, text, QMessageBox::NoButton, this);
+    varning->setObjectName(titel);
+    QPushButton* ok = varning->addButton(knapp, QMessageBox::AcceptRole);
+    varning->setEscapeButton(ok);
+    varning->setDefaultButton(ok);
+    varning->setModal(false);
+    varning->setAttribute(Qt::WA_DeleteOnClose);
+    varning->show();
+}
+
+QMessageBox* FjolkWin::HiInfo() const {
+    QMessageBox* senaste = nullptr;
+    for (QMessageBox* box : findChildren<QMessageBox*>(QStringLiteral("Hi Info")))
+        if (box->isVisible())
+            senaste = box;
+    return senaste;
+}
+
+bool FjolkWin::QuitRequested() {
+    std::string namn = KortaUtf8(valkomstVy->spelarFalt->text(), 19);
+    char buffer[20];
+    std::memset(buffer, ' ', 19);
+    std::memcpy(buffer, namn.data(), namn.size());
+    buffer[19] = '\0';
+    if (store.InitCheck() == B_OK) {
+        store.WriteAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, buffer, sizeof buffer);
+        store.Sync();
+    }
+    avslutad = true;
+    QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    return true;
+}
+
+void FjolkWin::LasSpelarNamn() {
+    if (store.InitCheck() != B_OK)
+        return;
+    char buffer[21] = {};
+    if (store.ReadAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, buffer, 20) == 20)
+        valkomstVy->spelarFalt->setText(
+            QString::fromUtf8(buffer, static_cast<int>(strnlen(buffer, 20))));
+}
+
+BRect FjolkWin::Frame() const {
+    QRect g = geometry();
+    return BRect(static_cast<float>(g.x()), static_cast<float>(g.y()),
+                 static_cast<float>(g.x() + g.width()), static_cast<float>(g.y() + g.height()));
+}
+
+void FjolkWin::SattFrame(BRect frame) {
+    int w = static_cast<int>(frame.Width());
+    int h = static_cast<int>(frame.Height());
+    w = std::clamp(w, minimumWidth(), maximumWidth());
+    h = std::clamp(h, minimumHeight(), maximumHeight());
+    setGeometry(static_cast<int>(frame.left), static_cast<int>(frame.top), w, h);
+}
+
+void FjolkWin::SattStorleksGranser(int minW, int maxW, int minH, int maxH) {
+    setMinimumSize(minW, minH);
+    setMaximumSize(maxW, maxH);
+}
+
+void FjolkWin::FrameMoved(BPoint) {
+    if (byterLage)
+        return;
+    BRect ram = Frame();
+    std::string namn = visarSpel ? SpelRamNamn(spelNr) : std::string("FJOLK:FirstWindow");
+    store.WriteAttr(namn.c_str(), B_RECT_TYPE, 0, &ram, sizeof ram);
+}
+
+void FjolkWin::FrameResized(float, float) {
+    FrameMoved(BPoint(0, 0));
+}
+
+void FjolkWin::moveEvent(QMoveEvent* e) {
+    QMainWindow::moveEvent(e);
+    FrameMoved(BPoint(0, 0));
+}
+
+void FjolkWin::resizeEvent(QResizeEvent* e) {
+    QMainWindow::resizeEvent(e);
+    FrameResized(static_cast<float>(width()), static_cast<float>(height()));
+}
+
+void FjolkWin::closeEvent(QCloseEvent* e) {
+    // The close box quits at once and records nothing.
+    QuitRequested();
+    e->accept();
+}
+
+void FjolkWin::LaddaBakgrund(const QString& fil) {
+    RensaBakgrund();
+    QImageReader lasare(fil);
+    QImage bild = lasare.read();
+    if (bild.isNull()) {
+        std::fprintf(stderr, "Fjolks Patience: %s is not a picture I can read (%s).\n",
+                     qPrintable(fil), qPrintable(lasare.errorString()));
+        return;
+    }
+    bild = bild.convertToFormat(QImage::Format_ARGB32);
+    for (int y = 0; y < bild.height(); ++y) {
+        auto* rad = reinterpret_cast<QRgb*>(bild.scanLine(y));
+        for (int x = 0; x < bild.width(); ++x)
+            rad[x] |= 0xff000000u;
+    }
+    spelVy->SattBakgrundsBild(bild);
+    valkomstVy->SetViewBitmap(bild);
+}
+
+void FjolkWin::RensaBakgrund() {
+    spelVy->RensaBakgrundsBild();
+    valkomstVy->SetViewBitmap(QImage());
+}
+
+QString FjolkWin::HjalpFil() {
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/Help/Help.html");
+}

@@ -1,0 +1,92 @@
+#pragma once
+
+#include "platform/AttributeStore.h"
+#include "platform/Geometry.h"
+
+#include <QMainWindow>
+
+class FjolkView;
+class Meddelande;
+class QAction;
+class QFileDialog;
+class QMessageBox;
+class QStackedLayout;
+class WelcomeView;
+
+// The program's one window and its controller: every command from the menus, the welcome
+// screen and the play view arrives here as a posted message. It starts and ends games,
+// records their results, remembers its frame per game and keeps the background picture.
+class FjolkWin : public QMainWindow {
+public:
+    FjolkWin(BRect frame, AttributeStore& store);
+    ~FjolkWin() override;
+
+    void MessageReceived(const Meddelande& message);
+    bool QuitRequested();
+    void FrameResized(float width, float height);
+    void FrameMoved(BPoint where);
+    void MenusBeginning();
+    void InitSpel(int nummer, const char* namn);
+    void AddHiScore(bool visa);
+
+    // The window's frame as the program stores it: left, top, and the size as
+    // right − left and bottom − top.
+    BRect Frame() const;
+    void SattFrame(BRect frame);
+
+    FjolkView* SpelVy() const { return spelVy; }
+    WelcomeView* ValkomstVy() const { return valkomstVy; }
+    QAction* AngraItem() const { return angraItem; }
+    QAction* NyGivItem() const { return nyGivItem; }
+    int SpelNr() const { return spelNr; }
+    int HiscorePlats() const { return hiscorePlats; }
+    bool Animering() const { return animering; }
+    bool VisarSpel() const { return visarSpel; }
+    bool Avslutad() const { return avslutad; }
+    QFileDialog* FilPanel() const { return filPanel; }
+    // The last "Hi Info" alert, while it is open.
+    QMessageBox* HiInfo() const;
+
+    // The help page beside the program.
+    static QString HjalpFil();
+
+protected:
+    bool event(QEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void ByggMeny();
+    void Posta(type_code what);
+    void SattStorleksGranser(int minW, int maxW, int minH, int maxH);
+    void VisaVarning(const QString& titel, const QString& text, const QString& knapp);
+    void LaddaBakgrund(const QString& fil);
+    void RensaBakgrund();
+    void StangSpel();
+    void LasSpelarNamn();
+
+    AttributeStore& store;
+    QAction* angraItem = nullptr;
+    FjolkView* spelVy = nullptr;
+    int spelNr = 0;
+    WelcomeView* valkomstVy = nullptr;
+    QFileDialog* filPanel = nullptr;
+    bool animering = true;
+    QAction* nyGivItem = nullptr;
+    int hiscorePlats = 0;
+
+    QStackedLayout* lager = nullptr;
+    bool visarSpel = false;
+    // While the window changes between the welcome screen and a game, its interim
+    // frames belong to neither and are not remembered.
+    bool byterLage = false;
+    bool avslutad = false;
+};
+
+// The welcome screen's frame at start: the stored one, or a 640 × 400 frame centred on
+// `screen` (the main screen's inclusive rectangle), which is then stored at once.
+BRect GetWindowSize(AttributeStore& store, BRect screen);
+
+// The text of the "About" alert.
+extern const char* const kOmText;

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "cards/Kort.h"
+#include "cards/Lucka.h"
+#include "platform/Geometry.h"
+
+#include <vector>
+
+// Idioten 1 as functions of its table alone: where the slots lie, where a card may go,
+// where a click or a drop sends it, and how much of the game is done. The game class
+// draws, animates and records moves; every decision it takes is made here, so hints and
+// a solver can ask the same questions of any table.
+namespace IdiotenRegler {
+
+// The table: four rows of thirteen, slot 13·r + c is row r, column c.
+inline constexpr int kRader = 4;
+inline constexpr int kKolumner = 13;
+inline constexpr int kForstaRutan = 0;
+inline constexpr int kSistaRutan = 51;
+// The aces, taken out of the grid after each deal, fan out in a fifth row.
+inline constexpr int kForstaEssPlats = 52;
+inline constexpr int kSistaEssPlats = 55;
+// The stock, a card a pixel above the one below; slot 56 is the bottom.
+inline constexpr int kForstaLekPlats = 56;
+inline constexpr int kSistaLekPlats = 107;
+inline constexpr int kAntalLuckor = 108;
+// Two to king in each of the four rows.
+inline constexpr int kVunnet = 48;
+inline constexpr int kSistaGiv = 3;
+
+inline constexpr int kMellanrum = 5;
+inline constexpr int kMinstaBredd = 40;
+inline constexpr int kMinstaHojd = 70;
+
+constexpr bool IRutnatet(int lucka) {
+    return lucka >= kForstaRutan && lucka <= kSistaRutan;
+}
+constexpr bool ForstaKolumnen(int lucka) {
+    return IRutnatet(lucka) && lucka % kKolumner == 0;
+}
+
+// The card size and the button's place for one size of the view.
+struct Utlagg {
+    int w = 0;
+    int h = 0;
+    BRect knapp;
+};
+
+// Lays every slot out for the view's bounds (`luckor` holds kAntalLuckor slots).
+Utlagg RaknaUtLuckor(std::vector<Lucka>& luckor, BRect bounds);
+
+// Where the "Cards done:" box lies: below the eighth column of the bottom row.
+BRect RaknarRuta(const std::vector<Lucka>& luckor);
+
+// The one rule: an empty grid slot takes a two at a row's left end, elsewhere the card
+// of the same suit one higher than its left neighbour.
+bool FarLaggas(const std::vector<Lucka>& luckor, int till, const Kort& kort);
+
+// The grid slot under the pointer whose card may be picked up, or -1.
+int KortUnder(const std::vector<Lucka>& luckor, BPoint where);
+
+// Where a click sends a card: the first empty grid slot, in index order, where it may
+// go, or -1.
+int KlickMal(const std::vector<Lucka>& luckor, const Kort& kort);
+
+// Where a drop at `where` puts a card: the first empty grid slot holding the point
+// where it may go, or -1.
+int DropMal(const std::vector<Lucka>& luckor, const Kort& kort, BPoint where);
+
+// Recounts the table: sets each grid slot's place mark and outline flag and returns the
+// number of cards in their final place (0..48).
+int RaknaKlaraKort(std::vector<Lucka>& luckor);
+
+constexpr bool Vunnet(int klaraKort) {
+    return klaraKort == kVunnet;
+}
+
+// The highest filled stock slot, or -1 when the stock is empty.
+int LekensTopp(const std::vector<Lucka>& luckor);
+
+} // namespace IdiotenRegler

@@ -1,0 +1,333 @@
+#include "welcome/WelcomeView.h"
+
+#include "app/Meddelande.h"
+#include "platform/AttributeStore.h"
+#include "platform/QtGeometry.h"
+
+#include <QCheckBox>
+#include <QCoreApplication>
+#include <QFontDatabase>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPushButton>
+#include <QTabWidget>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+const char* const kSpelRader[12] = {"Idioten 1",      "Idioten 2",    "Godnattvalsen",
+                                    "Tower of Hanoi", "Kvarnen",      "Glädjespridaren",
+                                    "Farfars klocka", "13-Pyramiden", "Freecell",
+                                    "Eight off",      "Black hole",   "Strategy"};
+
+const char* const kRubrikDeal =
+    "  Pos :    Name :   Cards done :        Deal :     Undos :     Time to play :      Date ";
+const char* const kRubrikKvar =
+    "  Pos :    Name :       Cards left :    Deal :     Undos :     Time to play :      Date ";
+const char* const kRubrikTower =
+    "  Pos :    Name :                                Undos :     Time to play :      Date ";
+const char* const kRubrikKort =
+    "  Pos :    Name :                   Cards done : Undos :     Time to play :      Date ";
+const char* const kRubrikStart =
+    "  Pos :    Name :   Cards made :        Deal :     Undos :     Time to play :      Date ";
+const char* const kIngenTabell = "No Highscore table found ";
+
+// The columns of `kort`, `giv` and `angra` in a game's rows; -1 where a game shows none.
+struct Kolumner {
+    int a;
+    int b;
+    int c;
+};
+
+Kolumner KolumnerFor(int spelNr) {
+    switch (spelNr) {
+    case 0:
+    case 7:
+        return {24, 27, 29};
+    case 4:
+        return {23, 26, 29};
+    case 3:
+        return {-1, -1, 29};
+    default:
+        return {24, -1, 29};
+    }
+}
+
+constexpr int kRadLangd = 60;
+
+// Writes `text` followed by `blanka` blanks at `kolumn`, as far as the row reaches.
+void SkrivVid(char* rad, int kolumn, const char* text, size_t textLangd, int blanka) {
+    int pos = kolumn;
+    for (size_t i = 0; i < textLangd && pos < kRadLangd; ++i)
+        rad[pos++] = text[i];
+    for (int i = 0; i < blanka && pos < kRadLangd; ++i)
+        rad[pos++] = ' ';
+    if (pos < kRadLangd)
+        rad[pos] = '\0';
+}
+
+void SkrivTal(char* rad, int kolumn, int tal, int blanka) {
+    char text[16];
+    int n = std::snprintf(text, sizeof text, "%i", tal);
+    SkrivVid(rad, kolumn, text, static_cast<size_t>(n), blanka);
+}
+
+QRect Ram(float l, float t, float r, float b) {
+    return ToQRect(BRect(l, t, r, b));
+}
+
+QFont FastBredd(int storlek) {
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setPixelSize(storlek);
+    return font;
+}
+
+void Farga(QWidget* w, QColor farg) {
+    QPalette p = w->palette();
+    p.setColor(QPalette::Window, farg);
+    w->setPalette(p);
+    w->setAutoFillBackground(true);
+}
+
+bool LasTabell(AttributeStore& store, const std::string& namn, HiscoreLista& tabell) {
+    if (store.InitCheck() != B_OK)
+        return false;
+    ssize_t last = store.ReadAttr(namn.c_str(), B_RAW_TYPE, 0, tabell.data(), sizeof tabell);
+    return last == static_cast<ssize_t>(sizeof tabell);
+}
+
+} // namespace
+
+std::string HiscoreRad(int index, const HighScoreTable& post, int spelNr) {
+    if (post.kort == -1)
+        return std::string(kRadLangd, ' ');
+    char rad[kRadLangd + 1];
+    std::memset(rad, ' ', kRadLangd);
+    rad[kRadLangd] = '\0';
+    SkrivTal(rad, 0, index + 1, 3);
+    SkrivVid(rad, 3, post.namn, strnlen(post.namn, sizeof post.namn), 28);
+    Kolumner k = KolumnerFor(spelNr);
+    if (k.a >= 0)
+        SkrivTal(rad, k.a, post.kort, 16);
+    if (k.b >= 0)
+        SkrivTal(rad, k.b, post.giv, 15);
+    SkrivTal(rad, k.c, post.angra, 15);
+    SkrivVid(rad, 33, post.tid, strnlen(post.tid, sizeof post.tid), 26);
+    SkrivVid(rad, 39, post.datum, strnlen(post.datum, sizeof post.datum), 2);
+    return std::string(rad, strnlen(rad, kRadLangd));
+}
+
+const char* HiscoreRubrik(int spelNr) {
+    switch (spelNr) {
+    case 0:
+    case 4:
+        return kRubrikDeal;
+    case 7:
+        return kRubrikKvar;
+    case 3:
+        return kRubrikTower;
+    default:
+        return kRubrikKort;
+    }
+}
+
+SpelOLLView::SpelOLLView(QWidget* parent, WelcomeView* valkomstVy)
+    : QListWidget(parent), valkomst(valkomstVy) {}
+
+void SpelOLLView::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton)
+        MouseDown(event->position().toPoint());
+}
+
+// The second press of a double click is a click on the chosen row like any other.
+void SpelOLLView::mouseDoubleClickEvent(QMouseEvent* event) {
+    mousePressEvent(event);
+}
+
+void SpelOLLView::MouseDown(QPoint where) {
+    QListWidgetItem* item = itemAt(where);
+    if (item == nullptr)
+        return;
+    int rad = row(item);
+    valkomst->spelarFalt->clearFocus();
+    if (currentRow() != rad || !item->isSelected()) {
+        setCurrentRow(rad);
+        valkomst->hiscoreLista->VisaHiscoreLista(rad);
+    } else {
+        valkomst->Posta(kStartaSpel0 + static_cast<type_code>(rad));
+    }
+}
+
+HighOLLView::HighOLLView(QWidget* parent, WelcomeView* valkomstVy)
+    : QListWidget(parent), valkomst(valkomstVy) {
+    setObjectName(QStringLiteral("Highoutlinelistview"));
+    setSelectionMode(QAbstractItemView::SingleSelection);
+}
+
+void HighOLLView::VisaHiscoreLista(int spelNr) {
+    valkomst->titelRad->setText(
+        QStringLiteral("Highscore for %1").arg(QString::fromUtf8(kSpelRader[spelNr])));
+    attributNamn = HiscoreAttributNamn(spelNr);
+    bool last = LasTabell(valkomst->store, attributNamn, tabell);
+    clear();
+    valkomst->hiscoreRader.fill(nullptr);
+    if (!last) {
+        valkomst->rubrikRad->setText(QString::fromLatin1(kIngenTabell));
+        return;
+    }
+    valkomst->rubrikRad->setText(QString::fromLatin1(HiscoreRubrik(spelNr)));
+    for (int i = 0; i < kHiscorePlatser; ++i) {
+        auto* item = new QListWidgetItem(QString::fromUtf8(HiscoreRad(i, tabell[i], spelNr)));
+        valkomst->hiscoreRader[i] = item;
+        insertItem(i, item);
+    }
+}
+
+void HighOLLView::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton)
+        MouseDown(event->position().toPoint());
+}
+
+void HighOLLView::mouseDoubleClickEvent(QMouseEvent* event) {
+    mousePressEvent(event);
+}
+
+void HighOLLView::MouseDown(QPoint where) {
+    QListWidgetItem* item = itemAt(where);
+    if (item == nullptr)
+        return;
+    int rad = row(item);
+    setCurrentRow(rad);
+    if (!LasTabell(valkomst->store, attributNamn, tabell))
+        return;
+    const char* namn = tabell[rad].namn;
+    valkomst->spelarFalt->setText(
+        QString::fromUtf8(namn, static_cast<int>(strnlen(namn, sizeof tabell[rad].namn))));
+    valkomst->spelarFalt->clearFocus();
+}
+
+WelcomeView::WelcomeView(QWidget* parent, AttributeStore& attributStore)
+    : QWidget(parent), store(attributStore) {
+    setObjectName(QStringLiteral("WelcomeView"));
+    Farga(this, QColor(0, 160, 0));
+    QFont stor = font();
+    stor.setPixelSize(34);
+    setFont(stor);
+
+    flikar = new QTabWidget(this);
+    flikar->setObjectName(QStringLiteral("tab_view"));
+    QFont flikFont = flikar->font();
+    flikFont.setPixelSize(12);
+    flikar->setFont(flikFont);
+    Farga(flikar, QColor(216, 216, 216));
+
+    spelFlik = new QWidget;
+    spelFlik->setObjectName(QStringLiteral("SpelView"));
+    Farga(spelFlik, QColor(160, 160, 0));
+    flikar->addTab(spelFlik, QStringLiteral("Choose a game"));
+
+    hjalpRad = new QLabel(QStringLiteral("Enter a name or click in the hiscoretable"), spelFlik);
+    hjalpRad->setObjectName(QStringLiteral("StringView"));
+    hjalpRad->setGeometry(Ram(10, 10, 210, 30));
+
+    titelRad = new QLabel(QStringLiteral("Highscore for Idioten 1"), spelFlik);
+    titelRad->setObjectName(QStringLiteral("hititleview"));
+    QFont titelFont = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
+    titelFont.setBold(true);
+    titelFont.setPixelSize(16);
+    titelRad->setFont(titelFont);
+    titelRad->setGeometry(Ram(300, 20, 600, 40));
+
+    rubrikRad = new QLabel(QString::fromLatin1(kRubrikStart), spelFlik);
+    rubrikRad->setObjectName(QStringLiteral("hiinfoview"));
+    rubrikRad->setFont(FastBredd(12));
+    rubrikRad->setGeometry(Ram(200, 50, 600, 60));
+
+    auto* spelarEtikett = new QLabel(QStringLiteral("Player = "), spelFlik);
+    spelarEtikett->setGeometry(Ram(10, 40, 59, 60));
+    spelarFalt = new QLineEdit(QStringLiteral("Guest"), spelFlik);
+    spelarFalt->setObjectName(QStringLiteral("textcontrol"));
+    spelarFalt->setGeometry(Ram(60, 40, 170, 60));
+
+    valjRad = new QLabel(QStringLiteral("Choose a game to play"), spelFlik);
+    valjRad->setObjectName(QStringLiteral("StringView"));
+    valjRad->setGeometry(Ram(10, 70, 210, 90));
+
+    hiscoreLista = new HighOLLView(spelFlik, this);
+    hiscoreLista->setFont(FastBredd(12));
+    hiscoreLista->setGeometry(Ram(200, 65, 570, 300));
+    hiscoreLista->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    hiscoreLista->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+
+    spelLista = new SpelOLLView(spelFlik, this);
+    QFont listFont = spelLista->font();
+    listFont.setPixelSize(14);
+    spelLista->setFont(listFont);
+    spelLista->setGeometry(Ram(10, 100, 170, 300));
+    spelLista->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    spelLista->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    for (int i = 0; i < 12; ++i) {
+        spelRader[i] = new QListWidgetItem(QString::fromUtf8(kSpelRader[i]));
+        spelLista->addItem(spelRader[i]);
+    }
+
+    optionFlik = new QWidget;
+    optionFlik->setObjectName(QStringLiteral("OptionView"));
+    Farga(optionFlik, QColor(0, 160, 160));
+    flikar->addTab(optionFlik, QStringLiteral("Options"));
+
+    animeringsRuta = new QCheckBox(QStringLiteral("Animation"), optionFlik);
+    animeringsRuta->setObjectName(QStringLiteral("checkbox"));
+    animeringsRuta->setGeometry(Ram(49, 110, 115, 132));
+    connect(animeringsRuta, &QCheckBox::toggled, this, [this] { Posta(kAnimering); });
+
+    auto knapp = [this](const char* namn, const char* text, BRect ram, type_code what) {
+        auto* b = new QPushButton(QString::fromUtf8(text), optionFlik);
+        b->setObjectName(QString::fromUtf8(namn));
+        b->setGeometry(ToQRect(ram));
+        connect(b, &QPushButton::clicked, this, [this, what] { Posta(what); });
+        return b;
+    };
+    oppnaKnapp = knapp("openbutton", "Choose Background", BRect(200, 50, 300, 100), kValjBakgrund);
+    rensaKnapp =
+        knapp("clearbutton", "Clear Background", BRect(200, 150, 300, 200), kRensaBakgrund);
+    aterstallKnapp =
+        knapp("resetallbutton", "Reset to default", BRect(200, 250, 300, 300), kAterstall);
+
+    // Game 0's table at start; until a game is chosen the heading keeps its first words.
+    HiscoreLista tabell;
+    if (LasTabell(store, HiscoreAttributNamn(0), tabell)) {
+        for (int i = 0; i < kHiscorePlatser; ++i) {
+            hiscoreRader[i] = new QListWidgetItem(QString::fromUtf8(HiscoreRad(i, tabell[i], 0)));
+            hiscoreLista->addItem(hiscoreRader[i]);
+        }
+    } else {
+        rubrikRad->setText(QString::fromLatin1(kIngenTabell));
+    }
+}
+
+void WelcomeView::resizeEvent(QResizeEvent*) {
+    flikar->setGeometry(rect().adjusted(20, 20, -20, -20));
+}
+
+void WelcomeView::SetViewBitmap(const QImage& bild) {
+    bakgrund = bild;
+    setAutoFillBackground(bild.isNull());
+    update();
+}
+
+void WelcomeView::Posta(uint32_t what) {
+    QCoreApplication::postEvent(window(), new Meddelande(what));
+}
+
+void WelcomeView::paintEvent(QPaintEvent*) {
+    if (bakgrund.isNull())
+        return;
+    QPainter p(this);
+    p.drawTiledPixmap(rect(), QPixmap::fromImage(bakgrund));
+}

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "cards/Hiscore.h"
+
+#include <QImage>
+#include <QListWidget>
+#include <QWidget>
+
+#include <array>
+#include <string>
+
+class AttributeStore;
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTabWidget;
+class WelcomeView;
+
+// The list of the twelve games: the first click on a row chooses it and shows its
+// hiscore table, a click on the chosen row starts it.
+class SpelOLLView : public QListWidget {
+public:
+    SpelOLLView(QWidget* parent, WelcomeView* valkomst);
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+
+private:
+    void MouseDown(QPoint where);
+    WelcomeView* valkomst;
+};
+
+// One game's hiscore table as 40 rows of fixed-width text; a click on a row takes its
+// name as the player's name.
+class HighOLLView : public QListWidget {
+public:
+    HighOLLView(QWidget* parent, WelcomeView* valkomst);
+
+    void VisaHiscoreLista(int spelNr);
+    const std::string& AttributNamn() const { return attributNamn; }
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+
+private:
+    void MouseDown(QPoint where);
+    WelcomeView* valkomst;
+    HiscoreLista tabell;
+    std::string attributNamn = "FJOLK:Spel0";
+};
+
+// A hiscore entry as its row in the list, at most 60 characters; an empty entry is 60
+// blanks.
+std::string HiscoreRad(int index, const HighScoreTable& rad, int spelNr);
+// The column headings of a game's table.
+const char* HiscoreRubrik(int spelNr);
+
+// What the window shows while no game is played: the player's name, the game list with
+// the chosen game's hiscore table, and the options. Every choice is posted to the window
+// as a command.
+class WelcomeView : public QWidget {
+public:
+    explicit WelcomeView(QWidget* parent, AttributeStore& store);
+
+    // The background picture, tiled; a null picture shows the table green.
+    void SetViewBitmap(const QImage& bild);
+
+    // Posts a command to the window that holds this view.
+    void Posta(uint32_t what);
+
+    AttributeStore& store;
+
+    QLabel* titelRad = nullptr;
+    QLabel* rubrikRad = nullptr;
+    QLabel* hjalpRad = nullptr;
+    QLabel* valjRad = nullptr;
+    QLineEdit* spelarFalt = nullptr;
+    QWidget* spelFlik = nullptr;
+    QWidget* optionFlik = nullptr;
+    QTabWidget* flikar = nullptr;
+    HighOLLView* hiscoreLista = nullptr;
+    std::array<QListWidgetItem*, 40> hiscoreRader{};
+    SpelOLLView* spelLista = nullptr;
+    std::array<QListWidgetItem*, 12> spelRader{};
+    QCheckBox* animeringsRuta = nullptr;
+    QPushButton* oppnaKnapp = nullptr;
+    QPushButton* rensaKnapp = nullptr;
+    QPushButton* aterstallKnapp = nullptr;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    QImage bakgrund;
+};

@@ -1,0 +1,373 @@
+#include "app/FjolkApp.h"
+#include "app/FjolkView.h"
+#include "app/FjolkWin.h"
+#include "app/Meddelande.h"
+#include "cards/Hiscore.h"
+#include "platform/QtGeometry.h"
+#include "support/Gester.h"
+#include "welcome/WelcomeView.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cstring>
+#include <memory>
+
+namespace {
+
+void Behandla() {
+    for (int i = 0; i < 3; ++i) {
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+    }
+}
+
+// One run of the program on its own data folder.
+struct Korning {
+    QTemporaryDir dir;
+    std::unique_ptr<FjolkWin> win;
+
+    Korning() { Starta(); }
+    void Starta() {
+        AttributeStore::SetDataDirectory(dir.path().toStdString());
+        BRect ram = GetWindowSize(Store(), BRect(0, 0, 1023, 767));
+        win = std::make_unique<FjolkWin>(ram, Store());
+        win->ValkomstVy()->animeringsRuta->setChecked(false);
+        Behandla();
+    }
+    void StartaOm() {
+        win.reset();
+        Starta();
+    }
+    AttributeStore& Store() { return AttributeStore::Program(); }
+    void Posta(type_code what) {
+        QCoreApplication::postEvent(win.get(), new Meddelande(what));
+        Behandla();
+    }
+    FjolkView& Vy() { return *win->SpelVy(); }
+    HiscoreLista Tabell(int spelNr) {
+        HiscoreLista tabell{};
+        std::string namn = "FJOLK:Spel" + std::to_string(spelNr);
+        Store().ReadAttr(namn.c_str(), B_RAW_TYPE, 0, tabell.data(), sizeof tabell);
+        return tabell;
+    }
+    bool Finns(const char* namn) {
+        char buffer[1920];
+        for (size_t storlek : {size_t(16), size_t(20), size_t(1920)})
+            for (type_code typ : {B_RECT_TYPE, B_RAW_TYPE})
+                if (Store().ReadAttr(namn, typ, 0, buffer, storlek) > 0)
+                    return true;
+        return false;
+    }
+    BRect Ram(const char* namn) {
+        BRect ram;
+        Store().ReadAttr(namn, B_RECT_TYPE, 0, &ram, sizeof ram);
+        return ram;
+    }
+};
+
+HighScoreTable Post(const char* namn, int kort, int giv, int angra) {
+    HighScoreTable post;
+    std::strncpy(post.namn, namn, 19);
+    post.kort = static_cast<int8_t>(kort);
+    post.giv = static_cast<int8_t>(giv);
+    post.angra = angra;
+    std::strcpy(post.tid, "01:00");
+    std::strcpy(post.datum, "1/1 2026");
+    return post;
+}
+
+// Game 0's table with `hoga` unbeatable entries, then low ones that any fresh deal beats.
+void FyllTabell(AttributeStore& store, int hoga) {
+    HiscoreLista tabell{};
+    for (int i = 0; i < 40; ++i)
+        tabell[i] = i < hoga ? Post("Mästare", 48, 1, 0) : Post("Nybörjare", 0, 3, 999);
+    store.WriteAttr("FJOLK:Spel0", B_RAW_TYPE, 0, tabell.data(), sizeof tabell);
+}
+
+} // namespace
+
+class FjolkWinTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void forstaStartenSkriverEnCentreradRamGenast() {
+        QTemporaryDir dir;
+        AttributeStore store(dir.path().toStdString());
+        BRect ram = GetWindowSize(store, BRect(0, 0, 1023, 767));
+        QCOMPARE(ram, BRect(191, 183, 831, 583));
+        BRect lagrad;
+        QCOMPARE(store.ReadAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &lagrad, 16), ssize_t(16));
+        QCOMPARE(lagrad, ram);
+        // The stored frame wins from then on.
+        BRect flyttad(10, 20, 650, 420);
+        store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &flyttad, 16);
+        QCOMPARE(GetWindowSize(store, BRect(0, 0, 1023, 767)), flyttad);
+    }
+
+    void fonstretOppnasPaRamenMedTitelOchFastStorlek() {
+        Korning k;
+        QCOMPARE(k.win->windowTitle(), QStringLiteral("Fjolks Patience 2.0"));
+        QCOMPARE(k.win->Frame(), BRect(191, 183, 831, 583));
+        QCOMPARE(k.win->minimumSize(), QSize(640, 400));
+        QCOMPARE(k.win->maximumSize(), QSize(640, 400));
+        QVERIFY(k.win->ValkomstVy()->isVisible());
+        QVERIFY(!k.Vy().isVisible());
+    }
+
+    void menyernaHarSinaKommandonOchKortkommandon() {
+        Korning k;
+        QStringList texter;
+        for (QAction* meny : k.win->menuBar()->actions()) {
+            texter << meny->text();
+            for (QAction* a : meny->menu()->actions())
+                texter << (a->isSeparator() ? QStringLiteral("-")
+                                            : a->text() + " " + a->shortcut().toString());
+        }
+        QCOMPARE(texter, (QStringList{"Game", "New Deal Ctrl+D", "Undo Ctrl+Z", "Close Ctrl+W", "-",
+                                      "Exit Ctrl+Q", "Help", "Help Ctrl+H", "About Ctrl+A"}));
+    }
+
+    void namnPa25TeckenLagrasSomDeForsta19() {
+        Korning k;
+        k.win->ValkomstVy()->spelarFalt->setText(QStringLiteral("Abcdefghijklmnopqrstuvwxy"));
+        k.win->QuitRequested();
+        char namn[20];
+        QCOMPARE(k.Store().ReadAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, namn, 20), ssize_t(20));
+        QCOMPARE(QByteArray(namn, 20), QByteArray("Abcdefghijklmnopqrs\0", 20));
+        k.win->ValkomstVy()->spelarFalt->setText(QStringLiteral("Eva"));
+        k.win->QuitRequested();
+        k.Store().ReadAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, namn, 20);
+        QCOMPARE(QByteArray(namn, 20), QByteArray("Eva                \0", 20));
+        QVERIFY(k.win->Avslutad());
+    }
+
+    void stangPaValkomstskarmenAvslutar() {
+        Korning k;
+        k.Posta(kStang);
+        QVERIFY(k.win->Avslutad());
+    }
+
+    void spelStartasUrListanOchMenyernaFoljerSpelet() {
+        Korning k;
+        k.win->MenusBeginning();
+        QVERIFY(!k.win->NyGivItem()->isEnabled());
+        QVERIFY(!k.win->AngraItem()->isEnabled());
+        k.Posta(kStartaSpel0);
+        QVERIFY(k.win->VisarSpel());
+        QVERIFY(k.Vy().isVisible());
+        QVERIFY(!k.win->ValkomstVy()->isVisible());
+        QVERIFY(k.Vy().Spel() != nullptr);
+        QCOMPARE(k.win->windowTitle(), QStringLiteral("Fjolks Patience - Idioten"));
+        QCOMPARE(k.win->minimumSize(), QSize(100, 100));
+        QCOMPARE(k.win->maximumSize(), QSize(1280, 1024));
+        QCOMPARE(QByteArray(k.Vy().spelarNamn), QByteArray("Guest"));
+        QVERIFY(k.win->NyGivItem()->isEnabled());
+        QCOMPARE(k.win->AngraItem()->isEnabled(), k.Vy().Spel()->Has_Undos());
+    }
+
+    void spelSomInteFinnsAnnuLamnarValkomstskarmen() {
+        Korning k;
+        k.Posta(kStartaSpel0 + 11);
+        QVERIFY(!k.win->VisarSpel());
+        QVERIFY(k.win->ValkomstVy()->isVisible());
+    }
+
+    void nyGivMittISpeletRegistrerarOchTalarOmDet() {
+        Korning k;
+        k.win->ValkomstVy()->spelarFalt->setText(QStringLiteral("Eva"));
+        k.Posta(kStartaSpel0);
+        k.Posta(kNyGiv);
+        HiscoreLista tabell = k.Tabell(0);
+        QCOMPARE(QByteArray(tabell[0].namn), QByteArray("Eva"));
+        QCOMPARE(int(tabell[0].giv), 1);
+        QCOMPARE(int(tabell[1].kort), -1);
+        QCOMPARE(k.win->HiscorePlats(), 1);
+        QMessageBox* info = k.win->HiInfo();
+        QVERIFY(info != nullptr);
+        QCOMPARE(info->windowTitle(), QStringLiteral("Hi Info"));
+        QCOMPARE(info->text(), QStringLiteral("You are number 1 on the Hiscoretable!"));
+        QCOMPARE(info->buttons().size(), 1);
+        QCOMPARE(info->buttons()[0]->text(), QStringLiteral("OK"));
+        QVERIFY(!info->isModal());
+        QTest::keyClick(info, Qt::Key_Escape);
+        Behandla();
+        QVERIFY(k.win->HiInfo() == nullptr);
+        QVERIFY(k.win->VisarSpel());
+        QVERIFY(!k.Vy().Spel()->Has_Undos());
+    }
+
+    void missadTabellSagsMedSinText() {
+        Korning k;
+        FyllTabell(k.Store(), 40);
+        k.Posta(kStartaSpel0);
+        k.Posta(kNyGiv);
+        QCOMPARE(k.win->HiscorePlats(), 41);
+        QCOMPARE(k.win->HiInfo()->text(),
+                 QStringLiteral("You've missed the Hiscoretable! Better luck next time!"));
+    }
+
+    void plats40VisasMenIngenRadValjsEfterStang() {
+        Korning k;
+        FyllTabell(k.Store(), 39);
+        k.Posta(kStartaSpel0);
+        k.Posta(kStang);
+        QCOMPARE(k.win->HiscorePlats(), 40);
+        QVERIFY(!k.win->VisarSpel());
+        QVERIFY(k.win->HiInfo() == nullptr);
+        QVERIFY(k.win->ValkomstVy()->hiscoreLista->selectedItems().isEmpty());
+        QCOMPARE(k.win->ValkomstVy()->titelRad->text(), QStringLiteral("Highscore for Idioten 1"));
+    }
+
+    void plats39ValjerRad39EfterStang() {
+        Korning k;
+        FyllTabell(k.Store(), 38);
+        k.Posta(kStartaSpel0);
+        k.Posta(kStang);
+        QCOMPARE(k.win->HiscorePlats(), 39);
+        QCOMPARE(k.win->ValkomstVy()->hiscoreLista->currentRow(), 39);
+        QCOMPARE(k.win->windowTitle(), QStringLiteral("Fjolks Patience 2.0"));
+        QCOMPARE(k.win->Frame(), k.Ram("FJOLK:FirstWindow"));
+    }
+
+    void underDragIgnorerasAllaKommandonUtomExit() {
+        Korning k;
+        k.Posta(kStartaSpel0);
+        const Patiens& spel = *k.Vy().Spel();
+        // Press on the first card on the table and pull it past the click square.
+        int kort = 0;
+        while (spel.Luckor()[kort].Tom())
+            ++kort;
+        QPoint start = ToQPoint(Mitt(spel.Luckor()[kort].GePos()));
+        QTest::mousePress(&k.Vy(), Qt::LeftButton, Qt::NoModifier, start);
+        QMouseEvent move(QEvent::MouseMove, QPointF(start + QPoint(20, 20)),
+                         QPointF(start + QPoint(20, 20)), Qt::NoButton, Qt::LeftButton,
+                         Qt::NoModifier);
+        QCoreApplication::sendEvent(&k.Vy(), &move);
+        QVERIFY(k.Vy().drar);
+        for (type_code what : {kNyGiv, kAngra, kStang, kOm, kHjalp, kRensaBakgrund})
+            k.Posta(what);
+        QVERIFY(k.win->VisarSpel());
+        QVERIFY(k.win->HiInfo() == nullptr);
+        QVERIFY(!k.Finns("FJOLK:Spel0"));
+        k.Posta(kAvsluta);
+        QVERIFY(k.win->Avslutad());
+        QVERIFY(k.Finns("FJOLK:Spel0"));
+    }
+
+    void varjeSpelOppnasPaSinEgenRam() {
+        Korning k;
+        k.Posta(kStartaSpel0);
+        // A game never played opens at the current frame.
+        QCOMPARE(k.win->Frame(), BRect(191, 183, 831, 583));
+        k.win->SattFrame(BRect(50, 60, 950, 760));
+        QCOMPARE(k.Ram("FJOLK:SpelWinNr0"), BRect(50, 60, 950, 760));
+        k.Posta(kStang);
+        QCOMPARE(k.win->Frame(), BRect(191, 183, 831, 583));
+        QCOMPARE(k.Ram("FJOLK:FirstWindow"), BRect(191, 183, 831, 583));
+        k.Posta(kStartaSpel0);
+        QCOMPARE(k.win->Frame(), BRect(50, 60, 950, 760));
+        QCOMPARE(k.Vy().Bounds().IntegerWidth(), 899);
+    }
+
+    void omstartHittarNamnRamarOchHiscores() {
+        Korning k;
+        k.win->ValkomstVy()->spelarFalt->setText(QStringLiteral("Eva"));
+        k.win->SattFrame(BRect(100, 120, 740, 520));
+        k.Posta(kStartaSpel0);
+        k.win->SattFrame(BRect(10, 20, 1010, 820));
+        k.Posta(kStang);
+        k.Posta(kAvsluta);
+        QVERIFY(k.win->Avslutad());
+        k.StartaOm();
+        QCOMPARE(k.win->ValkomstVy()->spelarFalt->text(), QStringLiteral("Eva                "));
+        QCOMPARE(k.win->Frame(), BRect(100, 120, 740, 520));
+        QCOMPARE(QByteArray(k.Tabell(0)[0].namn), QByteArray("Eva"));
+        QCOMPARE(k.win->ValkomstVy()->hiscoreLista->count(), 40);
+        k.Posta(kStartaSpel0);
+        QCOMPARE(k.win->Frame(), BRect(10, 20, 1010, 820));
+    }
+
+    void aterstallTarBortExaktDeTreRamarna() {
+        Korning k;
+        BRect ram(1, 2, 700, 500);
+        for (const char* namn : {"FJOLK:SpelWinNr0", "FJOLK:SpelWinNr1", "FJOLK:SpelWinNr2"})
+            k.Store().WriteAttr(namn, B_RECT_TYPE, 0, &ram, 16);
+        FyllTabell(k.Store(), 3);
+        k.win->ValkomstVy()->animeringsRuta->setChecked(false);
+        Behandla();
+        QVERIFY(!k.win->Animering());
+        k.Posta(kAterstall);
+        QVERIFY(!k.Finns("FJOLK:FirstWindow"));
+        QVERIFY(!k.Finns("FJOLK:SpelWinNr0"));
+        QVERIFY(!k.Finns("FJOLK:SpelWinNr1"));
+        QVERIFY(k.Finns("FJOLK:SpelWinNr2"));
+        QVERIFY(k.Finns("FJOLK:Spel0"));
+        QVERIFY(k.win->Animering());
+        QVERIFY(k.win->ValkomstVy()->animeringsRuta->isChecked());
+    }
+
+    void animeringsrutanGallerSpelSomStartasSedan() {
+        Korning k;
+        QVERIFY(!k.win->Animering());
+        k.win->ValkomstVy()->animeringsRuta->setChecked(true);
+        Behandla();
+        QVERIFY(k.win->Animering());
+    }
+
+    void omRutanSagerHaKul() {
+        Korning k;
+        k.Posta(kOm);
+        QMessageBox* om = k.win->findChild<QMessageBox*>(QStringLiteral("About"));
+        QVERIFY(om != nullptr);
+        QCOMPARE(om->windowTitle(), QStringLiteral("About"));
+        QVERIFY(om->text().contains("Fjolks Patience 2.0 beta"));
+        QVERIFY(om->text().contains("Enjoy, it's freeware!"));
+        QCOMPARE(om->buttons().size(), 1);
+        QCOMPARE(om->buttons()[0]->text(), QStringLiteral("Have Fun!"));
+    }
+
+    void bakgrundsbildLaddasMedFullAlfaOchRensas() {
+        Korning k;
+        QString fil = k.dir.filePath(QStringLiteral("bild.png"));
+        QImage bild(4, 4, QImage::Format_ARGB32);
+        bild.fill(qRgba(200, 10, 10, 100));
+        QVERIFY(bild.save(fil));
+        QCoreApplication::postEvent(k.win.get(), new Meddelande(kBakgrundVald, fil));
+        Behandla();
+        QCOMPARE(qAlpha(k.Vy().BakgrundsBild().pixel(1, 1)), 255);
+        QCOMPARE(qRed(k.Vy().BackBitmap().pixel(10, 10)), 200);
+        k.Posta(kRensaBakgrund);
+        QVERIFY(k.Vy().BakgrundsBild().isNull());
+        QCOMPARE(QColor(k.Vy().BackBitmap().pixel(10, 10)), QColor(0, 160, 0));
+    }
+
+    void filSomInteArEnBildGerIngenBild() {
+        Korning k;
+        QString fil = k.dir.filePath(QStringLiteral("text.png"));
+        QFile f(fil);
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.write("not a picture");
+        f.close();
+        QCoreApplication::postEvent(k.win.get(), new Meddelande(kBakgrundVald, fil));
+        Behandla();
+        QVERIFY(k.Vy().BakgrundsBild().isNull());
+        QCOMPARE(QColor(k.Vy().BackBitmap().pixel(10, 10)), QColor(0, 160, 0));
+    }
+
+    void hjalpsidanLiggerBredvidProgrammet() {
+        QVERIFY(FjolkWin::HjalpFil().endsWith(QStringLiteral("/Help/Help.html")));
+    }
+};
+
+QTEST_MAIN(FjolkWinTest)
+#include "test_window.moc"
