@@ -144,6 +144,14 @@ void KortSpel::ByggDragBild(const std::vector<Lucka>& luckor, const std::vector<
     point = where - ram.LeftTop();
 }
 
+void KortSpel::SattAnimering(BRect fran, BRect till, BRect kort, BRect underPos, BRect underKort) {
+    animFran = fran;
+    animTill = till;
+    animKort = kort;
+    animUnderPos = underPos;
+    animUnderKort = underKort;
+}
+
 void KortSpel::TTAnimeraKort(FjolkView* view, int tid, bool kant) {
     AnimeraKort(view, tid, kant, true, Flygande::Framsida);
 }
@@ -171,9 +179,7 @@ void KortSpel::AnimeraKort(FjolkView* view, int tid, bool kant, bool visaUnder, 
     }
     view->VisaNu(animFran);
 
-    QImage bild = vad == Flygande::DragBild
-                      ? bmp
-                      : mp_kortbitmap.copy(ToQRect(animKort));
+    QImage bild = vad == Flygande::DragBild ? bmp : mp_kortbitmap.copy(ToQRect(animKort));
     QRect yta(QPoint(0, 0), bild.size());
     QImage under(yta.size(), frame.format());
 
@@ -221,8 +227,7 @@ void KortSpel::AnimeraKort(FjolkView* view, int tid, bool kant, bool visaUnder, 
 }
 
 bool Patiens::LamnatKlickRutan(BPoint press, BPoint now) const {
-    return now.x < press.x - 4 || now.x > press.x + 4 || now.y < press.y - 4 ||
-           now.y > press.y + 4;
+    return now.x < press.x - 4 || now.x > press.x + 4 || now.y < press.y - 4 || now.y > press.y + 4;
 }
 
 Patiens::Avsikt Patiens::VantaPaAvsikt(FjolkView* view, BPoint where) const {
@@ -232,6 +237,11 @@ Patiens::Avsikt Patiens::VantaPaAvsikt(FjolkView* view, BPoint where) const {
     if (knappar == 0 || nu == where)
         return Avsikt::Klick;
     return Avsikt::Drag;
+}
+
+void Patiens::Flytta(int fran, int till) {
+    luckor[till].TaEmotKort(luckor[fran].GeKort());
+    luckor[fran].TaBortKort();
 }
 
 void Patiens::RitaBordet() {

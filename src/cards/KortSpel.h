@@ -34,6 +34,11 @@ public:
     // As TTAnimeraKort, but what flies is the whole drag image `bmp` (a run of cards).
     virtual void XXAnimeraKort(FjolkView* view, int tid, bool kant);
 
+    // Sets up the next flight: from, to, the flying face, and what shows at the start
+    // place beneath it (nothing when `underPos` is the zero rectangle).
+    void SattAnimering(BRect fran, BRect till, BRect kort, BRect underPos = BRect(0, 0, 0, 0),
+                       BRect underKort = BRect(0, 0, 0, 0));
+
     // Renders all 52 faces and the four backs at w × h: look A (symbol top left, one
     // label) or look B (symbols and labels in two corners).
     void KortUtSeende_A(int w, int h);
@@ -116,6 +121,9 @@ protected:
     // The player's intention after a press, read from the mouse as the view resolved it.
     enum class Avsikt { Klick, Drag };
     Avsikt VantaPaAvsikt(FjolkView* view, BPoint where) const;
+
+    // Moves the card of slot `fran` into slot `till`.
+    void Flytta(int fran, int till);
 
     // Draws the whole table through the off-screen frame and shows it.
     void RitaBordet();

@@ -67,7 +67,7 @@ void Idioten::RitaSpel(QPainter& offView) {
 }
 
 void Idioten::DelaUtKort() {
-    vy->InvalidateOffscreen();
+    RitaBordet();
     if (animera)
         RitaBaksidor(kForstaLekPlats, kSistaLekPlats);
 
@@ -214,17 +214,4 @@ bool Idioten::Has_Undos() {
 int Idioten::AddHiscore() {
     return ::AddHiscore(SpelNummer(), HiscoreResultat{klaraKort, forsok}, antalUndo, vy->spelarNamn,
                         startTid);
-}
-
-void Idioten::Flytta(int fran, int till) {
-    luckor[till].TaEmotKort(luckor[fran].GeKort());
-    luckor[fran].TaBortKort();
-}
-
-void Idioten::SattAnimering(BRect fran, BRect till, BRect kort, BRect underPos, BRect underKort) {
-    animFran = fran;
-    animTill = till;
-    animKort = kort;
-    animUnderPos = underPos;
-    animUnderKort = underKort;
 }

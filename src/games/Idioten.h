@@ -38,11 +38,6 @@ public:
     std::vector<Lucka>& LuckorForTest() { return luckor; }
 
 private:
-    // Moves the card of `fran` into the empty slot `till`.
-    void Flytta(int fran, int till);
-    void SattAnimering(BRect fran, BRect till, BRect kort, BRect underPos = BRect(0, 0, 0, 0),
-                       BRect underKort = BRect(0, 0, 0, 0));
-
     int forsok = 1;
     int klaraKort = 0;
     int antalUndo = 0;
