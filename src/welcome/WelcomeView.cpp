@@ -234,6 +234,9 @@ WelcomeView::WelcomeView(QWidget* parent, AttributeStore& attributStore)
     hjalpRad = new QLabel(QStringLiteral("Enter a name or click in the hiscoretable"), spelFlik);
     hjalpRad->setObjectName(QStringLiteral("StringView"));
     hjalpRad->setGeometry(Ram(10, 10, 210, 30));
+    // Our font is wider than the one the line was measured for: let it run on rather
+    // than cut it.
+    hjalpRad->resize(std::max(hjalpRad->width(), hjalpRad->sizeHint().width()), hjalpRad->height());
 
     titelRad = new QLabel(QStringLiteral("Highscore for Idioten 1"), spelFlik);
     titelRad->setObjectName(QStringLiteral("hititleview"));
@@ -245,8 +248,12 @@ WelcomeView::WelcomeView(QWidget* parent, AttributeStore& attributStore)
 
     rubrikRad = new QLabel(QString::fromLatin1(kRubrikStart), spelFlik);
     rubrikRad->setObjectName(QStringLiteral("hiinfoview"));
-    rubrikRad->setFont(FastBredd(12));
-    rubrikRad->setGeometry(Ram(200, 50, 600, 60));
+    // The headings are in the plain, proportional font: spelt with their blanks, they
+    // then stand over the columns of the fixed-width rows below.
+    QFont rubrikFont = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
+    rubrikFont.setPixelSize(10);
+    rubrikRad->setFont(rubrikFont);
+    rubrikRad->setGeometry(Ram(200, 50, 600, 63));
 
     auto* spelarEtikett = new QLabel(QStringLiteral("Player = "), spelFlik);
     spelarEtikett->setGeometry(Ram(10, 40, 59, 60));
@@ -259,7 +266,8 @@ WelcomeView::WelcomeView(QWidget* parent, AttributeStore& attributStore)
     valjRad->setGeometry(Ram(10, 70, 210, 90));
 
     hiscoreLista = new HighOLLView(spelFlik, this);
-    hiscoreLista->setFont(FastBredd(12));
+    hiscoreLista->setFont(FastBredd(11));
+    hiscoreLista->setTextElideMode(Qt::ElideNone);
     hiscoreLista->setGeometry(Ram(200, 65, 570, 300));
     hiscoreLista->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     hiscoreLista->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
