@@ -19,6 +19,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cstdio>
 #include <cstring>
 #include <memory>
 
@@ -77,7 +78,7 @@ struct Korning {
 
 HighScoreTable Post(const char* namn, int kort, int giv, int angra) {
     HighScoreTable post;
-    std::strncpy(post.namn, namn, 19);
+    std::snprintf(post.namn, sizeof post.namn, "%s", namn);
     post.kort = static_cast<int8_t>(kort);
     post.giv = static_cast<int8_t>(giv);
     post.angra = angra;

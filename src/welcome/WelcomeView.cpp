@@ -83,6 +83,11 @@ QRect Ram(float l, float t, float r, float b) {
 
 QFont FastBredd(int storlek) {
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    if (!QFontInfo(font).fixedPitch()) {
+        font = QFont(QStringLiteral("DejaVu Sans Mono"));
+        font.setStyleHint(QFont::Monospace);
+        font.setFixedPitch(true);
+    }
     font.setPixelSize(storlek);
     return font;
 }
