@@ -13,8 +13,10 @@
 #include <unistd.h>
 
 #include <array>
+#include <atomic>
 #include <cstdio>
 #include <filesystem>
+#include <thread>
 
 namespace {
 
@@ -357,6 +359,29 @@ private slots:
         int32_t n = 0;
         QCOMPARE(b.ReadAttr("counter", B_RAW_TYPE, 0, &n, 4), ssize_t(4));
         QCOMPARE(n, 100);
+    }
+
+    void tvaProgramSomStartarSamtidigtSkaparEnGemensamStore() {
+        for (int varv = 0; varv < 20; ++varv) {
+            QTemporaryDir dir;
+            std::atomic<int> redo{0};
+            std::atomic<int> oppnade{0};
+            std::vector<std::thread> tradar;
+            for (int i = 0; i < 6; ++i)
+                tradar.emplace_back([&] {
+                    ++redo;
+                    while (redo < 6) {
+                    }
+                    AttributeStore store(Folder(dir));
+                    if (store.InitCheck() == B_OK)
+                        ++oppnade;
+                });
+            for (auto& t : tradar)
+                t.join();
+            QCOMPARE(oppnade.load(), 6);
+            for (const std::string& namn : FilesIn(Folder(dir)))
+                QVERIFY2(namn.find("damaged") == std::string::npos, namn.c_str());
+        }
     }
 
     void standardmappFoljerXdg() {

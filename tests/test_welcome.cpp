@@ -2,6 +2,7 @@
 #include "cards/Hiscore.h"
 #include "platform/AttributeStore.h"
 #include "platform/QtGeometry.h"
+#include "support/Poster.h"
 #include "welcome/WelcomeView.h"
 
 #include <QCheckBox>
@@ -31,17 +32,6 @@ public:
     }
     std::vector<type_code> koder;
 };
-
-HighScoreTable Post(const char* namn, int kort, int giv, int angra) {
-    HighScoreTable post;
-    std::snprintf(post.namn, sizeof post.namn, "%s", namn);
-    post.kort = static_cast<int8_t>(kort);
-    post.giv = static_cast<int8_t>(giv);
-    post.angra = angra;
-    std::strcpy(post.tid, "05:07");
-    std::strcpy(post.datum, "3/2 2001");
-    return post;
-}
 
 struct Skarm {
     QTemporaryDir dir;

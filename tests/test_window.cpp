@@ -5,6 +5,7 @@
 #include "cards/Hiscore.h"
 #include "platform/QtGeometry.h"
 #include "support/Gester.h"
+#include "support/Poster.h"
 #include "welcome/WelcomeView.h"
 
 #include <QAction>
@@ -75,17 +76,6 @@ struct Korning {
         return ram;
     }
 };
-
-HighScoreTable Post(const char* namn, int kort, int giv, int angra) {
-    HighScoreTable post;
-    std::snprintf(post.namn, sizeof post.namn, "%s", namn);
-    post.kort = static_cast<int8_t>(kort);
-    post.giv = static_cast<int8_t>(giv);
-    post.angra = angra;
-    std::strcpy(post.tid, "01:00");
-    std::strcpy(post.datum, "1/1 2026");
-    return post;
-}
 
 // Game 0's table with `hoga` unbeatable entries, then low ones that any fresh deal beats.
 void FyllTabell(AttributeStore& store, int hoga) {

@@ -122,34 +122,5 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
             return Fail(QStringLiteral("--snapshot needs --game N"), parser);
         result.snapshot = parser.value(snapshotOption).toStdString();
     }
-    if (parser.isSet(gameOption)) {
-        bool ok = false;
-        int game = parser.value(gameOption).toInt(&ok);
-        if (!ok || game < 0 || game > 11)
-            return Fail(QStringLiteral("--game wants a game number from 0 to 11, not '%1'")
-                            .arg(parser.value(gameOption)),
-                        parser);
-        result.game = game;
-    }
-    if (parser.isSet(sizeOption)) {
-        QStringList parts = parser.value(sizeOption).split(QLatin1Char('x'));
-        bool okW = false;
-        bool okH = false;
-        int width = parts.size() == 2 ? parts[0].toInt(&okW) : 0;
-        int height = parts.size() == 2 ? parts[1].toInt(&okH) : 0;
-        if (!okW || !okH || width < 100 || height < 100 || width > 1280 || height > 1024)
-            return Fail(QStringLiteral("--size wants WxH from 100x100 to 1280x1024, not '%1'")
-                            .arg(parser.value(sizeOption)),
-                        parser);
-        result.width = width;
-        result.height = height;
-    }
-    if (parser.isSet(snapshotOption)) {
-        if (parser.value(snapshotOption).isEmpty())
-            return Fail(QStringLiteral("--snapshot wants a file name"), parser);
-        if (result.game < 0)
-            return Fail(QStringLiteral("--snapshot needs --game N"), parser);
-        result.snapshot = parser.value(snapshotOption).toStdString();
-    }
     return result;
 }

@@ -6,89 +6,129 @@
 #include <cstring>
 
 HighScoreTable::HighScoreTable() {
-    std::memset(this, 0, sizeof *this);
+    std::memset(static_cast<void*>(this), 0, sizeof *this);
 }
 
 namespace {
 
-// Keys are 32-bit as the tables always ranked them; reckoned wider first so that a
-// damaged entry wraps instead of overflowing.
+// A stored table may hold any bytes at all, so keys are reckoned 64-bit wide and only then
+// brought to the 32 bits they have always had; for every real result nothing wraps.
 int32_t Nyckel(int64_t varde) {
-    return static_cast<int32_t>(static_cast<uint32_t>(varde));
+    return static_cast<int32_t>(varde);
 }
 
+// Idioten 1, Kvarnen, Black hole, Strategy: more cards, then an earlier deal, then fewer
+// undos.
 int32_t NyIdioten(int kort, int giv, int angra, int, int) {
-    return Nyckel(int64_t(kort) * 10000 + (4 - int64_t(giv)) * 1000 - (int64_t(angra) - 999));
+    return Nyckel(int64_t{kort} * 10000 + (4 - int64_t{giv}) * 1000 - (int64_t{angra} - 999));
 }
 int32_t GammalIdioten(const HighScoreTable& p, int) {
     return NyIdioten(p.kort, p.giv, p.angra, 0, 0);
 }
 
-// More undos rank higher here: the tables have always counted them so.
+// Idioten 2, Godnattvalsen: more cards, then MORE undos; the tables have always counted
+// them so.
 int32_t NyIdioten2(int kort, int, int angra, int mm, int ss) {
-    return Nyckel(ss + int64_t(kort) * 10000000 + int64_t(angra) * 10000 + int64_t(mm) * 100);
+    return Nyckel(ss + int64_t{kort} * 10000000 + int64_t{angra} * 10000 + int64_t{mm} * 100);
 }
 int32_t GammalIdioten2(const HighScoreTable& p, int) {
-    return Nyckel(int64_t(p.kort) * 10000000 + int64_t(p.angra) * 10000);
+    return Nyckel(int64_t{p.kort} * 10000000 + int64_t{p.angra} * 10000);
 }
 
+// Tower of Hanoi: fewer undos, then the shorter time.
 int32_t NyTower(int, int, int angra, int mm, int ss) {
-    return Nyckel(ss + int64_t(angra) * 10000 + int64_t(mm) * 100);
+    return Nyckel(ss + int64_t{angra} * 10000 + int64_t{mm} * 100);
 }
 int32_t GammalTower(const HighScoreTable& p, int f) {
-    return Nyckel(int64_t(p.kort) * f * 10000000 + int64_t(p.angra) * 10000);
+    return Nyckel(int64_t{p.kort} * f * 10000000 + int64_t{p.angra} * 10000);
 }
 
+// Glädjespridaren, Farfars klocka: more cards, then fewer undos.
 int32_t NyGladje(int kort, int, int angra, int mm, int ss) {
-    return Nyckel(ss + int64_t(kort) * 10000000 + (999 - int64_t(angra)) * 10000 +
-                  int64_t(mm) * 100);
+    return Nyckel(ss + int64_t{kort} * 10000000 + (999 - int64_t{angra}) * 10000 +
+                  int64_t{mm} * 100);
 }
 int32_t GammalGladje(const HighScoreTable& p, int) {
-    return Nyckel(int64_t(p.kort) * 10000000 + (999 - int64_t(p.angra)) * 10000);
+    return Nyckel(int64_t{p.kort} * 10000000 + (999 - int64_t{p.angra}) * 10000);
 }
 
+// 13-Pyramiden: fewer cards left, then an earlier deal, then fewer undos.
 int32_t NyPyramiden(int kort, int giv, int angra, int, int) {
-    return Nyckel(angra + int64_t(kort) * 10000 + int64_t(giv) * 1000);
+    return Nyckel(angra + int64_t{kort} * 10000 + int64_t{giv} * 1000);
 }
 int32_t GammalPyramiden(const HighScoreTable& p, int f) {
-    return Nyckel(int64_t(p.kort) * f * 10000 + int64_t(p.giv) * 1000 + p.angra);
+    return Nyckel(int64_t{p.kort} * f * 10000 + int64_t{p.giv} * 1000 + p.angra);
 }
 
+// Freecell, Eight off: more cards, then fewer undos; the games store deal 1, whose key is
+// the new result's.
 int32_t NyFreecell(int kort, int, int angra, int, int) {
-    return Nyckel(int64_t(kort) * 10000 - (int64_t(angra) - 1999));
+    return Nyckel(int64_t{kort} * 10000 - (int64_t{angra} - 1999));
 }
 int32_t GammalFreecell(const HighScoreTable& p, int) {
-    return Nyckel(int64_t(p.kort) * 10000 + int64_t(p.giv) * 1000 - (int64_t(p.angra) - 999));
+    return Nyckel(int64_t{p.kort} * 10000 + int64_t{p.giv} * 1000 - (int64_t{p.angra} - 999));
 }
 
-constexpr HiscoreFamilj kIdioten{3, false, false, &NyIdioten, &GammalIdioten};
-constexpr HiscoreFamilj kIdioten2{1, false, true, &NyIdioten2, &GammalIdioten2};
-constexpr HiscoreFamilj kTower{1, true, true, &NyTower, &GammalTower};
-constexpr HiscoreFamilj kGladje{1, false, true, &NyGladje, &GammalGladje};
-constexpr HiscoreFamilj kPyramiden{3, true, false, &NyPyramiden, &GammalPyramiden};
-constexpr HiscoreFamilj kFreecell{3, false, false, &NyFreecell, &GammalFreecell};
+constexpr bool kFallande = false;
+constexpr bool kStigande = true;
+constexpr bool kHoppaOver = false;
+constexpr bool kSkrivTillbaka = true;
 
-// Game number → family: Idioten, Idioten 2, Godnattvalsen, Tower of Hanoi, Kvarnen,
-// Glädjespridaren, Farfars klocka, 13-Pyramiden, Freecell, Eight off, Black hole,
-// Strategy.
-const HiscoreFamilj* const kFamiljer[12] = {&kIdioten,  &kIdioten2, &kIdioten2, &kTower,
-                                            &kIdioten,  &kGladje,   &kGladje,   &kPyramiden,
-                                            &kFreecell, &kFreecell, &kIdioten,  &kIdioten};
+// Indexed by game number.
+constexpr std::array<HiscoreFamilj, 12> kFamiljer{{
+    {3, kFallande, kHoppaOver, &NyIdioten, &GammalIdioten},       // Idioten 1
+    {1, kFallande, kSkrivTillbaka, &NyIdioten2, &GammalIdioten2}, // Idioten 2
+    {1, kFallande, kSkrivTillbaka, &NyIdioten2, &GammalIdioten2}, // Godnattvalsen
+    {1, kStigande, kSkrivTillbaka, &NyTower, &GammalTower},       // Tower of Hanoi
+    {3, kFallande, kHoppaOver, &NyIdioten, &GammalIdioten},       // Kvarnen
+    {1, kFallande, kSkrivTillbaka, &NyGladje, &GammalGladje},     // Glädjespridaren
+    {1, kFallande, kSkrivTillbaka, &NyGladje, &GammalGladje},     // Farfars klocka
+    {3, kStigande, kHoppaOver, &NyPyramiden, &GammalPyramiden},   // 13-Pyramiden
+    {3, kFallande, kHoppaOver, &NyFreecell, &GammalFreecell},     // Freecell
+    {3, kFallande, kHoppaOver, &NyFreecell, &GammalFreecell},     // Eight off
+    {3, kFallande, kHoppaOver, &NyIdioten, &GammalIdioten},       // Black hole
+    {3, kFallande, kHoppaOver, &NyIdioten, &GammalIdioten},       // Strategy
+}};
+
+// From the first empty entry on, the ascending tables see every entry as far behind any
+// real result.
+constexpr int kTomFaktor = -53;
 
 void Kopiera(char* till, size_t storlek, const char* fran) {
     std::snprintf(till, storlek, "%s", fran);
 }
 
+class Attributlager : public HiscoreStore {
+public:
+    explicit Attributlager(AttributeStore& store) : lager(store) {}
+    status_t InitCheck() const override { return lager.InitCheck(); }
+    ssize_t ReadAttr(const char* name, type_code type, off_t offset, void* buffer,
+                     size_t length) override {
+        return lager.ReadAttr(name, type, offset, buffer, length);
+    }
+    ssize_t WriteAttr(const char* name, type_code type, off_t offset, const void* buffer,
+                      size_t length) override {
+        return lager.WriteAttr(name, type, offset, buffer, length);
+    }
+    status_t Sync() override { return lager.Sync(); }
+    status_t Exclusive(const std::function<void()>& work) override { return lager.Exclusive(work); }
+
+private:
+    AttributeStore& lager;
+};
+
 } // namespace
 
 const HiscoreFamilj& HiscoreFamiljFor(int spelNr) {
-    if (spelNr < 0 || spelNr >= 12)
-        return kIdioten;
-    return *kFamiljer[spelNr];
+    if (spelNr < 0 || spelNr >= static_cast<int>(kFamiljer.size()))
+        return kFamiljer[0];
+    return kFamiljer[static_cast<size_t>(spelNr)];
 }
 
 std::string HiscoreAttributNamn(int spelNr) {
-    return "FJOLK:Spel" + std::to_string(spelNr);
+    char namn[32];
+    std::snprintf(namn, sizeof namn, "FJOLK:Spel%i", spelNr);
+    return namn;
 }
 
 HighScoreTable TomPost(const HiscoreFamilj& familj) {
@@ -114,18 +154,18 @@ int HiscoreMinuter(int64_t sekunder) {
 }
 
 std::string HiscoreTid(int mm, int ss) {
-    // Cut to the 6 bytes the entry keeps, as it always was.
-    char tid[32];
     const char* format =
         mm < 10 ? (ss < 10 ? "0%i:0%i" : "0%i:%i") : (ss < 10 ? "%i:0%i" : "%i:%i");
+    char tid[32];
     std::snprintf(tid, sizeof tid, format, mm, ss);
     return std::string(tid).substr(0, sizeof(HighScoreTable::tid) - 1);
 }
 
 std::string HiscoreDatum(const std::tm& datum) {
-    char text[48];
-    std::snprintf(text, sizeof text, "%i/%i %i", datum.tm_mday, datum.tm_mon + 1,
-                  datum.tm_year + 1900);
+    char text[80];
+    std::snprintf(text, sizeof text, "%lld/%lld %lld", static_cast<long long>(datum.tm_mday),
+                  static_cast<long long>(datum.tm_mon) + 1,
+                  static_cast<long long>(datum.tm_year) + 1900);
     return std::string(text).substr(0, sizeof(HighScoreTable::datum) - 1);
 }
 
@@ -133,7 +173,7 @@ int HiscoreIndex(const HiscoreLista& tabell, const HiscoreFamilj& familj, int32_
     int f = 1;
     for (int i = 0; i < kHiscorePlatser; ++i) {
         if (tabell[i].kort == -1)
-            f = -53;
+            f = kTomFaktor;
         int32_t gammal = familj.gammalNyckel(tabell[i], f);
         if (familj.stigande ? ny <= gammal : gammal <= ny)
             return i;
@@ -141,23 +181,40 @@ int HiscoreIndex(const HiscoreLista& tabell, const HiscoreFamilj& familj, int32_
     return kHiscorePlatser;
 }
 
-void HiscoreInfoga(HiscoreLista& tabell, int index, const HighScoreTable& post) {
-    for (int i = kHiscorePlatser - 1; i > index; --i)
-        tabell[i] = tabell[i - 1];
-    tabell[index] = post;
+HighScoreTable HiscorePost(const char* spelarNamn, const HiscoreResultat& resultat, int angra,
+                           int mm, int ss, const std::tm& datum) {
+    HighScoreTable post;
+    Kopiera(post.namn, sizeof post.namn, spelarNamn != nullptr ? spelarNamn : "");
+    post.kort = static_cast<int8_t>(resultat.kort);
+    post.giv = static_cast<int8_t>(resultat.giv);
+    post.angra = angra;
+    Kopiera(post.tid, sizeof post.tid, HiscoreTid(mm, ss).c_str());
+    Kopiera(post.datum, sizeof post.datum, HiscoreDatum(datum).c_str());
+    return post;
 }
 
-int AddHiscore(AttributeStore& store, int spelNr, const HiscoreResultat& resultat, int& angra,
+void HiscoreInfoga(HiscoreLista& tabell, int index, const HighScoreTable& post) {
+    if (index < 0 || index >= kHiscorePlatser)
+        return;
+    // Moved as bytes: an assignment need not carry the padding, and the stored table is to
+    // be the same bytes each time.
+    HighScoreTable* plats = tabell.data() + index;
+    std::memmove(static_cast<void*>(plats + 1), plats,
+                 sizeof(HighScoreTable) * static_cast<size_t>(kHiscorePlatser - 1 - index));
+    std::memcpy(static_cast<void*>(plats), &post, sizeof post);
+}
+
+int AddHiscore(HiscoreStore& store, int spelNr, const HiscoreResultat& resultat, int& angra,
                const char* spelarNamn, bigtime_t startTid, std::time_t nu) {
     int64_t sekunder = (system_time() - startTid) / 1000000;
     int ss = static_cast<int>(sekunder % 60);
     int mm = HiscoreMinuter(sekunder);
     const HiscoreFamilj& familj = HiscoreFamiljFor(spelNr);
-    std::string namn = HiscoreAttributNamn(spelNr);
+    const std::string namn = HiscoreAttributNamn(spelNr);
     int index = kHiscorePlatser;
 
     store.Exclusive([&] {
-        HiscoreLista tabell = TomTabell(familj);
+        HiscoreLista tabell;
         ssize_t last = B_NO_INIT;
         if (store.InitCheck() == B_OK)
             last = store.ReadAttr(namn.c_str(), B_RAW_TYPE, 0, tabell.data(), sizeof tabell);
@@ -166,29 +223,28 @@ int AddHiscore(AttributeStore& store, int spelNr, const HiscoreResultat& resulta
             store.WriteAttr(namn.c_str(), B_RAW_TYPE, 0, tabell.data(), sizeof tabell);
             store.Sync();
         }
-        if (angra > 999)
-            angra = 999;
-        int32_t ny = familj.nyNyckel(resultat.kort, resultat.giv, angra, mm, ss);
-        index = HiscoreIndex(tabell, familj, ny);
+        if (angra > kMaxAngra)
+            angra = kMaxAngra;
+        index = HiscoreIndex(tabell, familj,
+                             familj.nyNyckel(resultat.kort, resultat.giv, angra, mm, ss));
         if (index == kHiscorePlatser) {
             if (!familj.skrivOforandrad)
                 return;
         } else {
-            HighScoreTable post;
-            Kopiera(post.namn, sizeof post.namn, spelarNamn != nullptr ? spelarNamn : "");
-            post.kort = static_cast<int8_t>(resultat.kort);
-            post.giv = static_cast<int8_t>(resultat.giv);
-            post.angra = angra;
-            Kopiera(post.tid, sizeof post.tid, HiscoreTid(mm, ss).c_str());
             std::tm lokal{};
             localtime_r(&nu, &lokal);
-            Kopiera(post.datum, sizeof post.datum, HiscoreDatum(lokal).c_str());
-            HiscoreInfoga(tabell, index, post);
+            HiscoreInfoga(tabell, index, HiscorePost(spelarNamn, resultat, angra, mm, ss, lokal));
         }
         store.WriteAttr(namn.c_str(), B_RAW_TYPE, 0, tabell.data(), sizeof tabell);
         store.Sync();
     });
     return index + 1;
+}
+
+int AddHiscore(AttributeStore& store, int spelNr, const HiscoreResultat& resultat, int& angra,
+               const char* spelarNamn, bigtime_t startTid, std::time_t nu) {
+    Attributlager lager(store);
+    return AddHiscore(lager, spelNr, resultat, angra, spelarNamn, startTid, nu);
 }
 
 int AddHiscore(int spelNr, const HiscoreResultat& resultat, int& angra, const char* spelarNamn,
@@ -198,7 +254,9 @@ int AddHiscore(int spelNr, const HiscoreResultat& resultat, int& angra, const ch
 }
 
 std::string HiscoreMeddelande(int plats) {
-    if (plats < 0 || plats > 40)
+    if (plats < 0 || plats > kHiscorePlatser)
         return "You've missed the Hiscoretable! Better luck next time!";
-    return "You are number " + std::to_string(plats) + " on the Hiscoretable!";
+    char text[64];
+    std::snprintf(text, sizeof text, "You are number %i on the Hiscoretable!", plats);
+    return text;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/AttributeStore.h"
 #include "platform/SystemTime.h"
 
 #include <array>
@@ -7,20 +8,22 @@
 #include <cstddef>
 #include <cstdint>
 #include <ctime>
+#include <functional>
 #include <string>
 #include <type_traits>
-
-class AttributeStore;
 
 // One entry of a game's hiscore table, stored byte for byte as it lies in memory.
 struct HighScoreTable {
     char namn[20];
     int8_t kort;
     int8_t giv;
+    // 2 bytes padding
     int32_t angra;
     char tid[6];
     char datum[11];
+    // 3 bytes padding
 
+    // Every byte zero, padding included, so that a stored table is the same bytes each time.
     HighScoreTable();
 };
 
@@ -38,16 +41,21 @@ static_assert(offsetof(HighScoreTable, datum) == 34);
 inline constexpr int kHiscorePlatser = 40;
 using HiscoreLista = std::array<HighScoreTable, kHiscorePlatser>;
 static_assert(sizeof(HiscoreLista) == 1920);
+static_assert(std::is_trivially_copyable_v<HiscoreLista>);
 
-// What a finished or abandoned game hands to its table.
+// Undo counts above this are entered as this.
+inline constexpr int kMaxAngra = 999;
+
+// What a finished or abandoned game hands to its table besides its undo count.
 struct HiscoreResultat {
     int kort = 0;
     int giv = 0;
 };
 
-// How one game ranks its results: the key of a new result, the key of a stored entry
-// (with the factor f of the ascending tables), the order, the deal an empty entry shows,
-// and whether a table the result missed is written back all the same.
+// How one game ranks its results: the deal an empty entry shows, the order, whether a
+// table the result missed is written back all the same, the key of a new result and the
+// key of a stored entry (with the factor f of the walk, which only the ascending tables
+// use). Keys are 32-bit as the tables have always ranked them.
 struct HiscoreFamilj {
     int8_t tomtGiv;
     bool stigande;
@@ -56,32 +64,56 @@ struct HiscoreFamilj {
     int32_t (*gammalNyckel)(const HighScoreTable& post, int f);
 };
 
+// The family of game number 0..11 (others get game 0's).
 const HiscoreFamilj& HiscoreFamiljFor(int spelNr);
 
+// "FJOLK:Spel%i".
 std::string HiscoreAttributNamn(int spelNr);
 
-// An entry as an empty place shows it.
+// An entry as an empty place shows it, and a table of nothing else.
 HighScoreTable TomPost(const HiscoreFamilj& familj);
 HiscoreLista TomTabell(const HiscoreFamilj& familj);
 
 // Minutes of a playing time, never more than 59.
 int HiscoreMinuter(int64_t sekunder);
-// "05:07", "12:05", "03:45", "00:00".
+// "05:07", "12:05", "03:45", "00:00": what the entry's 6 bytes keep.
 std::string HiscoreTid(int mm, int ss);
-// "3/2 2001".
+// "3/2 2001": what the entry's 11 bytes keep.
 std::string HiscoreDatum(const std::tm& datum);
 
-// The 0-based place of a new key in the table, 40 when it misses the table.
+// The 0-based place of a new key in the table, kHiscorePlatser when it misses the table.
 int HiscoreIndex(const HiscoreLista& tabell, const HiscoreFamilj& familj, int32_t ny);
 
-// Enters a result at a place: the entries below move down one and the last falls out.
+// The entry of a result; the name is cut to 19 characters.
+HighScoreTable HiscorePost(const char* spelarNamn, const HiscoreResultat& resultat, int angra,
+                           int mm, int ss, const std::tm& datum);
+
+// Enters an entry at a place: the entries below move down one and the last falls out.
+// A place outside the table changes nothing.
 void HiscoreInfoga(HiscoreLista& tabell, int index, const HighScoreTable& post);
+
+// What entering a result needs of the attribute store: AttributeStore answers through it,
+// and so can a store that watches what the procedure does.
+class HiscoreStore {
+public:
+    virtual ~HiscoreStore() = default;
+    virtual status_t InitCheck() const = 0;
+    virtual ssize_t ReadAttr(const char* name, type_code type, off_t offset, void* buffer,
+                             size_t length) = 0;
+    virtual ssize_t WriteAttr(const char* name, type_code type, off_t offset, const void* buffer,
+                              size_t length) = 0;
+    virtual status_t Sync() = 0;
+    virtual status_t Exclusive(const std::function<void()>& work) = 0;
+};
 
 // Records a game's result in its table and returns the 1-based place (41 when it missed
 // the table). The game's undo count is capped at 999 here. The read, the insertion and
 // the write run as one transaction, so two programs never lose each other's results.
+int AddHiscore(HiscoreStore& store, int spelNr, const HiscoreResultat& resultat, int& angra,
+               const char* spelarNamn, bigtime_t startTid, std::time_t nu);
 int AddHiscore(AttributeStore& store, int spelNr, const HiscoreResultat& resultat, int& angra,
                const char* spelarNamn, bigtime_t startTid, std::time_t nu);
+// The same in the program's own store, dated now.
 int AddHiscore(int spelNr, const HiscoreResultat& resultat, int& angra, const char* spelarNamn,
                bigtime_t startTid);
 

@@ -7,9 +7,11 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <string_view>
+#include <thread>
 
 namespace {
 
@@ -78,18 +80,28 @@ void AttributeStore::Close() {
 }
 
 bool AttributeStore::Open() {
-    OpenResult result = OpenExisting();
-    if (result == OpenResult::Ours)
-        return true;
-    Close();
-    if (result == OpenResult::NotOurs) {
-        MoveAside("is damaged or belongs to another program");
-        if (OpenExisting() == OpenResult::Ours)
+    std::string why = "no database";
+    bool movedAside = false;
+    // Another program setting up the same store can keep it busy for a moment; one that
+    // SQLite calls damaged or foreign is moved aside once.
+    for (int attempt = 0; attempt < 50; ++attempt) {
+        OpenResult result = OpenExisting();
+        if (result == OpenResult::Ours)
             return true;
+        if (db != nullptr)
+            why = sqlite3_errmsg(db);
         Close();
+        if (result == OpenResult::NotOurs) {
+            if (movedAside)
+                break;
+            MoveAside("is damaged or belongs to another program");
+            movedAside = true;
+            continue;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
     std::fprintf(stderr, "Fjolks Patience: cannot open %s (%s); playing on defaults.\n",
-                 databasePath.c_str(), db ? sqlite3_errmsg(db) : "no database");
+                 databasePath.c_str(), why.c_str());
     return false;
 }
 
@@ -122,11 +134,25 @@ AttributeStore::OpenResult AttributeStore::OpenExisting() {
 // and pass SQLite's own check. Only a file SQLite calls damaged or foreign counts as not
 // ours: a busy or unreadable one is left alone.
 AttributeStore::OpenResult AttributeStore::CheckOurs() {
+    // One statement, one snapshot: another program creating the store at this moment is
+    // seen either before or after, never half done.
     int id = 0;
     int tables = 0;
-    int code = QueryInt("PRAGMA application_id", id);
-    if (code == SQLITE_OK)
-        code = QueryInt("SELECT count(*) FROM sqlite_schema", tables);
+    sqlite3_stmt* statement = nullptr;
+    int code = sqlite3_prepare_v2(db,
+                                  "SELECT (SELECT application_id FROM pragma_application_id()),"
+                                  " (SELECT count(*) FROM sqlite_schema)",
+                                  -1, &statement, nullptr);
+    if (code == SQLITE_OK) {
+        code = sqlite3_step(statement);
+        if (code == SQLITE_ROW) {
+            id = sqlite3_column_int(statement, 0);
+            tables = sqlite3_column_int(statement, 1);
+            code = SQLITE_OK;
+        }
+    }
+    sqlite3_finalize(statement);
+    code &= 0xff;
     if (code == SQLITE_NOTADB || code == SQLITE_CORRUPT)
         return OpenResult::NotOurs;
     if (code != SQLITE_OK)
@@ -136,7 +162,7 @@ AttributeStore::OpenResult AttributeStore::CheckOurs() {
     if (id != kApplicationId)
         return OpenResult::NotOurs;
 
-    sqlite3_stmt* statement = Prepare("PRAGMA quick_check");
+    statement = Prepare("PRAGMA quick_check");
     if (statement == nullptr)
         return OpenResult::NotOurs;
     int step = sqlite3_step(statement);
@@ -147,20 +173,6 @@ AttributeStore::OpenResult AttributeStore::CheckOurs() {
     if (step == SQLITE_BUSY || step == SQLITE_IOERR)
         return OpenResult::Failed;
     return whole ? OpenResult::Ours : OpenResult::NotOurs;
-}
-
-int AttributeStore::QueryInt(const char* sql, int& value) const {
-    sqlite3_stmt* statement = nullptr;
-    int code = sqlite3_prepare_v2(db, sql, -1, &statement, nullptr);
-    if (code == SQLITE_OK) {
-        code = sqlite3_step(statement);
-        if (code == SQLITE_ROW) {
-            value = sqlite3_column_int(statement, 0);
-            code = SQLITE_OK;
-        }
-    }
-    sqlite3_finalize(statement);
-    return code & 0xff;
 }
 
 bool AttributeStore::CreateSchema() {
@@ -326,8 +338,7 @@ void AttributeStore::SetDataDirectory(std::string folder) {
 AttributeStore& AttributeStore::Program() {
     std::unique_ptr<AttributeStore>& store = ProgramStore();
     if (!store)
-        store = std::make_unique<AttributeStore>(ConfiguredDataDirectory().empty()
-                                                     ? DefaultDataDirectory()
-                                                     : ConfiguredDataDirectory());
+        store = std::make_unique<AttributeStore>(
+            ConfiguredDataDirectory().empty() ? DefaultDataDirectory() : ConfiguredDataDirectory());
     return *store;
 }

@@ -77,7 +77,6 @@ private:
     bool Open();
     OpenResult OpenExisting();
     OpenResult CheckOurs();
-    int QueryInt(const char* sql, int& value) const;
     bool CreateSchema();
     void MoveAside(const char* why);
     void Close();

@@ -141,18 +141,17 @@ const char* HiscoreRubrik(int spelNr) {
     }
 }
 
-SpelOLLView::SpelOLLView(QWidget* parent, WelcomeView* valkomstVy)
-    : QListWidget(parent), valkomst(valkomstVy) {}
-
-void SpelOLLView::mousePressEvent(QMouseEvent* event) {
+void RadLista::mousePressEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton)
         MouseDown(event->position().toPoint());
 }
 
-// The second press of a double click is a click on the chosen row like any other.
-void SpelOLLView::mouseDoubleClickEvent(QMouseEvent* event) {
+void RadLista::mouseDoubleClickEvent(QMouseEvent* event) {
     mousePressEvent(event);
 }
+
+SpelOLLView::SpelOLLView(QWidget* parent, WelcomeView* valkomstVy)
+    : RadLista(parent), valkomst(valkomstVy) {}
 
 void SpelOLLView::MouseDown(QPoint where) {
     QListWidgetItem* item = itemAt(where);
@@ -169,7 +168,7 @@ void SpelOLLView::MouseDown(QPoint where) {
 }
 
 HighOLLView::HighOLLView(QWidget* parent, WelcomeView* valkomstVy)
-    : QListWidget(parent), valkomst(valkomstVy) {
+    : RadLista(parent), valkomst(valkomstVy) {
     setObjectName(QStringLiteral("Highoutlinelistview"));
     setSelectionMode(QAbstractItemView::SingleSelection);
 }
@@ -191,15 +190,6 @@ void HighOLLView::VisaHiscoreLista(int spelNr) {
         valkomst->hiscoreRader[i] = item;
         insertItem(i, item);
     }
-}
-
-void HighOLLView::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton)
-        MouseDown(event->position().toPoint());
-}
-
-void HighOLLView::mouseDoubleClickEvent(QMouseEvent* event) {
-    mousePressEvent(event);
 }
 
 void HighOLLView::MouseDown(QPoint where) {

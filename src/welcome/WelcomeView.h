@@ -17,24 +17,34 @@ class QPushButton;
 class QTabWidget;
 class WelcomeView;
 
-// The list of the twelve games: the first click on a row chooses it and shows its
-// hiscore table, a click on the chosen row starts it.
-class SpelOLLView : public QListWidget {
+// A list whose rows answer a press themselves, whatever Qt's own selection would do; the
+// second press of a double click is a press like any other.
+class RadLista : public QListWidget {
 public:
-    SpelOLLView(QWidget* parent, WelcomeView* valkomst);
+    using QListWidget::QListWidget;
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    virtual void MouseDown(QPoint where) = 0;
+};
+
+// The list of the twelve games: the first click on a row chooses it and shows its
+// hiscore table, a click on the chosen row starts it.
+class SpelOLLView : public RadLista {
+public:
+    SpelOLLView(QWidget* parent, WelcomeView* valkomst);
+
+protected:
+    void MouseDown(QPoint where) override;
 
 private:
-    void MouseDown(QPoint where);
     WelcomeView* valkomst;
 };
 
 // One game's hiscore table as 40 rows of fixed-width text; a click on a row takes its
 // name as the player's name.
-class HighOLLView : public QListWidget {
+class HighOLLView : public RadLista {
 public:
     HighOLLView(QWidget* parent, WelcomeView* valkomst);
 
@@ -42,11 +52,9 @@ public:
     const std::string& AttributNamn() const { return attributNamn; }
 
 protected:
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void MouseDown(QPoint where) override;
 
 private:
-    void MouseDown(QPoint where);
     WelcomeView* valkomst;
     HiscoreLista tabell;
     std::string attributNamn = "FJOLK:Spel0";
