@@ -357,6 +357,14 @@ private slots:
 
     void hjalpsidanLiggerBredvidProgrammet() {
         QVERIFY(FjolkWin::HjalpFil().endsWith(QStringLiteral("/Help/Help.html")));
+        // The build puts the page beside the program, one folder above the tests.
+        QFile sida(QCoreApplication::applicationDirPath() + QStringLiteral("/../Help/Help.html"));
+        QVERIFY(sida.open(QIODevice::ReadOnly));
+        QByteArray text = sida.readAll();
+        for (const char* spel : {"Idioten 1", "Idioten 2", "Godnattvalsen", "Tower of Hanoi",
+                                 "Kvarnen", "Glädjespridaren", "Farfars klocka", "13-Pyramiden",
+                                 "Freecell", "Eight off", "Black hole", "Strategy"})
+            QVERIFY2(text.contains(QByteArray("<h3>") + spel + "</h3>"), spel);
     }
 };
 
