@@ -157,11 +157,7 @@ private slots:
 
     void dragbildenArHalvgenomskinligMedGenomskinligaHorn() {
         Bord b;
-        QPoint start(120, 140);
-        QTest::mousePress(b.view.get(), Qt::LeftButton, Qt::NoModifier, start);
-        QMouseEvent move(QEvent::MouseMove, QPointF(140, 160), QPointF(140, 160), Qt::NoButton,
-                         Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(b.view.get(), &move);
+        TryckOchDra(*b.view, BPoint(120, 140), BPoint(140, 160));
         QVERIFY(b.view->drar);
         QVERIFY(b.view->GestPagar());
         const QImage& bild = KortSpel::bmp;
@@ -194,11 +190,7 @@ private slots:
 
     void klartSpelEfterDropGerEnNotisForSlappet() {
         Bord b;
-        QPoint start(120, 140);
-        QTest::mousePress(b.view.get(), Qt::LeftButton, Qt::NoModifier, start);
-        QMouseEvent move(QEvent::MouseMove, QPointF(140, 160), QPointF(140, 160), Qt::NoButton,
-                         Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(b.view.get(), &move);
+        TryckOchDra(*b.view, BPoint(120, 140), BPoint(140, 160));
         QCOMPARE(b.Notiser(), 0);
         b.spel->klar = true;
         QTest::mouseRelease(b.view.get(), Qt::LeftButton, Qt::NoModifier, QPoint(300, 140));

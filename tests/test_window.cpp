@@ -238,12 +238,8 @@ private slots:
         int kort = 0;
         while (spel.Luckor()[kort].Tom())
             ++kort;
-        QPoint start = ToQPoint(Mitt(spel.Luckor()[kort].GePos()));
-        QTest::mousePress(&k.Vy(), Qt::LeftButton, Qt::NoModifier, start);
-        QMouseEvent move(QEvent::MouseMove, QPointF(start + QPoint(20, 20)),
-                         QPointF(start + QPoint(20, 20)), Qt::NoButton, Qt::LeftButton,
-                         Qt::NoModifier);
-        QCoreApplication::sendEvent(&k.Vy(), &move);
+        BPoint start = Mitt(spel.Luckor()[kort].GePos());
+        TryckOchDra(k.Vy(), start, start + BPoint(20, 20));
         QVERIFY(k.Vy().drar);
         for (type_code what : {kNyGiv, kAngra, kStang, kOm, kHjalp, kRensaBakgrund})
             k.Posta(what);

@@ -40,6 +40,11 @@ void DraFranTill(FjolkView& view, BPoint fran, BPoint till) {
     QTest::mouseRelease(&view, Qt::LeftButton, Qt::NoModifier, Punkt(till));
 }
 
+void TryckOchDra(FjolkView& view, BPoint fran, BPoint till) {
+    QTest::mousePress(&view, Qt::LeftButton, Qt::NoModifier, Punkt(fran));
+    FlyttaMedKnapp(view, Punkt(till));
+}
+
 void TryckSkakaSlapp(FjolkView& view, BPoint p) {
     QPoint start = Punkt(p);
     QTest::mousePress(&view, Qt::LeftButton, Qt::NoModifier, start);

@@ -11,6 +11,9 @@
 void KlickaPa(FjolkView& view, BPoint p);
 // Press at `fran`, move past the click square, move to `till`, release there.
 void DraFranTill(FjolkView& view, BPoint fran, BPoint till);
+// Press at `fran` and pull to `till`, past the click square, keeping the button down:
+// the cards are being dragged until the test releases them.
+void TryckOchDra(FjolkView& view, BPoint fran, BPoint till);
 // Press, wiggle inside the 4-pixel square, release: still a click.
 void TryckSkakaSlapp(FjolkView& view, BPoint p);
 // Press at `fran`, drag out of the view and release outside it.
