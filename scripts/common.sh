@@ -5,7 +5,7 @@ ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 
 # Debian 12 / Ubuntu package names. fonts-dejavu-core gives the card labels their face.
 FJOLK_PACKAGES=(cmake ninja-build g++ pkg-config qt6-base-dev libsqlite3-dev
-                libgl-dev fonts-dejavu-core sqlite3)
+                libgl-dev fonts-dejavu-core sqlite3 libbenchmark-dev)
 
 install_missing() {
     local missing=()

@@ -115,6 +115,7 @@ public:
 
     const std::vector<Lucka>& Luckor() const { return luckor; }
     const std::vector<std::pair<int, int>>& UndoLista() const { return undoLista; }
+    const Kortlek& Kortleken() const { return kortlek; }
     bigtime_t StartTid() const { return startTid; }
 
 protected:
