@@ -20,6 +20,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -103,6 +104,19 @@ private slots:
         BRect flyttad(10, 20, 650, 420);
         store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &flyttad, 16);
         QCOMPARE(GetWindowSize(store, BRect(0, 0, 1023, 767)), flyttad);
+    }
+
+    void skadadRamRaknasSomAldrigLagrad() {
+        QTemporaryDir dir;
+        AttributeStore store(dir.path().toStdString());
+        for (BRect skadad : {BRect(std::nanf(""), 0, 640, 400), BRect(0, 0, 1e30f, 400),
+                             BRect(100, 100, 50, 500)}) {
+            store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &skadad, 16);
+            QCOMPARE(GetWindowSize(store, BRect(0, 0, 1023, 767)), BRect(191, 183, 831, 583));
+            BRect lagrad;
+            store.ReadAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &lagrad, 16);
+            QCOMPARE(lagrad, BRect(191, 183, 831, 583));
+        }
     }
 
     void fonstretOppnasPaRamenMedTitelOchFastStorlek() {

@@ -23,6 +23,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <optional>
 #include <string>
 
 const char* const kOmText = "\n"
@@ -61,12 +62,21 @@ std::string KortaUtf8(const QString& text, size_t max) {
 
 } // namespace
 
-BRect GetWindowSize(AttributeStore& store, BRect screen) {
+// A stored frame, when there is one that can be used.
+static std::optional<BRect> LasRam(AttributeStore& store, const char* namn) {
     BRect ram;
-    ssize_t last = B_NO_INIT;
-    if (store.InitCheck() == B_OK)
-        last = store.ReadAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &ram, sizeof ram);
-    if (store.InitCheck() != B_OK || last == B_ENTRY_NOT_FOUND || last == B_FILE_ERROR) {
+    if (store.InitCheck() != B_OK ||
+        store.ReadAttr(namn, B_RECT_TYPE, 0, &ram, sizeof ram) != sizeof ram || !RimligRam(ram))
+        return std::nullopt;
+    return ram;
+}
+
+BRect GetWindowSize(AttributeStore& store, BRect screen) {
+    std::optional<BRect> lagrad = LasRam(store, "FJOLK:FirstWindow");
+    BRect ram;
+    if (lagrad) {
+        ram = *lagrad;
+    } else {
         int32_t w = screen.IntegerWidth();
         int32_t h = screen.IntegerHeight();
         float left = static_cast<float>(w / 2 - 320);
@@ -237,13 +247,7 @@ void FjolkWin::StangSpel() {
     valkomstVy->hiscoreLista->VisaHiscoreLista(spelNr);
     if (hiscorePlats <= 39)
         valkomstVy->hiscoreLista->setCurrentRow(hiscorePlats);
-    BRect ram = Frame();
-    if (store.InitCheck() == B_OK) {
-        BRect lagrad;
-        if (store.ReadAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &lagrad, sizeof lagrad) ==
-            sizeof lagrad)
-            ram = lagrad;
-    }
+    BRect ram = LasRam(store, "FJOLK:FirstWindow").value_or(Frame());
     SattStorleksGranser(kValkomstBredd, kValkomstBredd, kValkomstHojd, kValkomstHojd);
     SattFrame(BRect(ram.left, ram.top, ram.left + kValkomstBredd, ram.top + kValkomstHojd));
     setWindowTitle(QStringLiteral("Fjolks Patience 2.0"));
@@ -264,14 +268,7 @@ void FjolkWin::InitSpel(int nummer, const char* namn) {
     std::memset(spelVy->spelarNamn, 0, sizeof spelVy->spelarNamn);
     std::memcpy(spelVy->spelarNamn, spelare.data(), spelare.size());
     SattStorleksGranser(100, 1280, 100, 1024);
-    BRect ram = Frame();
-    if (store.InitCheck() == B_OK) {
-        BRect lagrad;
-        if (store.ReadAttr(SpelRamNamn(nummer).c_str(), B_RECT_TYPE, 0, &lagrad, sizeof lagrad) ==
-            sizeof lagrad)
-            ram = lagrad;
-    }
-    SattFrame(ram);
+    SattFrame(LasRam(store, SpelRamNamn(nummer).c_str()).value_or(Frame()));
     setWindowTitle(QStringLiteral("Fjolks Patience - %1").arg(QString::fromUtf8(namn)));
     byterLage = false;
 }

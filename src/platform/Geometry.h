@@ -88,6 +88,15 @@ struct BRect {
     constexpr bool operator==(const BRect&) const = default;
 };
 
+// Whether a stored window frame can be used: finite edges on any plausible desktop and a
+// size of at least one pixel. A frame read back damaged is treated as never stored.
+constexpr bool RimligRam(const BRect& r) {
+    constexpr float kGrans = 100000.0f;
+    auto rimlig = [](float v) { return v == v && v > -kGrans && v < kGrans; };
+    return rimlig(r.left) && rimlig(r.top) && rimlig(r.right) && rimlig(r.bottom) &&
+           r.Width() >= 1.0f && r.Height() >= 1.0f;
+}
+
 struct rgb_color {
     uint8_t red = 0;
     uint8_t green = 0;
