@@ -23,12 +23,13 @@ install_missing() {
         "${missing[@]}" >&2
 }
 
-# build FOLDER [cmake options...]: configures once, then builds incrementally.
+# build FOLDER [cmake options...]: configures once, then builds incrementally; with
+# TARGET set in the environment, only that target.
 build() {
     local folder="$1"
     shift
     if [ ! -f "$folder/build.ninja" ]; then
         cmake -S "$ROOT" -B "$folder" -G Ninja "$@"
     fi
-    cmake --build "$folder" --parallel "$(nproc)"
+    cmake --build "$folder" --parallel "$(nproc)" ${TARGET:+--target "$TARGET"}
 }

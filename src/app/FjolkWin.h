@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/FonsterRam.h"
 #include "platform/AttributeStore.h"
 #include "platform/Geometry.h"
 
@@ -83,10 +84,6 @@ private:
     bool byterLage = false;
     bool avslutad = false;
 };
-
-// The welcome screen's frame at start: the stored one, or a 640 × 400 frame centred on
-// `screen` (the main screen's inclusive rectangle), which is then stored at once.
-BRect GetWindowSize(AttributeStore& store, BRect screen);
 
 // The text of the "About" alert.
 extern const char* const kOmText;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cards/Hiscore.h"
+#include "cards/HiscoreRader.h"
 
 #include <QImage>
 #include <QListWidget>
@@ -59,12 +60,6 @@ private:
     HiscoreLista tabell;
     std::string attributNamn = "FJOLK:Spel0";
 };
-
-// A hiscore entry as its row in the list, at most 60 characters; an empty entry is 60
-// blanks.
-std::string HiscoreRad(int index, const HighScoreTable& rad, int spelNr);
-// The column headings of a game's table.
-const char* HiscoreRubrik(int spelNr);
 
 // What the window shows while no game is played: the player's name, the game list with
 // the chosen game's hiscore table, and the options. Every choice is posted to the window
