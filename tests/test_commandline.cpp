@@ -50,6 +50,8 @@ private slots:
         QCOMPARE(c.width, 1280);
         QCOMPARE(c.height, 1024);
         QCOMPARE(c.snapshot, std::string("/tmp/a.png"));
+        QVERIFY(!c.noAnimation);
+        QVERIFY(Parse({"--no-animation"}).noAnimation);
         CommandLine standard = Parse({"--game", "11"});
         QCOMPARE(standard.game, 11);
         QCOMPARE(standard.width, 640);

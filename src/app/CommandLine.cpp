@@ -42,6 +42,9 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
     QCommandLineOption gameOption(QStringLiteral("game"),
                                   QStringLiteral("Deal game N (0 to 11) at once."),
                                   QStringLiteral("N"));
+    QCommandLineOption noAnimationOption(
+        QStringLiteral("no-animation"),
+        QStringLiteral("Start with the \"Animation\" option off: cards move at once."));
     QCommandLineOption sizeOption(QStringLiteral("size"),
                                   QStringLiteral("The table's size for --snapshot, e.g. 640x480 "
                                                  "(at most 1280x1024)."),
@@ -56,6 +59,7 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
     parser.addOption(seedOption);
     parser.addOption(dataDirOption);
     parser.addOption(gameOption);
+    parser.addOption(noAnimationOption);
     parser.addOption(sizeOption);
     parser.addOption(snapshotOption);
 
@@ -102,6 +106,7 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
                         parser);
         result.game = game;
     }
+    result.noAnimation = parser.isSet(noAnimationOption);
     if (parser.isSet(sizeOption)) {
         QStringList parts = parser.value(sizeOption).split(QLatin1Char('x'));
         bool okW = false;

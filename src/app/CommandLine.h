@@ -11,6 +11,8 @@ struct CommandLine {
     std::string dataDirectory;
     // Game number to deal at once, or -1.
     int game = -1;
+    // Cards move at once instead of flying (the "Animation" option, for this run).
+    bool noAnimation = false;
     // A table size for the snapshot, and the picture file to write it to.
     int width = 640;
     int height = 480;

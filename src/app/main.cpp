@@ -3,7 +3,11 @@
 #include "app/FjolkWin.h"
 #include "app/Meddelande.h"
 #include "app/Snapshot.h"
+#include "app/StartMatning.h"
+#include "welcome/WelcomeView.h"
+
 #include "platform/AttributeStore.h"
+#include <QCheckBox>
 
 #include <QApplication>
 
@@ -45,7 +49,10 @@ int main(int argc, char* argv[]) {
     if (!commandLine.snapshot.empty())
         return SparaBild(commandLine.game, commandLine.width, commandLine.height,
                          commandLine.snapshot);
+    MatForstaBilden(commandLine.game >= 0);
     FjolkApp fjolk(AttributeStore::Program());
+    if (commandLine.noAnimation)
+        fjolk.Fonster()->ValkomstVy()->animeringsRuta->setChecked(false);
     if (commandLine.game >= 0) {
         // As if chosen twice in the list, once the window is on the screen.
         QCoreApplication::postEvent(fjolk.Fonster(),

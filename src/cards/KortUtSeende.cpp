@@ -97,14 +97,24 @@ KortBilder RitaKortUtSeende(Utseende utseende, int w, int h, const QImage& symbo
     font.setBold(true);
     p.setFont(font);
 
+    // Every face starts as the same blank card: drawn once, copied 52 times.
+    QImage tomtKort(w, h, QImage::Format_ARGB32_Premultiplied);
+    tomtKort.fill(Qt::transparent);
+    {
+        QPainter kort(&tomtKort);
+        kort.setRenderHint(QPainter::Antialiasing);
+        BRect ram(0, 0, static_cast<float>(w - 1), static_cast<float>(h - 1));
+        FyllRundad(kort, ram, kKortGra);
+        RitaKant(kort, ram);
+    }
+
     for (int s = 0; s < 4; ++s) {
         const QColor etikettFarg = s < 2 ? QColor(255, 0, 0) : QColor(0, 0, 0);
         for (int v = 0; v < 13; ++v) {
             const float l = static_cast<float>(v * w);
             const float t = static_cast<float>(s * h);
             BRect ansikte(l + 1, t + 1, l + static_cast<float>(w), static_cast<float>((s + 1) * h));
-            FyllRundad(p, ansikte, kKortGra);
-            RitaKant(p, ansikte);
+            p.drawImage(ToQPoint(ansikte.LeftTop()), tomtKort);
 
             if (!symboler.isNull()) {
                 QRectF kalla = ToQRectF(symbol[s]);

@@ -1,0 +1,92 @@
+// The play view's work at the largest table: a full redraw of a game in the middle of
+// play, one pointer move while cards are dragged, and a whole deal without animation.
+#include "app/FjolkView.h"
+#include "games/Spelfabrik.h"
+#include "platform/AttributeStore.h"
+#include "support/Gester.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+// A game at 1280 × 1024 after a dozen real clicks on its cards.
+std::unique_ptr<FjolkView> MittISpelet(int spelNr) {
+    auto vy = VyMedSpel(spelNr, 7, 1280, 1024);
+    const auto& luckor = vy->Spel()->Luckor();
+    for (int i = 0; i < 12; ++i)
+        KlickaPa(*vy, Mitt(luckor[(i * 7) % luckor.size()].GePos()));
+    return vy;
+}
+
+void HelOmritning(benchmark::State& state) {
+    auto vy = MittISpelet(static_cast<int>(state.range(0)));
+    for (auto _ : state) {
+        vy->InvalidateOffscreen();
+        benchmark::DoNotOptimize(vy->OffBitmap().constBits());
+    }
+    state.SetLabel(SpelNamn(static_cast<int>(state.range(0))));
+}
+
+// One pointer move of a drag, with the repaint of what it changed.
+void DragSteg(benchmark::State& state) {
+    auto vy = MittISpelet(static_cast<int>(state.range(0)));
+    const auto& luckor = vy->Spel()->Luckor();
+    size_t kort = 0;
+    while (kort < luckor.size() && luckor[kort].Tom())
+        ++kort;
+    BPoint start = Mitt(luckor[kort].GePos());
+    TryckOchDra(*vy, start, start + BPoint(20, 20));
+    if (!vy->drar) {
+        state.SkipWithError("no card was picked up");
+        return;
+    }
+    QCoreApplication::processEvents();
+    int steg = 0;
+    for (auto _ : state) {
+        QPointF p(start.x + 30 + (steg % 200), start.y + 30 + (steg % 150));
+        ++steg;
+        QMouseEvent move(QEvent::MouseMove, p, vy->mapToGlobal(p), Qt::NoButton, Qt::LeftButton,
+                         Qt::NoModifier);
+        QCoreApplication::sendEvent(vy.get(), &move);
+        // The move only marks the old and new places of the cards; the paint is the rest.
+        QCoreApplication::processEvents();
+    }
+    QTest::mouseRelease(vy.get(), Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
+    state.SetLabel(SpelNamn(static_cast<int>(state.range(0))));
+}
+
+void Giv(benchmark::State& state) {
+    auto vy = VyMedSpel(static_cast<int>(state.range(0)), 7, 1280, 1024);
+    for (auto _ : state)
+        vy->Spel()->NyttSpel(vy->Bounds());
+    state.SetLabel(SpelNamn(static_cast<int>(state.range(0))));
+}
+
+void VarjeSpel(benchmark::internal::Benchmark* b) {
+    for (int nr = 0; nr < kAntalSpel; ++nr)
+        if (SpelFinns(nr))
+            b->Arg(nr);
+}
+
+BENCHMARK(HelOmritning)->Apply(VarjeSpel)->Unit(benchmark::kMicrosecond);
+BENCHMARK(DragSteg)->Apply(VarjeSpel)->Unit(benchmark::kMicrosecond);
+BENCHMARK(Giv)->Apply(VarjeSpel)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    QTemporaryDir dir;
+    AttributeStore::SetDataDirectory(dir.path().toStdString());
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

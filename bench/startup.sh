@@ -1,0 +1,48 @@
+#!/usr/bin/env bash
+# Start-up of the whole program under a virtual display: wall time from launch to the first
+# painted frame of the welcome screen, and of Idioten 1 started with --game 0 and animation
+# off, plus peak memory.
+# Usage: bench/startup.sh [runs]   (uses build/fjolkpatience; installs xvfb and time)
+set -euo pipefail
+ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+PROGRAM="$ROOT/build/fjolkpatience"
+RUNS="${1:-11}"
+for package in xvfb xauth time; do
+    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' ||
+        ${SUDO:-$([ "$(id -u)" -ne 0 ] && echo sudo)} apt-get install -y -qq "$package" >/dev/null
+done
+
+measure() { # measure ARGS... -> prints "milliseconds peak-kB" for one run
+    local data out
+    data="$(mktemp -d)"
+    out="$(mktemp)"
+    local start
+    start=$(date +%s.%N)
+    FJOLK_STARTUP_PROBE=1 /usr/bin/time -f 'peak-kb %M' -o "$out.time" \
+        "$PROGRAM" --data-dir "$data" "$@" >"$out"
+    awk -v s="$start" '/^first-paint/ { printf "%.1f ", ($2 - s) * 1000 }' "$out"
+    awk '/^peak-kb/ { print $2 }' "$out.time"
+    rm -rf "$data" "$out" "$out.time"
+}
+
+median() { sort -n | awk '{ v[NR] = $1 } END { print v[int((NR + 1) / 2)] }'; }
+
+run() { # run LABEL ARGS...
+    local label="$1"
+    shift
+    local times=() peaks=()
+    for _ in $(seq "$RUNS"); do
+        read -r ms kb < <(measure "$@")
+        times+=("$ms")
+        peaks+=("$kb")
+    done
+    printf '%-28s first paint %7s ms (median of %s)   peak memory %6s MB (median)\n' "$label" \
+        "$(printf '%s\n' "${times[@]}" | median)" "$RUNS" \
+        "$(printf '%s\n' "${peaks[@]}" | median | awk '{ printf "%.1f", $1 / 1024 }')"
+}
+
+if [ -z "${DISPLAY:-}" ]; then
+    exec xvfb-run -a -s "-screen 0 1280x1024x24" "$0" "$@"
+fi
+run "welcome screen"
+run "Idioten 1, --game 0" --game 0 --no-animation
