@@ -75,17 +75,26 @@ void FjolkView::InvalidateOffscreen() {
 void FjolkView::Komponera(Patiens& game) {
     QPainter p(&offBitmap);
     QRect yta = rect().intersected(offBitmap.rect());
-    p.setCompositionMode(QPainter::CompositionMode_Source);
-    p.drawImage(yta.topLeft(), backBitmap, yta);
-    p.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    LaggBakgrund(p, yta);
     game.RitaSpel(p);
 }
 
 void FjolkView::RitaBakgrund(BRect rect) {
     QRect yta = ToQRect(rect).intersected(offBitmap.rect());
     QPainter p(&offBitmap);
+    LaggBakgrund(p, yta);
+}
+
+void FjolkView::LaggBakgrund(QPainter& p, const QRect& yta) {
+    QPainter::CompositionMode lage = p.compositionMode();
     p.setCompositionMode(QPainter::CompositionMode_Source);
-    p.drawImage(yta.topLeft(), backBitmap, yta);
+    // The plain table is all one green: filling it is half the memory traffic of copying
+    // the background buffer, which holds nothing else then.
+    if (bakgrundsBild.isNull())
+        p.fillRect(yta, ToQColor(kBordsGron));
+    else
+        p.drawImage(yta.topLeft(), backBitmap, yta);
+    p.setCompositionMode(lage);
 }
 
 void FjolkView::VisaNu(BRect rect) {

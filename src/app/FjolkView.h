@@ -75,6 +75,8 @@ private:
     void MouseDown(BPoint where);
     void MouseUp(BPoint where);
     void FyllBakgrund();
+    // Puts the background, picture or plain green, under `yta` of the frame.
+    void LaggBakgrund(QPainter& p, const QRect& yta);
     BRect DragRektangel() const;
 
     std::unique_ptr<Patiens> spel;
