@@ -8,14 +8,12 @@
 #include <QPainter>
 
 FjolkView::FjolkView(QWidget* parent)
-    : QWidget(parent), offBitmap(kMaxBredd, kMaxHojd, QImage::Format_ARGB32_Premultiplied),
-      backBitmap(kMaxBredd, kMaxHojd, QImage::Format_ARGB32_Premultiplied) {
+    : QWidget(parent), offBitmap(kMaxBredd, kMaxHojd, QImage::Format_ARGB32_Premultiplied) {
     setObjectName(QStringLiteral("PView"));
     // Every pixel is painted from the off-screen frame: nothing to erase first.
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(false);
     offBitmap.fill(ToQColor(kBordsGron));
-    FyllBakgrund();
 }
 
 FjolkView::~FjolkView() = default;
@@ -38,11 +36,14 @@ BRect FjolkView::Bounds() const {
     return ToBRect(rect());
 }
 
+// The background buffer is only needed for a picture: the plain table is filled with its
+// green directly. Made at the largest size when a picture is first chosen, it is never
+// made again.
 void FjolkView::FyllBakgrund() {
-    if (bakgrundsBild.isNull()) {
-        backBitmap.fill(ToQColor(kBordsGron));
+    if (bakgrundsBild.isNull())
         return;
-    }
+    if (backBitmap.isNull())
+        backBitmap = QImage(kMaxBredd, kMaxHojd, QImage::Format_ARGB32_Premultiplied);
     // The picture is stretched over the table as large as it is now.
     backBitmap.fill(ToQColor(kBordsGron));
     QPainter p(&backBitmap);
