@@ -37,9 +37,21 @@ bool IdiotenVunnen(const std::vector<Lucka>& luckor) {
     return true;
 }
 
+// Freecell and Eight off: a king on the top level of each of the four foundations.
+std::function<bool(const std::vector<Lucka>&)> KungarPa(int forstaGrund) {
+    return [forstaGrund](const std::vector<Lucka>& luckor) {
+        for (int f = 0; f < 4; ++f) {
+            const Lucka& l = luckor[forstaGrund + 13 * f + 12];
+            if (l.Tom() || l.GeKort().KortValor() != 13)
+                return false;
+        }
+        return true;
+    };
+}
+
 const std::map<int, std::function<bool(const std::vector<Lucka>&)>>& VunnetFor() {
     static const std::map<int, std::function<bool(const std::vector<Lucka>&)>> tabell = {
-        {0, IdiotenVunnen}};
+        {0, IdiotenVunnen}, {8, KungarPa(184)}, {9, KungarPa(192)}};
     return tabell;
 }
 

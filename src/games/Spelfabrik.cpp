@@ -1,6 +1,8 @@
 #include "games/Spelfabrik.h"
 
 #include "app/FjolkView.h"
+#include "games/Eightoff.h"
+#include "games/Freecell.h"
 #include "games/Idioten.h"
 
 namespace {
@@ -18,8 +20,9 @@ std::unique_ptr<Patiens> Skapa(FjolkView* view, BRect bounds, bool animera) {
 }
 
 // One entry per game number; a game joins the collection by filling its entry.
-const Skapare kSkapare[kAntalSpel] = {&Skapa<Idioten>, nullptr, nullptr, nullptr, nullptr, nullptr,
-                                      nullptr,         nullptr, nullptr, nullptr, nullptr, nullptr};
+const Skapare kSkapare[kAntalSpel] = {&Skapa<Idioten>,  nullptr,          nullptr, nullptr,
+                                      nullptr,          nullptr,          nullptr, nullptr,
+                                      &Skapa<Freecell>, &Skapa<Eightoff>, nullptr, nullptr};
 
 } // namespace
 

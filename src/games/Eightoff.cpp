@@ -1,0 +1,18 @@
+#include "games/Eightoff.h"
+
+#include "games/EightoffRegler.h"
+
+Eightoff::Eightoff(FjolkView* view, BRect frame, bool animeraKort)
+    : KolumnSpel(view, animeraKort, EightoffRegler::Planen()) {
+    ForstaGiv(frame);
+}
+
+void Eightoff::OmRaknaLuckaKort(BRect bounds) {
+    EightoffRegler::Utlagg u = EightoffRegler::RaknaUtLuckor(luckor, bounds);
+    KortUtSeende_B(u.w, u.h);
+    GeKortenFramsidor(luckor);
+}
+
+std::vector<std::pair<int, int>> Eightoff::GivOrdning() const {
+    return EightoffRegler::GivOrdning();
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "cards/Kort.h"
+#include "cards/Lucka.h"
+#include "games/KolumnRegler.h"
+#include "platform/Geometry.h"
+
+#include <utility>
+#include <vector>
+
+// Freecell's table: eight columns, four free cells, four foundations, and the deck pile
+// the cards are dealt from.
+namespace FreecellRegler {
+
+inline constexpr int kAntalLuckor = 288;
+inline constexpr int kForstaGrund = 184;
+inline constexpr int kForstaLek = 236;
+inline constexpr int kSistaLek = 287;
+
+const KolumnRegler::Plan& Planen();
+
+// The card size for the view's bounds.
+struct Utlagg {
+    int w = 0;
+    int h = 0;
+};
+Utlagg RaknaUtLuckor(std::vector<Lucka>& luckor, BRect ram);
+
+// The deal: deck slot 236 + d into column slot in this order (d from 51 down).
+std::vector<std::pair<int, int>> GivOrdning();
+
+// A winning line of single-card moves (from slot, to slot) from this table, each legal
+// by the drop rules; empty when none was found within `maxLagen` positions.
+std::vector<std::pair<int, int>> Losning(const std::vector<Lucka>& luckor, int maxLagen);
+
+} // namespace FreecellRegler

@@ -1,0 +1,90 @@
+#pragma once
+
+#include "cards/Kort.h"
+#include "cards/Lucka.h"
+#include "platform/Geometry.h"
+
+#include <vector>
+
+// The games of eight columns, free cells and foundations (Freecell, Eight off) as
+// functions of their table: which card the pointer is on, where a click or a drop sends a
+// card or a run, and how many free places a run may use. Each game hands in its own plan.
+namespace KolumnRegler {
+
+inline constexpr int kKolumner = 8;
+inline constexpr int kPlatserPerKolumn = 22;
+inline constexpr int kSistaKolumnLucka = kKolumner * kPlatserPerKolumn - 1; // 175
+inline constexpr int kForstaFricell = 176;
+inline constexpr int kNivaer = 13;
+// The undo marker before the pairs of a run moved as one.
+inline constexpr int UNDO_FLERA = 1234;
+// The top band of a covered card that still shows.
+inline constexpr float kBand = 30.0f;
+// A drop a little below a pile's last card still lands on it.
+inline constexpr float kDropForlangning = 100.0f;
+
+// How free places for a run are counted.
+enum class FriRakning {
+    KolumnerOchFriceller, // the empty column bases and free cells
+    NioParVarannan,       // for k = 0..8: slot 22·k and slot 176 + 2k, as Eight off counts
+};
+
+// What a game's column rules differ in.
+struct Plan {
+    int friceller = 4;
+    int forstaGrund = 184; // foundation f level k is forstaGrund + 13f + k
+    int forstaLek = 236;
+    int antalLuckor = 288;
+    bool sammaSvit = false;  // columns are built down in suit, not in alternating colour
+    int dropGrundFran = 184; // the slots a single-card drop tries as foundations
+    int dropGrundTill = 235;
+    FriRakning rakning = FriRakning::KolumnerOchFriceller;
+    bool svitFlagga = false; // runs compare "suit other than 0" instead of colour
+    // Where an undone card flies back from without a card showing beneath it (besides
+    // the column bases).
+    std::vector<int> angraUtanUnder;
+};
+
+constexpr bool KolumnBas(int i) {
+    return i >= 0 && i <= kSistaKolumnLucka && i % kPlatserPerKolumn == 0;
+}
+bool Fricell(const Plan& plan, int i);
+bool GrundBas(const Plan& plan, int i);
+int SistaGrund(const Plan& plan);
+int SistaPlats(const Plan& plan); // the last free-cell spare, before the foundations
+
+// The first slot under the pointer: a top card's whole face or a covered card's band; -1.
+int Traff(const std::vector<Lucka>& luckor, BPoint p);
+// The last slot of the filled run that starts at `forsta`.
+int Toppen(const std::vector<Lucka>& luckor, int forsta);
+
+// A card may lie on the card in slot `under` in a column.
+bool PassarPaKolumn(const Plan& plan, const Kort& under, const Kort& kort);
+
+// Where a click sends a top card: foundation, ace place, column, empty place; -1.
+int KlickMal(const Plan& plan, const std::vector<Lucka>& luckor, const Kort& kort);
+// Where a single card dropped at `q` goes; -1.
+int DropMal(const Plan& plan, const std::vector<Lucka>& luckor, const Kort& kort, BPoint q);
+
+// The free places a run may use, counted the game's way.
+int FriaPlatser(const Plan& plan, const std::vector<Lucka>& luckor);
+// Whether hit..top falls by one card by card with the game's colour test (a drop may
+// test the first card differently).
+bool GiltigRad(const Plan& plan, const std::vector<Lucka>& luckor, int forsta, int topp,
+               bool vidDrop);
+
+// Where a run goes: `mal` is the slot the search stopped at, `start` where its first card
+// lands (mal + 1 on a card, mal in an empty column). mal < 0: nowhere.
+struct RadMal {
+    int mal = -1;
+    int start = -1;
+};
+RadMal KlickRadMal(const Plan& plan, const std::vector<Lucka>& luckor, int forsta, int topp);
+RadMal DropRadMal(const Plan& plan, const std::vector<Lucka>& luckor, int forsta, int topp,
+                  BPoint q);
+
+// All four kings on their foundations.
+bool Vunnet(const Plan& plan, const std::vector<Lucka>& luckor);
+int KortPaGrunden(const Plan& plan, const std::vector<Lucka>& luckor);
+
+} // namespace KolumnRegler

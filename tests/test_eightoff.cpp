@@ -1,0 +1,315 @@
+#include "app/FjolkView.h"
+#include "app/Meddelande.h"
+#include "cards/Hiscore.h"
+#include "cards/KolumnSpel.h"
+#include "games/Eightoff.h"
+#include "games/EightoffRegler.h"
+#include "games/KolumnRegler.h"
+#include "platform/AttributeStore.h"
+#include "support/Gester.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+#include <vector>
+
+using namespace KolumnRegler;
+using namespace EightoffRegler;
+
+namespace {
+
+constexpr unsigned kFro = 3;
+
+// Counts the game-finished notices that reach the window.
+class Brevlada : public QObject {
+public:
+    bool eventFilter(QObject*, QEvent* e) override {
+        if (e->type() == Meddelande::Typ() && static_cast<Meddelande*>(e)->what == kSpelKlart)
+            ++klart;
+        return false;
+    }
+    int klart = 0;
+};
+
+struct Bord {
+    std::unique_ptr<FjolkView> vy;
+    KolumnSpel* spel = nullptr;
+
+    explicit Bord(bool tomt = true, int bredd = 640, int hojd = 480, bool animera = false,
+                  unsigned fro = kFro) {
+        vy = VyMedSpel(9, fro, bredd, hojd, animera);
+        spel = dynamic_cast<KolumnSpel*>(vy->Spel());
+        if (tomt)
+            for (Lucka& l : L())
+                l.TaBortKort();
+    }
+    std::vector<Lucka>& L() { return spel->LuckorForTest(); }
+    void Lagg(int lucka, kortfarg farg, int valor) {
+        Kort k(farg, valor, BRect(0, 0, 0, 0));
+        k.NyPos(spel->FramsidaFor(k));
+        L()[lucka].TaEmotKort(k);
+    }
+    bool Har(int lucka, kortfarg farg, int valor) {
+        return !L()[lucka].Tom() && L()[lucka].GeKort().KortFarg() == farg &&
+               L()[lucka].GeKort().KortValor() == valor;
+    }
+    // Kings of spades at the bases of the given columns: full columns that take nothing.
+    void Kungar(std::initializer_list<int> kolumner) {
+        for (int c : kolumner)
+            Lagg(c * kPlatserPerKolumn, SPADER, 13);
+    }
+    // Where a player presses on a card: inside its band, so a covered card is meant.
+    BPoint Band(int lucka) {
+        BRect r = L()[lucka].GePos();
+        return BPoint((r.left + r.right) / 2, r.top + 10);
+    }
+    // Half the lengthening below a slot's card.
+    BPoint Under(int lucka) {
+        BRect r = L()[lucka].GePos();
+        return BPoint((r.left + r.right) / 2, r.bottom + 50);
+    }
+};
+
+} // namespace
+
+class TestEightoff : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir dataMapp;
+
+private slots:
+    void initTestCase() {
+        QVERIFY(dataMapp.isValid());
+        AttributeStore::SetDataDirectory(dataMapp.path().toStdString());
+        auto vy = VyMedSpel(9, kFro, 640, 480);
+        QVERIFY(dynamic_cast<Eightoff*>(vy->Spel()) != nullptr);
+        QCOMPARE(vy->Spel()->SpelNummer(), 9);
+        QCOMPARE(static_cast<int>(vy->Spel()->Luckor().size()), 296);
+    }
+
+    void utlaggMedTvaRaderOverKolumnerna() {
+        std::vector<Lucka> l(kAntalLuckor, Lucka(BRect(0, 0, 0, 0), false));
+        Utlagg u = RaknaUtLuckor(l, BRect(0, 0, 639, 479));
+        QCOMPARE(u.w, 70);
+        QCOMPARE(u.h, 70);
+        QCOMPARE(l[0].GePos(), BRect(5, 155, 75, 225));
+        QCOMPARE(l[23].GePos(), BRect(80, 185, 150, 255));
+        QCOMPARE(l[176].GePos(), BRect(5, 80, 75, 150));
+        QCOMPARE(l[191].GePos(), BRect(530, 80, 600, 150));
+        QCOMPARE(l[192].GePos(), BRect(155, 5, 225, 75));
+        QCOMPARE(l[243].GePos(), BRect(380, 5, 450, 75));
+        QCOMPARE(l[244].GePos(), BRect(605, 145, 675, 215));
+    }
+
+    void givetFyllerSexRaderOchFyraFriceller() {
+        Bord b(false);
+        for (int c = 0; c < kKolumner; ++c) {
+            for (int p = 0; p < 6; ++p)
+                QVERIFY(!b.L()[c * kPlatserPerKolumn + p].Tom());
+            QVERIFY(b.L()[c * kPlatserPerKolumn + 6].Tom());
+        }
+        for (int i = 176; i <= 182; i += 2)
+            QVERIFY(!b.L()[i].Tom());
+        for (int i = 184; i <= 190; i += 2)
+            QVERIFY(b.L()[i].Tom());
+        auto ordning = GivOrdning();
+        QCOMPARE(static_cast<int>(ordning.size()), 52);
+        QCOMPARE(ordning.front(), std::make_pair(295, 0));
+        QCOMPARE(ordning[47], std::make_pair(248, 7 * 22 + 5));
+        QCOMPARE(ordning.back(), std::make_pair(244, 182));
+    }
+
+    void forstaKlicketUtanMalLandarIFricell184() {
+        Bord b;
+        b.Kungar({1, 2, 3, 4, 5, 6, 7});
+        b.Lagg(0, HJARTER, 13);
+        b.Lagg(1, RUTER, 9);
+        for (int i = 176; i <= 182; i += 2)
+            b.Lagg(i, KLOVER, 2 + (i - 176) / 2);
+        KlickaPa(*b.vy, b.Band(1));
+        QVERIFY(b.Har(184, RUTER, 9));
+    }
+
+    void kolumnByggsISammaSvit() {
+        Bord b;
+        b.Kungar({3, 4, 5, 6, 7});
+        b.Lagg(0, RUTER, 5);
+        b.Lagg(22, HJARTER, 6);
+        b.Lagg(44, RUTER, 6);
+        KlickaPa(*b.vy, b.Band(0));
+        QVERIFY(b.Har(45, RUTER, 5));
+        DraFranTill(*b.vy, b.Band(45), b.Under(22));
+        QVERIFY(b.Har(45, RUTER, 5));
+    }
+
+    void friaPlatserRaknar176TvaGangerOchGrund192() {
+        Bord b;
+        b.Kungar({0, 1, 2, 3, 4, 5, 6, 7});
+        // Two empty free cells, 176 and 190; counted 176 twice and the empty base 192.
+        for (int i = 178; i <= 188; i += 2)
+            b.Lagg(i, HJARTER, 13);
+        QCOMPARE(FriaPlatser(Planen(), b.L()), 4);
+        for (int k = 0; k < 5; ++k)
+            b.Lagg(23 + k, KLOVER, 7 - k);
+        b.Lagg(66 + 1, KLOVER, 8);
+        KlickaPa(*b.vy, b.Band(23));
+        QVERIFY(b.Har(68, KLOVER, 7));
+        QVERIFY(b.Har(72, KLOVER, 3));
+        QCOMPARE(b.spel->UndoLista().back(), std::make_pair(1234, 5));
+        // An ace on foundation 0 takes one of the four away: five cards no longer go.
+        b.spel->Undo();
+        b.Lagg(192, RUTER, 1);
+        QCOMPARE(FriaPlatser(Planen(), b.L()), 3);
+        KlickaPa(*b.vy, b.Band(23));
+        QVERIFY(b.Har(23, KLOVER, 7));
+        QVERIFY(b.L()[68].Tom());
+    }
+
+    void klickadRadJamforBaraOmSvitenArNoll() {
+        Bord b;
+        b.Kungar({2, 3, 4, 5, 6, 7});
+        b.Lagg(1, RUTER, 7);
+        b.Lagg(2, KLOVER, 6);
+        b.Lagg(3, SPADER, 5);
+        b.Lagg(22, RUTER, 8);
+        b.Lagg(0, RUTER, 13);
+        KlickaPa(*b.vy, b.Band(1));
+        QVERIFY(b.Har(23, RUTER, 7));
+        QVERIFY(b.Har(25, SPADER, 5));
+        b.spel->Undo();
+        b.Lagg(2, HJARTER, 6);
+        KlickaPa(*b.vy, b.Band(1));
+        QVERIFY(b.Har(1, RUTER, 7));
+        QVERIFY(b.L()[23].Tom());
+    }
+
+    void slappadRadMedRodForstaKortFallerPaAndra() {
+        Bord b;
+        b.Kungar({2, 3, 4, 5, 6, 7});
+        b.Lagg(0, RUTER, 13);
+        b.Lagg(1, RUTER, 7);
+        b.Lagg(2, RUTER, 6);
+        b.Lagg(22, RUTER, 8);
+        DraFranTill(*b.vy, b.Band(1), b.Under(22));
+        QVERIFY(b.Har(1, RUTER, 7));
+        QVERIFY(b.L()[23].Tom());
+        // A black first card passes the same check.
+        b.Lagg(1, SPADER, 7);
+        b.Lagg(2, SPADER, 6);
+        b.Lagg(22, SPADER, 8);
+        DraFranTill(*b.vy, b.Band(1), b.Under(22));
+        QVERIFY(b.Har(23, SPADER, 7));
+        QVERIFY(b.Har(24, SPADER, 6));
+    }
+
+    void sjuanSlappsIntePaGrund3MenKlickasDit() {
+        Bord b;
+        b.Kungar({1, 2, 3, 4, 5, 6, 7});
+        for (int k = 0; k < 6; ++k)
+            b.Lagg(231 + k, SPADER, k + 1);
+        b.Lagg(0, SPADER, 7);
+        DraFranTill(*b.vy, b.Band(0), Mitt(b.L()[231].GePos()));
+        QVERIFY(b.Har(0, SPADER, 7));
+        QVERIFY(b.L()[237].Tom());
+        KlickaPa(*b.vy, b.Band(0));
+        QVERIFY(b.Har(237, SPADER, 7));
+    }
+
+    void sexanSlappsPaGrund3MedFemKort() {
+        Bord b;
+        b.Kungar({1, 2, 3, 4, 5, 6, 7});
+        for (int k = 0; k < 5; ++k)
+            b.Lagg(231 + k, SPADER, k + 1);
+        b.Lagg(0, SPADER, 6);
+        DraFranTill(*b.vy, b.Band(0), Mitt(b.L()[231].GePos()));
+        QVERIFY(b.Har(236, SPADER, 6));
+    }
+
+    void sexanStaplasIFricellensReservplats() {
+        Bord b;
+        b.Kungar({1, 2, 3, 4, 5, 6, 7});
+        b.Lagg(186, KLOVER, 5);
+        b.Lagg(0, KLOVER, 6);
+        DraFranTill(*b.vy, b.Band(0), Mitt(b.L()[186].GePos()));
+        QVERIFY(b.Har(187, KLOVER, 6));
+        QCOMPARE(b.spel->UndoLista().back(), std::make_pair(0, 187));
+        b.spel->Undo();
+        QVERIFY(b.Har(0, KLOVER, 6));
+        QVERIFY(b.L()[187].Tom());
+    }
+
+    void essSlappsPaTomGrund() {
+        Bord b;
+        b.Kungar({1, 2, 3, 4, 5, 6, 7});
+        b.Lagg(0, HJARTER, 1);
+        DraFranTill(*b.vy, b.Band(0), Mitt(b.L()[218].GePos()));
+        QVERIFY(b.Har(218, HJARTER, 1));
+    }
+
+    void angraUtanUnderkortNamner198() {
+        const auto& lista = Planen().angraUtanUnder;
+        QVERIFY(std::find(lista.begin(), lista.end(), 198) != lista.end());
+        QVERIFY(std::find(lista.begin(), lista.end(), 190) == lista.end());
+        // With the flight on, a card clicked into free cell 190 and undone goes home.
+        Bord b(true, 640, 480, true);
+        b.Kungar({1, 2, 3, 4, 5, 6, 7});
+        b.Lagg(0, HJARTER, 9);
+        for (int i = 176; i <= 188; i += 2)
+            b.Lagg(i, KLOVER, 13);
+        KlickaPa(*b.vy, b.Band(0));
+        QVERIFY(b.Har(190, HJARTER, 9));
+        QCOMPARE(b.spel->UndoLista().back(), std::make_pair(0, 190));
+        b.spel->Undo();
+        QVERIFY(b.Har(0, HJARTER, 9));
+        QVERIFY(b.L()[190].Tom());
+    }
+
+    void klartForstNarAllaKungarLigger() {
+        Bord b;
+        for (int f = 0; f < 3; ++f)
+            b.Lagg(204 + 13 * f, static_cast<kortfarg>(f), 13);
+        QVERIFY(!b.spel->KlarSpel());
+        b.Lagg(243, SPADER, 13);
+        QVERIFY(b.spel->KlarSpel());
+    }
+
+    void hiscoreRaknarKortenPaGrunderna() {
+        Bord b;
+        b.Lagg(192, HJARTER, 1);
+        b.Lagg(193, HJARTER, 2);
+        b.Lagg(231, SPADER, 1);
+        b.Lagg(184, KLOVER, 1); // a free cell, not a foundation
+        AttributeStore::Program().RemoveAttr("FJOLK:Spel9");
+        QCOMPARE(b.spel->AddHiscore(), 1);
+        HiscoreLista tabell;
+        QCOMPARE(AttributeStore::Program().ReadAttr("FJOLK:Spel9", B_RAW_TYPE, 0, tabell.data(),
+                                                    sizeof tabell),
+                 static_cast<ssize_t>(sizeof tabell));
+        QCOMPARE(static_cast<int>(tabell[0].kort), 3);
+        QCOMPARE(static_cast<int>(tabell[0].giv), 1);
+    }
+
+    void sammaBordMedOchUtanAnimering() {
+        Bord utan(false, 640, 480, false);
+        Bord med(false, 640, 480, true);
+        QCOMPARE(Bordet(*med.spel), Bordet(*utan.spel));
+    }
+
+    void angraTillbakaTillGivet() {
+        Bord b(false, 1280, 1024);
+        auto givet = Bordet(*b.spel);
+        KlickaPa(*b.vy, b.Band(5));
+        KlickaPa(*b.vy, b.Band(27));
+        DraFranTill(*b.vy, b.Band(49), Mitt(b.L()[188].GePos()));
+        QVERIFY(b.spel->UndoLista().size() >= 3);
+        while (b.spel->Has_Undos())
+            b.spel->Undo();
+        QCOMPARE(Bordet(*b.spel), givet);
+    }
+};
+
+QTEST_MAIN(TestEightoff)
+#include "test_eightoff.moc"

@@ -1,0 +1,439 @@
+#include "app/FjolkView.h"
+#include "app/Meddelande.h"
+#include "cards/Hiscore.h"
+#include "cards/KolumnSpel.h"
+#include "cards/Kortlek.h"
+#include "games/Freecell.h"
+#include "games/FreecellRegler.h"
+#include "games/KolumnRegler.h"
+#include "platform/AttributeStore.h"
+#include "support/Gester.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cstdlib>
+#include <memory>
+#include <utility>
+#include <vector>
+
+using namespace KolumnRegler;
+using namespace FreecellRegler;
+
+namespace {
+
+constexpr unsigned kFro = 3;
+// A deal the search below wins with single cards.
+constexpr unsigned kVinstFro = 29;
+
+// Counts the game-finished notices that reach the window.
+class Brevlada : public QObject {
+public:
+    bool eventFilter(QObject*, QEvent* e) override {
+        if (e->type() == Meddelande::Typ() && static_cast<Meddelande*>(e)->what == kSpelKlart)
+            ++klart;
+        return false;
+    }
+    int klart = 0;
+};
+
+struct Bord {
+    std::unique_ptr<FjolkView> vy;
+    KolumnSpel* spel = nullptr;
+
+    explicit Bord(bool tomt = true, int bredd = 640, int hojd = 480, bool animera = false,
+                  unsigned fro = kFro) {
+        vy = VyMedSpel(8, fro, bredd, hojd, animera);
+        spel = dynamic_cast<KolumnSpel*>(vy->Spel());
+        if (tomt)
+            for (Lucka& l : L())
+                l.TaBortKort();
+    }
+    std::vector<Lucka>& L() { return spel->LuckorForTest(); }
+    void Lagg(int lucka, kortfarg farg, int valor) {
+        Kort k(farg, valor, BRect(0, 0, 0, 0));
+        k.NyPos(spel->FramsidaFor(k));
+        L()[lucka].TaEmotKort(k);
+    }
+    bool Har(int lucka, kortfarg farg, int valor) {
+        return !L()[lucka].Tom() && L()[lucka].GeKort().KortFarg() == farg &&
+               L()[lucka].GeKort().KortValor() == valor;
+    }
+    // Kings of spades at the bases of the given columns: full columns that take nothing.
+    void Kungar(std::initializer_list<int> kolumner) {
+        for (int c : kolumner)
+            Lagg(c * kPlatserPerKolumn, SPADER, 13);
+    }
+    // Where a player presses on a card: inside its band, so a covered card is meant.
+    BPoint Band(int lucka) {
+        BRect r = L()[lucka].GePos();
+        return BPoint((r.left + r.right) / 2, r.top + 10);
+    }
+    // Half the lengthening below a slot's card.
+    BPoint Under(int lucka) {
+        BRect r = L()[lucka].GePos();
+        return BPoint((r.left + r.right) / 2, r.bottom + 50);
+    }
+};
+
+} // namespace
+
+class TestFreecell : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir dataMapp;
+
+private slots:
+    void initTestCase() {
+        QVERIFY(dataMapp.isValid());
+        AttributeStore::SetDataDirectory(dataMapp.path().toStdString());
+        auto vy = VyMedSpel(8, kFro, 640, 480);
+        QVERIFY(dynamic_cast<Freecell*>(vy->Spel()) != nullptr);
+        QCOMPARE(vy->Spel()->SpelNummer(), 8);
+        QCOMPARE(static_cast<int>(vy->Spel()->Luckor().size()), 288);
+    }
+
+    void utlaggVidMinstaStorlek() {
+        std::vector<Lucka> l(kAntalLuckor, Lucka(BRect(0, 0, 0, 0), false));
+        Utlagg u = RaknaUtLuckor(l, BRect(0, 0, 639, 479));
+        QCOMPARE(u.w, 70);
+        QCOMPARE(u.h, 70);
+        QCOMPARE(l[0].GePos(), BRect(5, 80, 75, 150));
+        QCOMPARE(l[1].GePos(), BRect(5, 110, 75, 180));
+        QCOMPARE(l[176].GePos(), BRect(5, 5, 75, 75));
+        QCOMPARE(l[177].GePos(), l[176].GePos());
+        QCOMPARE(l[182].GePos(), BRect(230, 5, 300, 75));
+        QCOMPARE(l[184].GePos(), BRect(305, 5, 375, 75));
+        QCOMPARE(l[196].GePos(), l[184].GePos());
+        QCOMPARE(l[235].GePos(), BRect(530, 5, 600, 75));
+        QCOMPARE(l[236].GePos(), BRect(605, 145, 675, 215));
+        QCOMPARE(l[287].GePos(), BRect(605, 196, 675, 266));
+    }
+
+    void utlaggVidStorstaStorlek() {
+        std::vector<Lucka> l(kAntalLuckor, Lucka(BRect(0, 0, 0, 0), false));
+        Utlagg u = RaknaUtLuckor(l, BRect(0, 0, 1279, 1023));
+        QCOMPARE(u.w, 125);
+        QCOMPARE(u.h, 89);
+        QCOMPARE(l[23].GePos(), BRect(135, 129, 260, 218));
+        QCOMPARE(l[154].GePos(), BRect(915, 99, 1040, 188));
+        QCOMPARE(l[197].GePos(), BRect(655, 5, 780, 94));
+    }
+
+    void givetLaggerSjuOchSexKort() {
+        Bord b(false);
+        for (int c = 0; c < kKolumner; ++c) {
+            int antal = 0;
+            while (antal < kPlatserPerKolumn && !b.L()[c * kPlatserPerKolumn + antal].Tom())
+                ++antal;
+            QCOMPARE(antal, c < 4 ? 7 : 6);
+        }
+        for (int i = 176; i < 288; ++i)
+            QVERIFY(b.L()[i].Tom());
+        auto ordning = GivOrdning();
+        QCOMPARE(static_cast<int>(ordning.size()), 52);
+        QCOMPARE(ordning.front(), std::make_pair(287, 0));
+        QCOMPARE(ordning[8], std::make_pair(279, 1));
+        QCOMPARE(ordning.back(), std::make_pair(236, 3 * 22 + 6));
+    }
+
+    void givetTarLekensKortIOrdning() {
+        Bord b(false);
+        // The same shuffle again: the deck's first card lay in deck slot 236.
+        std::srand(kFro);
+        Kortlek lek;
+        lek.Blanda();
+        std::vector<Kort> kort;
+        while (lek.AntalKortKvar() > 0)
+            kort.push_back(lek.GeKort());
+        for (auto [fran, till] : GivOrdning()) {
+            const Kort& k = kort[fran - kForstaLek];
+            QVERIFY(b.Har(till, k.KortFarg(), k.KortValor()));
+        }
+        QVERIFY(b.Har(0, kort[51].KortFarg(), kort[51].KortValor()));
+    }
+
+    void traffarBandetPaEttTacktKort() {
+        Bord b;
+        b.Kungar({1, 2, 3, 4, 5, 6, 7});
+        b.Lagg(0, SPADER, 9);
+        b.Lagg(1, HJARTER, 8);
+        QCOMPARE(Traff(b.L(), b.Band(0)), 0);
+        QCOMPARE(Traff(b.L(), b.Band(1)), 1);
+        BRect r = b.L()[1].GePos();
+        QCOMPARE(Traff(b.L(), BPoint(r.left + 5, r.bottom - 5)), 1);
+        QCOMPARE(Traff(b.L(), BPoint(r.left + 5, r.bottom + 5)), -1);
+    }
+
+    void klickGarTillGrundenForst() {
+        Bord b;
+        b.Kungar({2, 3, 4, 5, 6, 7});
+        b.Lagg(184, HJARTER, 1);
+        b.Lagg(0, HJARTER, 2);
+        b.Lagg(22, SPADER, 3);
+        KlickaPa(*b.vy, b.Band(0));
+        QVERIFY(b.Har(185, HJARTER, 2));
+        QVERIFY(b.L()[0].Tom());
+        QCOMPARE(b.spel->UndoLista().back(), std::make_pair(0, 185));
+    }
+
+    void klickatEssGarTillForstaTommaBas() {
+        Bord b;
+        b.Kungar({1, 2, 3, 4, 5, 6, 7});
+        b.Lagg(184, KLOVER, 1);
+        b.Lagg(0, RUTER, 1);
+        KlickaPa(*b.vy, b.Band(0));
+        QVERIFY(b.Har(197, RUTER, 1));
+        // An ace on a foundation base moves on to the next empty base.
+        KlickaPa(*b.vy, Mitt(b.L()[197].GePos()));
+        QVERIFY(b.Har(210, RUTER, 1));
+    }
+
+    void klickPaKolumnForeTomPlats() {
+        Bord b;
+        b.Kungar({2, 3, 4, 5, 6});
+        b.Lagg(0, RUTER, 5);
+        b.Lagg(22, KLOVER, 6);
+        KlickaPa(*b.vy, b.Band(0));
+        QVERIFY(b.Har(23, RUTER, 5));
+        // Nothing to build on: the empty column comes before the free cells.
+        KlickaPa(*b.vy, b.Band(23));
+        QVERIFY(b.Har(0, RUTER, 5));
+        b.Kungar({7});
+        b.Lagg(1, HJARTER, 9);
+        KlickaPa(*b.vy, b.Band(1));
+        QVERIFY(b.Har(176, HJARTER, 9));
+        // From a free cell to a lower one.
+        b.Lagg(178, HJARTER, 10);
+        KlickaPa(*b.vy, b.Band(176));
+        QVERIFY(b.Har(180, HJARTER, 9));
+    }
+
+    void klickPaFricellGarTillLagreFricell() {
+        Bord b;
+        b.Kungar({0, 1, 2, 3, 4, 5, 6, 7});
+        b.Lagg(180, HJARTER, 9);
+        KlickaPa(*b.vy, Mitt(b.L()[180].GePos()));
+        QVERIFY(b.Har(176, HJARTER, 9));
+        QVERIFY(b.L()[180].Tom());
+    }
+
+    void klickUtanMalGorIngenting() {
+        Bord b;
+        b.Kungar({0, 1, 2, 3, 4, 5, 6, 7});
+        for (int i = 0; i < 4; ++i)
+            b.Lagg(176 + 2 * i, KLOVER, 13 - i);
+        b.Lagg(23, HJARTER, 9);
+        KlickaPa(*b.vy, b.Band(23));
+        QVERIFY(b.Har(23, HJARTER, 9));
+        QVERIFY(b.spel->UndoLista().empty());
+    }
+
+    void klickPaRadAvFemFlyttarDen() {
+        Bord b;
+        b.Kungar({2, 3, 4, 5, 6, 7});
+        b.Lagg(0, RUTER, 13);
+        b.Lagg(1, SPADER, 7);
+        b.Lagg(2, HJARTER, 6);
+        b.Lagg(3, KLOVER, 5);
+        b.Lagg(4, RUTER, 4);
+        b.Lagg(5, SPADER, 3);
+        b.Lagg(22, HJARTER, 8);
+        QCOMPARE(FriaPlatser(Planen(), b.L()), 4);
+        KlickaPa(*b.vy, b.Band(1));
+        QVERIFY(b.Har(23, SPADER, 7));
+        QVERIFY(b.Har(27, SPADER, 3));
+        QVERIFY(b.L()[1].Tom());
+        std::vector<std::pair<int, int>> vantat{{1, 23}, {2, 24},  {3, 25},  {4, 26},
+                                                {5, 27}, {22, 27}, {1234, 5}};
+        QCOMPARE(b.spel->UndoLista(), vantat);
+        b.spel->Undo();
+        QVERIFY(b.Har(1, SPADER, 7));
+        QVERIFY(b.Har(5, SPADER, 3));
+        QVERIFY(b.L()[23].Tom());
+        QVERIFY(b.spel->UndoLista().empty());
+    }
+
+    void radAvSexKraverFlerPlatser() {
+        Bord b;
+        b.Kungar({2, 3, 4, 5, 6, 7});
+        b.Lagg(0, SPADER, 7);
+        b.Lagg(1, HJARTER, 6);
+        b.Lagg(2, KLOVER, 5);
+        b.Lagg(3, RUTER, 4);
+        b.Lagg(4, SPADER, 3);
+        b.Lagg(5, HJARTER, 2);
+        b.Lagg(22, HJARTER, 8);
+        KlickaPa(*b.vy, b.Band(0));
+        QVERIFY(b.Har(0, SPADER, 7));
+        QVERIFY(b.L()[23].Tom());
+    }
+
+    void tomKolumnTarEnPlatsMindre() {
+        Bord b;
+        b.Kungar({2, 3, 4, 5, 6, 7});
+        for (int k = 0; k < 6; ++k)
+            b.Lagg(k, k % 2 ? HJARTER : SPADER, 7 - k);
+        // Six cards, five places (four cells, one column): the column itself leaves four.
+        QCOMPARE(FriaPlatser(Planen(), b.L()), 5);
+        KlickaPa(*b.vy, b.Band(0));
+        QVERIFY(b.L()[22].Tom());
+        // Five cards go.
+        KlickaPa(*b.vy, b.Band(1));
+        QVERIFY(b.Har(22, HJARTER, 6));
+        QVERIFY(b.Har(26, HJARTER, 2));
+        QCOMPARE(b.spel->UndoLista().back(), std::make_pair(1234, 5));
+        QCOMPARE(b.spel->UndoLista()[5], std::make_pair(22, 27));
+    }
+
+    void klickPaOgiltigRadGorIngenting() {
+        Bord b;
+        b.Kungar({2, 3, 4, 5, 6, 7});
+        b.Lagg(0, SPADER, 7);
+        b.Lagg(1, KLOVER, 6); // same colour
+        b.Lagg(22, HJARTER, 8);
+        KlickaPa(*b.vy, b.Band(0));
+        QVERIFY(b.Har(0, SPADER, 7));
+        QVERIFY(b.spel->UndoLista().empty());
+    }
+
+    void slappUpptillHundraPixlarUnder() {
+        Bord b;
+        b.Kungar({2, 3, 4, 5, 6, 7});
+        b.Lagg(0, RUTER, 5);
+        b.Lagg(22, KLOVER, 6);
+        BRect r = b.L()[22].GePos();
+        DraFranTill(*b.vy, b.Band(0), BPoint(r.left + 10, r.bottom + 100));
+        QVERIFY(b.Har(23, RUTER, 5));
+        DraFranTill(*b.vy, b.Band(23), BPoint(r.left + 10, r.bottom + 101 + 30));
+        QVERIFY(b.Har(23, RUTER, 5));
+    }
+
+    void slappAvFelRadFlyttarIngenting() {
+        Bord b;
+        b.Kungar({2, 3, 4, 5, 6, 7});
+        b.Lagg(0, SPADER, 7);
+        b.Lagg(1, SPADER, 6);
+        b.Lagg(22, HJARTER, 8);
+        DraFranTill(*b.vy, b.Band(0), b.Under(22));
+        QVERIFY(b.Har(0, SPADER, 7));
+        QVERIFY(b.L()[23].Tom());
+        DraOchSlappUtanfor(*b.vy, b.Band(0));
+        QVERIFY(b.Har(1, SPADER, 6));
+    }
+
+    void slappAvRadPaKort() {
+        Bord b;
+        b.Kungar({2, 3, 4, 5, 6, 7});
+        b.Lagg(0, SPADER, 7);
+        b.Lagg(1, HJARTER, 6);
+        b.Lagg(22, HJARTER, 8);
+        DraFranTill(*b.vy, b.Band(0), b.Under(22));
+        QVERIFY(b.Har(23, SPADER, 7));
+        QVERIFY(b.Har(24, HJARTER, 6));
+        std::vector<std::pair<int, int>> vantat{{0, 23}, {1, 24}, {22, 24}, {1234, 2}};
+        QCOMPARE(b.spel->UndoLista(), vantat);
+    }
+
+    void klickRutanArOsymmetrisk() {
+        Bord b;
+        BPoint p(100, 100);
+        QVERIFY(b.spel->LamnatKlickRutan(p, BPoint(96, 100)));
+        QVERIFY(!b.spel->LamnatKlickRutan(p, BPoint(104, 100)));
+        QVERIFY(b.spel->LamnatKlickRutan(p, BPoint(100, 96)));
+        QVERIFY(!b.spel->LamnatKlickRutan(p, BPoint(100, 104)));
+        QVERIFY(b.spel->LamnatKlickRutan(p, BPoint(105, 100)));
+        QVERIFY(!b.spel->LamnatKlickRutan(p, BPoint(97, 97)));
+    }
+
+    void fyraPixlarVansterArRedanEttDrag() {
+        Bord b;
+        b.Kungar({1, 2, 3, 4, 5, 6, 7});
+        b.Lagg(184, HJARTER, 1);
+        b.Lagg(0, HJARTER, 2);
+        // The wiggle reaches four pixels to the left: a drag, released where it began,
+        // inside free cell 176 lengthened downwards; a click would have gone up to the ace.
+        TryckSkakaSlapp(*b.vy, b.Band(0));
+        QVERIFY(b.Har(176, HJARTER, 2));
+        QVERIFY(b.L()[185].Tom());
+        KlickaPa(*b.vy, Mitt(b.L()[176].GePos()));
+        QVERIFY(b.Har(185, HJARTER, 2));
+    }
+
+    void kolumnRymmerTjugotvaKort() {
+        Bord b;
+        for (int p = 0; p < 22; ++p)
+            b.Lagg(p, HJARTER, 5);
+        b.Lagg(22, SPADER, 13);
+        QCOMPARE(Toppen(b.L(), 0), 22);
+        QVERIFY(KolumnBas(22));
+        QVERIFY(!KolumnBas(21));
+    }
+
+    void klartForstNarAllaKungarLigger() {
+        Bord b;
+        QVERIFY(!b.spel->KlarSpel());
+        for (int f = 0; f < 3; ++f)
+            b.Lagg(196 + 13 * f, static_cast<kortfarg>(f), 13);
+        QVERIFY(!b.spel->KlarSpel());
+        b.Lagg(235, SPADER, 12);
+        QVERIFY(!b.spel->KlarSpel());
+        b.Lagg(235, SPADER, 13);
+        QVERIFY(b.spel->KlarSpel());
+    }
+
+    void sammaBordMedOchUtanAnimering() {
+        Bord utan(false, 640, 480, false);
+        Bord med(false, 640, 480, true);
+        QCOMPARE(Bordet(*med.spel), Bordet(*utan.spel));
+    }
+
+    void angraTillbakaTillGivet() {
+        Bord b(false, 1280, 1024);
+        auto givet = Bordet(*b.spel);
+        // Column tops into the free cells, then one back.
+        KlickaPa(*b.vy, b.Band(6));
+        KlickaPa(*b.vy, b.Band(28));
+        DraFranTill(*b.vy, b.Band(5), Mitt(b.L()[180].GePos()));
+        QVERIFY(b.spel->UndoLista().size() >= 3);
+        while (b.spel->Has_Undos())
+            b.spel->Undo();
+        QCOMPARE(Bordet(*b.spel), givet);
+        QVERIFY(b.spel->AntalUndo() >= 3);
+    }
+
+    void vinnerGenomRiktigtSpel() {
+        Bord b(false, 1280, 1024, false, kVinstFro);
+        Brevlada brevlada;
+        b.vy->window()->installEventFilter(&brevlada);
+        auto drag = Losning(b.L(), 400000);
+        QVERIFY(!drag.empty());
+        for (auto [fran, till] : drag) {
+            Kort kort = b.L()[fran].GeKort();
+            BPoint fatt = Fricell(Planen(), fran) ? Mitt(b.L()[fran].GePos()) : b.Band(fran);
+            if (till >= kForstaGrund) {
+                KlickaPa(*b.vy, fatt);
+            } else if (Fricell(Planen(), till)) {
+                DraFranTill(*b.vy, fatt, Mitt(b.L()[till].GePos()));
+            } else {
+                DraFranTill(*b.vy, fatt, b.Under(KolumnBas(till) ? till : till - 1));
+            }
+            QVERIFY2(b.Har(till, kort.KortFarg(), kort.KortValor()), "move did not land");
+        }
+        QVERIFY(b.spel->KlarSpel());
+        QCoreApplication::sendPostedEvents();
+        QCOMPARE(brevlada.klart, 1);
+        AttributeStore::Program().RemoveAttr("FJOLK:Spel8");
+        QCOMPARE(b.spel->AddHiscore(), 1);
+        HiscoreLista tabell;
+        QCOMPARE(AttributeStore::Program().ReadAttr("FJOLK:Spel8", B_RAW_TYPE, 0, tabell.data(),
+                                                    sizeof tabell),
+                 static_cast<ssize_t>(sizeof tabell));
+        QCOMPARE(static_cast<int>(tabell[0].kort), 52);
+        QCOMPARE(static_cast<int>(tabell[0].giv), 1);
+        QCOMPARE(tabell[0].angra, 0);
+    }
+};
+
+QTEST_MAIN(TestFreecell)
+#include "test_freecell.moc"
