@@ -1,6 +1,7 @@
 // The play view's work at the largest table: a full redraw of a game in the middle of
 // play, one pointer move while cards are dragged, and a whole deal without animation.
 #include "app/FjolkView.h"
+#include "cards/KolumnSpel.h"
 #include "games/Spelfabrik.h"
 #include "platform/AttributeStore.h"
 #include "support/Gester.h"
@@ -60,6 +61,45 @@ void DragSteg(benchmark::State& state) {
     state.SetLabel(SpelNamn(static_cast<int>(state.range(0))));
 }
 
+// One pointer move while a run of ten cards is dragged in Freecell.
+void DragStegRad10(benchmark::State& state) {
+    if (!SpelFinns(8)) {
+        state.SkipWithError("Freecell is not built");
+        return;
+    }
+    auto vy = VyMedSpel(8, 7, 1280, 1024);
+    auto& spel = dynamic_cast<KolumnSpel&>(*vy->Spel());
+    std::vector<Lucka>& luckor = spel.LuckorForTest();
+    for (Lucka& l : luckor)
+        l.TaBortKort();
+    // King of spades down to four of hearts, alternating colours, in the first column.
+    for (int i = 0; i < 10; ++i) {
+        kortfarg farg =
+            i % 2 == 0 ? (i % 4 == 0 ? SPADER : KLOVER) : (i % 4 == 1 ? HJARTER : RUTER);
+        luckor[i].TaEmotKort(Kort(farg, 13 - i, BRect()));
+    }
+    spel.GeKortenFramsidor(luckor);
+    vy->InvalidateOffscreen();
+    BRect forsta = luckor[0].GePos();
+    BPoint start(forsta.left + 20, forsta.top + 10);
+    TryckOchDra(*vy, start, start + BPoint(20, 20));
+    if (!vy->drar || spel.valdaLuckor.size() != 10) {
+        state.SkipWithError("the run was not picked up");
+        return;
+    }
+    QCoreApplication::processEvents();
+    int steg = 0;
+    for (auto _ : state) {
+        QPointF p(start.x + 30 + (steg % 200), start.y + 30 + (steg % 150));
+        ++steg;
+        QMouseEvent move(QEvent::MouseMove, p, vy->mapToGlobal(p), Qt::NoButton, Qt::LeftButton,
+                         Qt::NoModifier);
+        QCoreApplication::sendEvent(vy.get(), &move);
+        QCoreApplication::processEvents();
+    }
+    QTest::mouseRelease(vy.get(), Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
+}
+
 void Giv(benchmark::State& state) {
     auto vy = VyMedSpel(static_cast<int>(state.range(0)), 7, 1280, 1024);
     for (auto _ : state)
@@ -75,6 +115,7 @@ void VarjeSpel(benchmark::internal::Benchmark* b) {
 
 BENCHMARK(HelOmritning)->Apply(VarjeSpel)->Unit(benchmark::kMicrosecond);
 BENCHMARK(DragSteg)->Apply(VarjeSpel)->Unit(benchmark::kMicrosecond);
+BENCHMARK(DragStegRad10)->Unit(benchmark::kMicrosecond);
 BENCHMARK(Giv)->Apply(VarjeSpel)->Unit(benchmark::kMillisecond);
 
 } // namespace
