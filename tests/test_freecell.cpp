@@ -7,7 +7,9 @@
 #include "games/FreecellRegler.h"
 #include "games/KolumnRegler.h"
 #include "platform/AttributeStore.h"
+#include "support/Brevlada.h"
 #include "support/Gester.h"
+#include "support/KolumnBord.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -26,54 +28,10 @@ constexpr unsigned kFro = 3;
 // A deal the search below wins with single cards.
 constexpr unsigned kVinstFro = 29;
 
-// Counts the game-finished notices that reach the window.
-class Brevlada : public QObject {
-public:
-    bool eventFilter(QObject*, QEvent* e) override {
-        if (e->type() == Meddelande::Typ() && static_cast<Meddelande*>(e)->what == kSpelKlart)
-            ++klart;
-        return false;
-    }
-    int klart = 0;
-};
-
-struct Bord {
-    std::unique_ptr<FjolkView> vy;
-    KolumnSpel* spel = nullptr;
-
+struct Bord : KolumnBord {
     explicit Bord(bool tomt = true, int bredd = 640, int hojd = 480, bool animera = false,
-                  unsigned fro = kFro) {
-        vy = VyMedSpel(8, fro, bredd, hojd, animera);
-        spel = dynamic_cast<KolumnSpel*>(vy->Spel());
-        if (tomt)
-            for (Lucka& l : L())
-                l.TaBortKort();
-    }
-    std::vector<Lucka>& L() { return spel->LuckorForTest(); }
-    void Lagg(int lucka, kortfarg farg, int valor) {
-        Kort k(farg, valor, BRect(0, 0, 0, 0));
-        k.NyPos(spel->FramsidaFor(k));
-        L()[lucka].TaEmotKort(k);
-    }
-    bool Har(int lucka, kortfarg farg, int valor) {
-        return !L()[lucka].Tom() && L()[lucka].GeKort().KortFarg() == farg &&
-               L()[lucka].GeKort().KortValor() == valor;
-    }
-    // Kings of spades at the bases of the given columns: full columns that take nothing.
-    void Kungar(std::initializer_list<int> kolumner) {
-        for (int c : kolumner)
-            Lagg(c * kPlatserPerKolumn, SPADER, 13);
-    }
-    // Where a player presses on a card: inside its band, so a covered card is meant.
-    BPoint Band(int lucka) {
-        BRect r = L()[lucka].GePos();
-        return BPoint((r.left + r.right) / 2, r.top + 10);
-    }
-    // Half the lengthening below a slot's card.
-    BPoint Under(int lucka) {
-        BRect r = L()[lucka].GePos();
-        return BPoint((r.left + r.right) / 2, r.bottom + 50);
-    }
+                  unsigned fro = kFro)
+        : KolumnBord(8, tomt, bredd, hojd, animera, fro) {}
 };
 
 } // namespace

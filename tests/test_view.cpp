@@ -1,5 +1,6 @@
 #include "app/FjolkView.h"
 #include "app/Meddelande.h"
+#include "support/Brevlada.h"
 #include "support/Gester.h"
 
 #include <QApplication>
@@ -75,17 +76,6 @@ public:
     bool klar = false;
     BPoint knappPunkt;
     BPoint dropPunkt;
-};
-
-// Counts the game-finished notices that reach the window.
-class Brevlada : public QObject {
-public:
-    bool eventFilter(QObject*, QEvent* e) override {
-        if (e->type() == Meddelande::Typ() && static_cast<Meddelande*>(e)->what == kSpelKlart)
-            ++klart;
-        return false;
-    }
-    int klart = 0;
 };
 
 struct Bord {
