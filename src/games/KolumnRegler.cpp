@@ -207,4 +207,38 @@ int KortPaGrunden(const Plan& plan, const std::vector<Lucka>& luckor) {
     return antal;
 }
 
+BRect Rutnat::Ruta(int kolumn, int topp) const {
+    auto f = [](int v) { return static_cast<float>(v); };
+    return BRect(f(kolumn * (w + m) + m), f(topp), f(kolumn * (w + m) + w + m), f(topp + h));
+}
+
+Rutnat KolumnRutnat(BRect ram) {
+    Rutnat rutnat;
+    rutnat.h = std::max(static_cast<int>(ram.Height() - 40.0f) / 11, 70);
+    rutnat.w =
+        std::max(static_cast<int>(ram.Width() - 4.0f * static_cast<float>(rutnat.m)) / 10, 70);
+    return rutnat;
+}
+
+void LaggKolumner(std::vector<Lucka>& luckor, const Rutnat& rutnat, int topp) {
+    for (int c = 0; c < kKolumner; ++c)
+        for (int p = 0; p < kPlatserPerKolumn; ++p)
+            luckor[c * kPlatserPerKolumn + p].NyPos(rutnat.Ruta(c, 30 * p + topp));
+}
+
+void LaggFricell(std::vector<Lucka>& luckor, int i, BRect ruta) {
+    luckor[kForstaFricell + 2 * i].NyPos(ruta);
+    luckor[kForstaFricell + 2 * i + 1].NyPos(ruta);
+}
+
+void LaggGrund(std::vector<Lucka>& luckor, const Plan& plan, int g, BRect ruta) {
+    for (int k = 0; k < kNivaer; ++k)
+        luckor[plan.forstaGrund + kNivaer * g + k].NyPos(ruta);
+}
+
+void LaggLek(std::vector<Lucka>& luckor, const Plan& plan, const Rutnat& rutnat) {
+    for (int k = 0; k < 52; ++k)
+        luckor[plan.forstaLek + k].NyPos(rutnat.Ruta(8, 2 * rutnat.h + rutnat.m + k));
+}
+
 } // namespace KolumnRegler

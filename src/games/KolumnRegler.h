@@ -83,6 +83,26 @@ RadMal KlickRadMal(const Plan& plan, const std::vector<Lucka>& luckor, int forst
 RadMal DropRadMal(const Plan& plan, const std::vector<Lucka>& luckor, int forsta, int topp,
                   BPoint q);
 
+// The grid the column games lay their table out on: cards of w × h with a margin of 5.
+struct Rutnat {
+    int w = 0;
+    int h = 0;
+    int m = 5;
+    // The card place in grid column `kolumn` whose top edge is `topp`.
+    BRect Ruta(int kolumn, int topp) const;
+};
+// The card size for the view's bounds: h = (height − 40) / 11, w = (width − 20) / 10,
+// each at least 70.
+Rutnat KolumnRutnat(BRect ram);
+// Column c, position p at Ruta(c, 30·p + topp): each card shows a 30-pixel band.
+void LaggKolumner(std::vector<Lucka>& luckor, const Rutnat& rutnat, int topp);
+// Free cell i and its spare slot, both at `ruta`.
+void LaggFricell(std::vector<Lucka>& luckor, int i, BRect ruta);
+// All thirteen levels of foundation g at `ruta`.
+void LaggGrund(std::vector<Lucka>& luckor, const Plan& plan, int g, BRect ruta);
+// The deck pile in grid column 8, a pixel a card, from 2h + m down.
+void LaggLek(std::vector<Lucka>& luckor, const Plan& plan, const Rutnat& rutnat);
+
 // All four kings on their foundations.
 bool Vunnet(const Plan& plan, const std::vector<Lucka>& luckor);
 int KortPaGrunden(const Plan& plan, const std::vector<Lucka>& luckor);
