@@ -33,6 +33,23 @@ void HelOmritning(benchmark::State& state) {
     state.SetLabel(SpelNamn(static_cast<int>(state.range(0))));
 }
 
+// The timed pointer moves of a drag under way, each with the repaint of what it changed,
+// then the release.
+void DraSteg(benchmark::State& state, FjolkView& vy, BPoint start) {
+    QCoreApplication::processEvents();
+    int steg = 0;
+    for (auto _ : state) {
+        QPointF p(start.x + 30 + (steg % 200), start.y + 30 + (steg % 150));
+        ++steg;
+        QMouseEvent move(QEvent::MouseMove, p, vy.mapToGlobal(p), Qt::NoButton, Qt::LeftButton,
+                         Qt::NoModifier);
+        QCoreApplication::sendEvent(&vy, &move);
+        // The move only marks the old and new places of the cards; the paint is the rest.
+        QCoreApplication::processEvents();
+    }
+    QTest::mouseRelease(&vy, Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
+}
+
 // One pointer move of a drag, with the repaint of what it changed.
 void DragSteg(benchmark::State& state) {
     auto vy = MittISpelet(static_cast<int>(state.range(0)));
@@ -46,18 +63,7 @@ void DragSteg(benchmark::State& state) {
         state.SkipWithError("no card was picked up");
         return;
     }
-    QCoreApplication::processEvents();
-    int steg = 0;
-    for (auto _ : state) {
-        QPointF p(start.x + 30 + (steg % 200), start.y + 30 + (steg % 150));
-        ++steg;
-        QMouseEvent move(QEvent::MouseMove, p, vy->mapToGlobal(p), Qt::NoButton, Qt::LeftButton,
-                         Qt::NoModifier);
-        QCoreApplication::sendEvent(vy.get(), &move);
-        // The move only marks the old and new places of the cards; the paint is the rest.
-        QCoreApplication::processEvents();
-    }
-    QTest::mouseRelease(vy.get(), Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
+    DraSteg(state, *vy, start);
     state.SetLabel(SpelNamn(static_cast<int>(state.range(0))));
 }
 
@@ -87,17 +93,7 @@ void DragStegRad10(benchmark::State& state) {
         state.SkipWithError("the run was not picked up");
         return;
     }
-    QCoreApplication::processEvents();
-    int steg = 0;
-    for (auto _ : state) {
-        QPointF p(start.x + 30 + (steg % 200), start.y + 30 + (steg % 150));
-        ++steg;
-        QMouseEvent move(QEvent::MouseMove, p, vy->mapToGlobal(p), Qt::NoButton, Qt::LeftButton,
-                         Qt::NoModifier);
-        QCoreApplication::sendEvent(vy.get(), &move);
-        QCoreApplication::processEvents();
-    }
-    QTest::mouseRelease(vy.get(), Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
+    DraSteg(state, *vy, start);
 }
 
 void Giv(benchmark::State& state) {

@@ -50,7 +50,7 @@ private slots:
 
     void utlaggMedTvaRaderOverKolumnerna() {
         std::vector<Lucka> l(kAntalLuckor, Lucka(BRect(0, 0, 0, 0), false));
-        Utlagg u = RaknaUtLuckor(l, BRect(0, 0, 639, 479));
+        Rutnat u = RaknaUtLuckor(l, BRect(0, 0, 639, 479));
         QCOMPARE(u.w, 70);
         QCOMPARE(u.h, 70);
         QCOMPARE(l[0].GePos(), BRect(5, 155, 75, 225));

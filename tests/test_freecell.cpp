@@ -53,7 +53,7 @@ private slots:
 
     void utlaggVidMinstaStorlek() {
         std::vector<Lucka> l(kAntalLuckor, Lucka(BRect(0, 0, 0, 0), false));
-        Utlagg u = RaknaUtLuckor(l, BRect(0, 0, 639, 479));
+        Rutnat u = RaknaUtLuckor(l, BRect(0, 0, 639, 479));
         QCOMPARE(u.w, 70);
         QCOMPARE(u.h, 70);
         QCOMPARE(l[0].GePos(), BRect(5, 80, 75, 150));
@@ -70,7 +70,7 @@ private slots:
 
     void utlaggVidStorstaStorlek() {
         std::vector<Lucka> l(kAntalLuckor, Lucka(BRect(0, 0, 0, 0), false));
-        Utlagg u = RaknaUtLuckor(l, BRect(0, 0, 1279, 1023));
+        Rutnat u = RaknaUtLuckor(l, BRect(0, 0, 1279, 1023));
         QCOMPARE(u.w, 125);
         QCOMPARE(u.h, 89);
         QCOMPARE(l[23].GePos(), BRect(135, 129, 260, 218));

@@ -8,7 +8,7 @@ Eightoff::Eightoff(FjolkView* view, BRect frame, bool animeraKort)
 }
 
 void Eightoff::OmRaknaLuckaKort(BRect bounds) {
-    EightoffRegler::Utlagg u = EightoffRegler::RaknaUtLuckor(luckor, bounds);
+    KolumnRegler::Rutnat u = EightoffRegler::RaknaUtLuckor(luckor, bounds);
     KortUtSeende_B(u.w, u.h);
     GeKortenFramsidor(luckor);
 }

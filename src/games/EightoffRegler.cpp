@@ -16,7 +16,7 @@ const Plan& Planen() {
     return plan;
 }
 
-Utlagg RaknaUtLuckor(std::vector<Lucka>& luckor, BRect ram) {
+Rutnat RaknaUtLuckor(std::vector<Lucka>& luckor, BRect ram) {
     Rutnat r = KolumnRutnat(ram);
     LaggKolumner(luckor, r, 2 * r.h + 3 * r.m);
     for (int i = 0; i < 8; ++i)
@@ -24,7 +24,7 @@ Utlagg RaknaUtLuckor(std::vector<Lucka>& luckor, BRect ram) {
     for (int g = 0; g < 4; ++g)
         LaggGrund(luckor, Planen(), g, r.Ruta(g + 2, r.m));
     LaggLek(luckor, Planen(), r);
-    return {r.w, r.h};
+    return r;
 }
 
 std::vector<std::pair<int, int>> GivOrdning() {

@@ -18,11 +18,8 @@ inline constexpr int kSistaLek = 295;
 
 const KolumnRegler::Plan& Planen();
 
-struct Utlagg {
-    int w = 0;
-    int h = 0;
-};
-Utlagg RaknaUtLuckor(std::vector<Lucka>& luckor, BRect ram);
+// Lays every slot out for the view's bounds; returns the card grid (w × h).
+KolumnRegler::Rutnat RaknaUtLuckor(std::vector<Lucka>& luckor, BRect ram);
 
 // Six rows into the columns, then the last four cards into free cells 176..182.
 std::vector<std::pair<int, int>> GivOrdning();

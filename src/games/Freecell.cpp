@@ -8,7 +8,7 @@ Freecell::Freecell(FjolkView* view, BRect frame, bool animeraKort)
 }
 
 void Freecell::OmRaknaLuckaKort(BRect bounds) {
-    FreecellRegler::Utlagg u = FreecellRegler::RaknaUtLuckor(luckor, bounds);
+    KolumnRegler::Rutnat u = FreecellRegler::RaknaUtLuckor(luckor, bounds);
     KortUtSeende_B(u.w, u.h);
     GeKortenFramsidor(luckor);
 }

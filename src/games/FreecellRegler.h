@@ -19,12 +19,8 @@ inline constexpr int kSistaLek = 287;
 
 const KolumnRegler::Plan& Planen();
 
-// The card size for the view's bounds.
-struct Utlagg {
-    int w = 0;
-    int h = 0;
-};
-Utlagg RaknaUtLuckor(std::vector<Lucka>& luckor, BRect ram);
+// Lays every slot out for the view's bounds; returns the card grid (w × h).
+KolumnRegler::Rutnat RaknaUtLuckor(std::vector<Lucka>& luckor, BRect ram);
 
 // The deal: deck slot 236 + d into column slot in this order (d from 51 down).
 std::vector<std::pair<int, int>> GivOrdning();
