@@ -7,6 +7,7 @@
 #include <atomic>
 #include <climits>
 #include <cstring>
+#include <optional>
 #include <random>
 #include <set>
 #include <thread>
@@ -16,8 +17,12 @@ namespace {
 
 constexpr bigtime_t kSekund = 1000000;
 
+// What the clock reads in these tests: it stands still, so a playing time is exactly what
+// a test makes it. Three hours after the machine started, unless a test says otherwise.
+bigtime_t klockan = 3 * 3600 * kSekund;
+
 // A start time that makes the playing time come out as mm:ss, half a second clear of the
-// next second so the test never straddles it.
+// next second.
 bigtime_t StartFor(int mm, int ss) {
     return system_time() - (bigtime_t(mm) * 60 + ss) * kSekund - kSekund / 2;
 }
@@ -97,11 +102,12 @@ struct Bord {
     QTemporaryDir dir;
     AttributeStore store{dir.path().toStdString()};
 
+    // A game of a minute unless the test gives the moment it started.
     int Lagg(int spelNr, int kort, int giv, int angra, const char* namn = "Eva",
-             bigtime_t start = -1) {
+             std::optional<bigtime_t> start = std::nullopt) {
         int undos = angra;
         return AddHiscore(store, spelNr, HiscoreResultat{kort, giv}, undos, namn,
-                          start < 0 ? StartFor(1, 0) : start, Datum(22, 11, 2026));
+                          start.value_or(StartFor(1, 0)), Datum(22, 11, 2026));
     }
     HiscoreLista Tabell(int spelNr) {
         HiscoreLista tabell;
@@ -154,6 +160,12 @@ class HiscoreTest : public QObject {
     Q_OBJECT
 
 private slots:
+    void initTestCase() {
+        SattKlocka([] { return klockan; });
+    }
+    void init() { klockan = 3 * 3600 * kSekund; }
+    void cleanupTestCase() { SattKlocka({}); }
+
     void postenLiggerPaSinaPlatserIMinnet() {
         HighScoreTable post = Post("Eva", 12, 2, 300);
         std::strcpy(post.tid, "05:07");
@@ -343,6 +355,25 @@ private slots:
             Bord b;
             b.Lagg(0, 5, 1, 0, "Eva", StartFor(fall.mm, fall.ss));
             QCOMPARE(QByteArray(b.Tabell(0)[0].tid), QByteArray(fall.tid));
+        }
+    }
+
+    // The clock counts from the machine's start: two seconds after it, a game begun 75
+    // minutes earlier started at a negative time, and is still 59:07 long.
+    void speltidenRattNarKlockanNyssStartat() {
+        struct Fall {
+            int mm, ss;
+            const char* tid;
+        };
+        for (bigtime_t nu : {bigtime_t(0), 2 * kSekund, 61 * kSekund}) {
+            for (Fall fall : {Fall{75, 7, "59:07"}, Fall{5, 7, "05:07"}, Fall{0, 0, "00:00"},
+                              Fall{59, 59, "59:59"}}) {
+                klockan = nu;
+                QVERIFY(fall.mm == 0 || StartFor(fall.mm, fall.ss) < 0);
+                Bord b;
+                b.Lagg(0, 5, 1, 0, "Eva", StartFor(fall.mm, fall.ss));
+                QCOMPARE(QByteArray(b.Tabell(0)[0].tid), QByteArray(fall.tid));
+            }
         }
     }
 

@@ -130,6 +130,15 @@ private slots:
         QVERIFY(efter - fore >= 20000);
     }
 
+    void klockanKanBytasUtOchFasTillbaka() {
+        SattKlocka([] { return bigtime_t(7); });
+        QCOMPARE(system_time(), bigtime_t(7));
+        SattKlocka({});
+        bigtime_t fore = system_time();
+        snooze(1000);
+        QVERIFY(system_time() >= fore + 1000);
+    }
+
     void typkoderArFyraTecken() {
         QCOMPARE(B_RECT_TYPE, type_code(0x52454354));
         QCOMPARE(B_RAW_TYPE, type_code(0x52415754));
