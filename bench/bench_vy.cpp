@@ -1,7 +1,7 @@
 // The play view's work at the largest table: a full redraw of a game in the middle of
 // play, one pointer move while cards are dragged, and a whole deal without animation.
 #include "app/FjolkView.h"
-#include "cards/KolumnSpel.h"
+#include "games/KolumnSpel.h"
 #include "games/Spelfabrik.h"
 #include "platform/AttributeStore.h"
 #include "support/Gester.h"

@@ -1,5 +1,5 @@
 #include "app/FjolkView.h"
-#include "app/Meddelande.h"
+#include "platform/Meddelande.h"
 #include "support/Brevlada.h"
 #include "support/Gester.h"
 
@@ -12,10 +12,27 @@
 
 namespace {
 
+struct ProvStallning : BordAv<ProvStallning> {
+    bool operator==(const ProvStallning&) const = default;
+};
+
+// Rules that allow nothing: the view never asks for them.
+const SpelRegler& IngaRegler() {
+    static const ReglerAv<ProvStallning> regler(
+        {[](ProvStallning&) {}, [](ProvStallning&) {}, [](ProvStallning&, Flygledare*) {},
+         [](const ProvStallning&) { return std::vector<Drag>(); },
+         [](ProvStallning&, const Drag&, Flygledare*) {},
+         [](ProvStallning&, Flygledare*) { return 0; }, [](ProvStallning&) { return false; },
+         [](const ProvStallning&) { return HiscoreResultat{}; }});
+    return regler;
+}
+
 // A game that records what the view asks of it: one card in slot 0, picked up by a drag
 // and put back by a click; finished whenever `klar` says so.
-class ProvSpel : public Patiens {
+class ProvSpel : public PatiensPa<ProvStallning> {
 public:
+    std::vector<Lucka>& luckor = bord.luckor;
+
     explicit ProvSpel(FjolkView* view) {
         vy = view;
         luckor.assign(2, Lucka(BRect(0, 0, 0, 0), false));
@@ -43,7 +60,7 @@ public:
         KortUtSeende_A(44, 83);
         GeKortenFramsidor(luckor);
     }
-    bool FlyttaKort(FjolkView* view, BPoint where) override {
+    bool FlyttaKort(SpelYta* view, BPoint where) override {
         logg.push_back("FlyttaKort");
         if (!luckor[0].GePos().Contains(where) || luckor[0].Tom())
             return false;
@@ -55,7 +72,7 @@ public:
         ByggDragBild(luckor, valdaLuckor, where);
         return true;
     }
-    void Drop(FjolkView* view, int target) override {
+    void Drop(SpelYta* view, int target) override {
         BPoint mus;
         uint32_t knappar = 1;
         view->GetMouse(&mus, &knappar);
@@ -71,6 +88,8 @@ public:
     bool Has_Undos() override { return false; }
     int AddHiscore() override { return 41; }
     int SpelNummer() const override { return 0; }
+    const SpelRegler& Regler() const override { return IngaRegler(); }
+    std::optional<Gest> GestFor(const Drag&) const override { return std::nullopt; }
 
     std::vector<std::string> logg;
     bool klar = false;

@@ -1,6 +1,6 @@
-#include "app/Meddelande.h"
 #include "cards/Hiscore.h"
 #include "platform/AttributeStore.h"
+#include "platform/Meddelande.h"
 #include "platform/QtGeometry.h"
 #include "support/Poster.h"
 #include "welcome/WelcomeView.h"

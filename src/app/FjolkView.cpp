@@ -1,6 +1,6 @@
 #include "app/FjolkView.h"
 
-#include "app/Meddelande.h"
+#include "platform/Meddelande.h"
 #include "platform/QtGeometry.h"
 
 #include <QCoreApplication>
@@ -78,6 +78,11 @@ void FjolkView::Komponera(Patiens& game) {
     QRect yta = rect().intersected(offBitmap.rect());
     LaggBakgrund(p, yta);
     game.RitaSpel(p);
+}
+
+void FjolkView::RitaOm(Patiens& game) {
+    Komponera(game);
+    VisaNu(Bounds());
 }
 
 void FjolkView::RitaBakgrund(BRect rect) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cards/KortSpel.h"
+#include "cards/SpelYta.h"
 #include "platform/Geometry.h"
 
 #include <QImage>
@@ -16,7 +17,7 @@
 // A press is a click or a drag only once the pointer has told: a release inside the
 // game's click square is a click, the first move out of it a drag. Only then does the
 // press reach the game, so no nested event loop waits for the mouse.
-class FjolkView : public QWidget {
+class FjolkView : public QWidget, public SpelYta {
     enum class Gest { Ingen, Tryckt, Drag };
 
 public:
@@ -31,11 +32,12 @@ public:
     std::unique_ptr<Patiens> TaSpel();
     Patiens* Spel() const { return spel.get(); }
 
-    BRect Bounds() const;
-    void InvalidateOffscreen();
-    // Composes the off-screen frame from the background and `game`'s drawing; a game
-    // being dealt uses it before the view holds it.
+    BRect Bounds() const override;
+    void InvalidateOffscreen() override;
+    // Composes the off-screen frame from the background and `game`'s drawing.
     void Komponera(Patiens& game);
+    void RitaOm(Patiens& game) override;
+    const char* SpelarNamn() const override { return spelarNamn; }
     // From a press until its release the mouse belongs to the table: commands wait.
     bool GestPagar() const { return gest != Gest::Ingen || drar; }
     void Klart();
@@ -43,15 +45,15 @@ public:
 
     // The mouse as the game asks for it while it handles a gesture: the position, and
     // the buttons (1 while a drag is under way, 0 for a click or a release).
-    void GetMouse(BPoint* where, uint32_t* buttons) const;
+    void GetMouse(BPoint* where, uint32_t* buttons) const override;
 
     // Drawing access for the games and the animations.
-    QImage& OffBitmap() { return offBitmap; }
+    QImage& OffBitmap() override { return offBitmap; }
     const QImage& BackBitmap() const { return backBitmap; }
     // Copies the background over `rect` of the off-screen frame.
-    void RitaBakgrund(BRect rect);
+    void RitaBakgrund(BRect rect) override;
     // Puts `rect` of the off-screen frame on the screen now.
-    void VisaNu(BRect rect);
+    void VisaNu(BRect rect) override;
 
     void SattBakgrundsBild(const QImage& bild);
     void RensaBakgrundsBild();

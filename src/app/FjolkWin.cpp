@@ -1,9 +1,9 @@
 #include "app/FjolkWin.h"
 
 #include "app/FjolkView.h"
-#include "app/Meddelande.h"
 #include "cards/Hiscore.h"
 #include "games/Spelfabrik.h"
+#include "platform/Meddelande.h"
 #include "platform/QtGeometry.h"
 #include "welcome/WelcomeView.h"
 
@@ -36,12 +36,6 @@ const char* const kOmText = "\n"
                             "           Enjoy, it's freeware!\n";
 
 namespace {
-
-// The names in the window title, which differ a little from the welcome list's.
-const char* const kTitelNamn[kAntalSpel] = {"Idioten",        "Idioten 2",    "Godnattvalsen",
-                                            "Tower of Hanoi", "Kvarnen",      "Glädjespridaren",
-                                            "Farfars Klocka", "13-Pyramiden", "Freecell",
-                                            "Eight off",      "Black hole",   "Strategy"};
 
 constexpr int kValkomstBredd = 640;
 constexpr int kValkomstHojd = 400;
@@ -177,7 +171,7 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
             std::fprintf(stderr, "Fjolks Patience: %s cannot be played yet.\n", SpelNamn(nummer));
             return;
         }
-        InitSpel(nummer, kTitelNamn[nummer]);
+        InitSpel(nummer, TitelNamn(nummer));
         spelVy->SattSpel(SkapaSpel(nummer, spelVy, spelVy->Bounds(), animering));
     } else if (what == kHjalp) {
         QString fil = HjalpFil();

@@ -1,9 +1,9 @@
 #include "app/CommandLine.h"
 #include "app/FjolkApp.h"
 #include "app/FjolkWin.h"
-#include "app/Meddelande.h"
 #include "app/Snapshot.h"
 #include "app/StartMatning.h"
+#include "platform/Meddelande.h"
 #include "welcome/WelcomeView.h"
 
 #include "platform/AttributeStore.h"

@@ -20,6 +20,8 @@ public:
     kortfarg KortFarg() const { return farg; }
     bool SvartFarg() const { return farg == KLOVER || farg == SPADER; }
 
+    bool operator==(const Kort&) const = default;
+
 private:
     BRect pos;
     kortfarg farg;

@@ -1,6 +1,5 @@
 #include "cards/KortSpel.h"
 
-#include "app/FjolkView.h"
 #include "cards/KortUtSeende.h"
 #include "platform/QtGeometry.h"
 
@@ -152,22 +151,22 @@ void KortSpel::SattAnimering(BRect fran, BRect till, BRect kort, BRect underPos,
     animUnderKort = underKort;
 }
 
-void KortSpel::TTAnimeraKort(FjolkView* view, int tid, bool kant) {
+void KortSpel::TTAnimeraKort(SpelYta* view, int tid, bool kant) {
     AnimeraKort(view, tid, kant, true, Flygande::Framsida);
 }
 
-void KortSpel::UUAnimeraKort(FjolkView* view, int tid, bool kant) {
+void KortSpel::UUAnimeraKort(SpelYta* view, int tid, bool kant) {
     AnimeraKort(view, tid, kant, false, Flygande::Framsida);
 }
 
-void KortSpel::XXAnimeraKort(FjolkView* view, int tid, bool kant) {
+void KortSpel::XXAnimeraKort(SpelYta* view, int tid, bool kant) {
     AnimeraKort(view, tid, kant, true, Flygande::DragBild);
 }
 
 // The flight blocks the window as the cards always did: a tight loop timed by the clock,
 // each step drawn into the off-screen frame over what the card covered before, and put
 // on the screen at once.
-void KortSpel::AnimeraKort(FjolkView* view, int tid, bool kant, bool visaUnder, Flygande vad) {
+void KortSpel::AnimeraKort(SpelYta* view, int tid, bool kant, bool visaUnder, Flygande vad) {
     QImage& frame = view->OffBitmap();
     view->RitaBakgrund(animFran);
     {
@@ -230,7 +229,7 @@ bool Patiens::LamnatKlickRutan(BPoint press, BPoint now) const {
     return now.x < press.x - 4 || now.x > press.x + 4 || now.y < press.y - 4 || now.y > press.y + 4;
 }
 
-Patiens::Avsikt Patiens::VantaPaAvsikt(FjolkView* view, BPoint where) const {
+Patiens::Avsikt Patiens::VantaPaAvsikt(SpelYta* view, BPoint where) const {
     BPoint nu;
     uint32_t knappar = 0;
     view->GetMouse(&nu, &knappar);
@@ -239,14 +238,8 @@ Patiens::Avsikt Patiens::VantaPaAvsikt(FjolkView* view, BPoint where) const {
     return Avsikt::Drag;
 }
 
-void Patiens::Flytta(int fran, int till) {
-    luckor[till].TaEmotKort(luckor[fran].GeKort());
-    luckor[fran].TaBortKort();
-}
-
 void Patiens::RitaBordet() {
-    vy->Komponera(*this);
-    vy->VisaNu(vy->Bounds());
+    vy->RitaOm(*this);
 }
 
 void Patiens::VisaNyttSpel() {
@@ -255,6 +248,7 @@ void Patiens::VisaNyttSpel() {
 }
 
 void Patiens::RitaBaksidor(int forsta, int sista) {
+    const std::vector<Lucka>& luckor = Tabell().luckor;
     {
         QPainter p(&vy->OffBitmap());
         for (int i = forsta; i <= sista; ++i)
@@ -262,4 +256,18 @@ void Patiens::RitaBaksidor(int forsta, int sista) {
                 RitaKort(p, baksidaPos[0], luckor[i].GePos());
     }
     vy->VisaNu(vy->Bounds());
+}
+
+void Patiens::FlygLucka(int fran, int till, int under, int tid, bool kant, bool baksidaUnder) {
+    const std::vector<Lucka>& luckor = Tabell().luckor;
+    BRect underPos(0, 0, 0, 0);
+    BRect underKort(0, 0, 0, 0);
+    if (under >= 0 && !luckor[under].Tom()) {
+        underPos = luckor[under].GePos();
+        underKort = luckor[under].BakSida() || baksidaUnder ? baksidaPos[0]
+                                                            : luckor[under].GeKort().GePos();
+    }
+    SattAnimering(luckor[fran].GePos(), luckor[till].GePos(), luckor[fran].GeKort().GePos(),
+                  underPos, underKort);
+    TTAnimeraKort(vy, tid, kant);
 }

@@ -1,17 +1,20 @@
 #pragma once
 
-#include "cards/Kortlek.h"
+#include "cards/Drag.h"
 #include "cards/Lucka.h"
+#include "cards/SpelBord.h"
+#include "cards/SpelRegler.h"
+#include "cards/SpelYta.h"
 #include "platform/Geometry.h"
 #include "platform/SystemTime.h"
 
 #include <QImage>
 
 #include <array>
+#include <optional>
 #include <utility>
 #include <vector>
 
-class FjolkView;
 class QPainter;
 
 // What every game shares for showing cards: the card-face picture (shared by all games
@@ -28,11 +31,11 @@ public:
     // in 400 steps along a straight line, each step put on screen at once. The start place
     // is repainted first (background, or face `animUnderKort` at `animUnderPos`), with an
     // empty slot's outline when `kant` is true.
-    virtual void TTAnimeraKort(FjolkView* view, int tid, bool kant);
+    virtual void TTAnimeraKort(SpelYta* view, int tid, bool kant);
     // As TTAnimeraKort, but the start place always shows the background.
-    virtual void UUAnimeraKort(FjolkView* view, int tid, bool kant);
+    virtual void UUAnimeraKort(SpelYta* view, int tid, bool kant);
     // As TTAnimeraKort, but what flies is the whole drag image `bmp` (a run of cards).
-    virtual void XXAnimeraKort(FjolkView* view, int tid, bool kant);
+    virtual void XXAnimeraKort(SpelYta* view, int tid, bool kant);
 
     // Sets up the next flight: from, to, the flying face, and what shows at the start
     // place beneath it (nothing when `underPos` is the zero rectangle).
@@ -81,12 +84,12 @@ public:
 
 private:
     enum class Flygande { Framsida, DragBild };
-    void AnimeraKort(FjolkView* view, int tid, bool kant, bool visaUnder, Flygande vad);
+    void AnimeraKort(SpelYta* view, int tid, bool kant, bool visaUnder, Flygande vad);
 };
 
 // The interface through which the window and the play view drive whichever game is
-// current, and the state every game has: its table of slots, deck, undo records and the
-// moment it was dealt.
+// current. A game keeps its table as a SpelBord of its own type (see PatiensPa), and its
+// rules, written once in the game's Qt-free rules, decide every move its gestures make.
 class Patiens : public KortSpel {
 public:
     Patiens() = default;
@@ -98,8 +101,8 @@ public:
     virtual void DelaUtKort() = 0;
     virtual void BlandaKort() = 0;
     virtual void OmRaknaLuckaKort(BRect bounds) = 0;
-    virtual bool FlyttaKort(FjolkView* view, BPoint where) = 0;
-    virtual void Drop(FjolkView* view, int target) = 0;
+    virtual bool FlyttaKort(SpelYta* view, BPoint where) = 0;
+    virtual void Drop(SpelYta* view, int target) = 0;
     virtual void SpelKnapp(BPoint where) = 0;
     virtual void NyttForsok() = 0;
     virtual int Undo() = 0;
@@ -113,18 +116,26 @@ public:
     // The game's number (0..11): its hiscore table and remembered window frame.
     virtual int SpelNummer() const = 0;
 
-    const std::vector<Lucka>& Luckor() const { return luckor; }
-    const std::vector<std::pair<int, int>>& UndoLista() const { return undoLista; }
-    const Kortlek& Kortleken() const { return kortlek; }
+    // The game's rules, and its table as they see it.
+    virtual const SpelRegler& Regler() const = 0;
+    virtual SpelBord& Tabell() = 0;
+    virtual const SpelBord& Tabell() const = 0;
+    // How a player makes `drag` on this table with the mouse, laid out as it is now; none
+    // when no gesture makes exactly that move.
+    virtual std::optional<Gest> GestFor(const Drag& drag) const = 0;
+
+    const std::vector<Lucka>& Luckor() const { return Tabell().luckor; }
+    const std::vector<std::pair<int, int>>& UndoLista() const { return Tabell().undoLista; }
+    const Kortlek& Kortleken() const { return Tabell().kortlek; }
+    int AntalUndo() const { return Tabell().antalUndo; }
     bigtime_t StartTid() const { return startTid; }
+    // Lets a test lay out a particular table; the game recounts it with KlarSpel.
+    std::vector<Lucka>& LuckorForTest() { return Tabell().luckor; }
 
 protected:
     // The player's intention after a press, read from the mouse as the view resolved it.
     enum class Avsikt { Klick, Drag };
-    Avsikt VantaPaAvsikt(FjolkView* view, BPoint where) const;
-
-    // Moves the card of slot `fran` into slot `till`.
-    void Flytta(int fran, int till);
+    Avsikt VantaPaAvsikt(SpelYta* view, BPoint where) const;
 
     // Draws the whole table through the off-screen frame and shows it.
     void RitaBordet();
@@ -133,10 +144,24 @@ protected:
     void VisaNyttSpel();
     // Shows the stock (or any slots) face down in the off-screen frame before a deal.
     void RitaBaksidor(int forsta, int sista);
+    // The card of slot `fran` flies to slot `till` in `tid` microseconds; the card in slot
+    // `under` (none when it is -1 or empty) shows at the start place, its back when its
+    // slot is face down or `baksidaUnder` says so, and with `kant` the empty slot's outline.
+    void FlygLucka(int fran, int till, int under, int tid, bool kant, bool baksidaUnder = false);
 
-    Kortlek kortlek;
     bigtime_t startTid = 0;
-    std::vector<Lucka> luckor;
-    std::vector<std::pair<int, int>> undoLista;
-    FjolkView* vy = nullptr;
+    SpelYta* vy = nullptr;
+};
+
+// A game whose table is a B (a BordAv<B>).
+template <typename B> class PatiensPa : public Patiens {
+public:
+    SpelBord& Tabell() override { return bord; }
+    const SpelBord& Tabell() const override { return bord; }
+    const B& Bordet() const { return bord; }
+    // Lets a test set up a particular table, counters included.
+    B& BordForTest() { return bord; }
+
+protected:
+    B bord;
 };

@@ -20,6 +20,8 @@ public:
 
     const std::vector<Kort>& Korten() const { return kort; }
 
+    bool operator==(const Kortlek&) const = default;
+
 private:
     template <typename Matches> Kort TaUtForsta(Matches matches);
 

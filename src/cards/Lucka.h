@@ -30,6 +30,8 @@ public:
     void NyKantLinje(bool kant) { kantLinje = kant; }
     bool BakSida() const { return baksida; }
 
+    bool operator==(const Lucka&) const = default;
+
 private:
     bool tom = true;
     BRect pos;

@@ -2,17 +2,13 @@
 
 #include "games/EightoffRegler.h"
 
-Eightoff::Eightoff(FjolkView* view, BRect frame, bool animeraKort)
-    : KolumnSpel(view, animeraKort, EightoffRegler::Planen()) {
+Eightoff::Eightoff(SpelYta* view, BRect frame, bool animeraKort)
+    : KolumnSpel(view, animeraKort, EightoffRegler::Regler()) {
     ForstaGiv(frame);
 }
 
 void Eightoff::OmRaknaLuckaKort(BRect bounds) {
-    KolumnRegler::Rutnat u = EightoffRegler::RaknaUtLuckor(luckor, bounds);
+    KolumnRegler::Rutnat u = EightoffRegler::RaknaUtLuckor(bord.luckor, bounds);
     KortUtSeende_B(u.w, u.h);
-    GeKortenFramsidor(luckor);
-}
-
-std::vector<std::pair<int, int>> Eightoff::GivOrdning() const {
-    return EightoffRegler::GivOrdning();
+    GeKortenFramsidor(bord.luckor);
 }

@@ -7,13 +7,28 @@ namespace EightoffRegler {
 using namespace KolumnRegler;
 
 const Plan& Planen() {
-    static const Plan plan{
-        8,          kForstaGrund,
-        kForstaLek, kAntalLuckor,
-        true,       184,
-        235,        FriRakning::NioParVarannan,
-        true,       {176, 178, 180, 182, 184, 186, 188, 198, 192, 205, 218, 231}};
+    static const Plan plan{8,          kForstaGrund,
+                           kForstaLek, kAntalLuckor,
+                           true,       184,
+                           235,        FriRakning::NioParVarannan,
+                           true,       {176, 178, 180, 182, 184, 186, 188, 198, 192, 205, 218, 231},
+                           GivOrdning};
     return plan;
+}
+
+namespace {
+
+void SkapaBord(Stallning& bord) {
+    bord.plan = &Planen();
+    Skapa(bord);
+}
+
+} // namespace
+
+const SpelRegler& Regler() {
+    static const ReglerAv<Stallning> regler(
+        {SkapaBord, LaggUtLeken, DelaUt, LagligaDrag, GorDrag, Angra, KlarSpel, Resultat});
+    return regler;
 }
 
 Rutnat RaknaUtLuckor(std::vector<Lucka>& luckor, BRect ram) {

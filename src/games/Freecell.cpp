@@ -2,17 +2,13 @@
 
 #include "games/FreecellRegler.h"
 
-Freecell::Freecell(FjolkView* view, BRect frame, bool animeraKort)
-    : KolumnSpel(view, animeraKort, FreecellRegler::Planen()) {
+Freecell::Freecell(SpelYta* view, BRect frame, bool animeraKort)
+    : KolumnSpel(view, animeraKort, FreecellRegler::Regler()) {
     ForstaGiv(frame);
 }
 
 void Freecell::OmRaknaLuckaKort(BRect bounds) {
-    KolumnRegler::Rutnat u = FreecellRegler::RaknaUtLuckor(luckor, bounds);
+    KolumnRegler::Rutnat u = FreecellRegler::RaknaUtLuckor(bord.luckor, bounds);
     KortUtSeende_B(u.w, u.h);
-    GeKortenFramsidor(luckor);
-}
-
-std::vector<std::pair<int, int>> Freecell::GivOrdning() const {
-    return FreecellRegler::GivOrdning();
+    GeKortenFramsidor(bord.luckor);
 }

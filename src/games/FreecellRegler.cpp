@@ -19,8 +19,24 @@ const Plan& Planen() {
                            kForstaGrund + 4 * kNivaer - 1,
                            FriRakning::KolumnerOchFriceller,
                            false,
-                           {176, 178, 180, 182, 184, 197, 210, 223}};
+                           {176, 178, 180, 182, 184, 197, 210, 223},
+                           GivOrdning};
     return plan;
+}
+
+namespace {
+
+void SkapaBord(Stallning& bord) {
+    bord.plan = &Planen();
+    Skapa(bord);
+}
+
+} // namespace
+
+const SpelRegler& Regler() {
+    static const ReglerAv<Stallning> regler(
+        {SkapaBord, LaggUtLeken, DelaUt, LagligaDrag, GorDrag, Angra, KlarSpel, Resultat});
+    return regler;
 }
 
 Rutnat RaknaUtLuckor(std::vector<Lucka>& luckor, BRect ram) {

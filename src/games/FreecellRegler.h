@@ -18,6 +18,8 @@ inline constexpr int kForstaLek = 236;
 inline constexpr int kSistaLek = 287;
 
 const KolumnRegler::Plan& Planen();
+// The rules of the game, over a column table with this plan.
+const SpelRegler& Regler();
 
 // Lays every slot out for the view's bounds; returns the card grid (w × h).
 KolumnRegler::Rutnat RaknaUtLuckor(std::vector<Lucka>& luckor, BRect ram);

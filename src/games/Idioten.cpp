@@ -1,8 +1,7 @@
 #include "games/Idioten.h"
 
-#include "app/FjolkView.h"
 #include "cards/Hiscore.h"
-#include "games/IdiotenRegler.h"
+#include "cards/Luckor.h"
 
 #include <QPainter>
 
@@ -19,32 +18,21 @@ constexpr int kKlickTid = 200000;
 constexpr rgb_color kKnappFarg{180, 80, 180, 255};
 constexpr rgb_color kKnappText{0, 255, 255, 255};
 
+BPoint Mitten(BRect r) {
+    return BPoint((r.left + r.right) / 2, (r.top + r.bottom) / 2);
+}
+
 } // namespace
 
-Idioten::Idioten(FjolkView* view, BRect /*frame*/, bool animeraKort) {
+Idioten::Idioten(SpelYta* view, BRect /*frame*/, bool animeraKort) {
     vy = view;
     animera = animeraKort;
-    luckor.reserve(kAntalLuckor);
-    for (int i = 0; i < kAntalLuckor; ++i)
-        luckor.emplace_back(BRect(0, 0, 0, 0), false);
-    // An empty ace place is no place to play to, so it shows nothing.
-    for (int i = kForstaEssPlats; i <= kSistaEssPlats; ++i)
-        luckor[i].NyKantLinje(false);
+    Skapa(bord);
     NyttSpel(vy->Bounds());
 }
 
 void Idioten::NyttSpel(BRect bounds) {
-    for (Lucka& lucka : luckor)
-        lucka.TaBortKort();
-    forsok = 1;
-    klaraKort = 0;
-    antalUndo = 0;
-    undoLista.clear();
-    kortlek.NyKortlek();
-    BlandaKort();
-    // The first card off the deck lies at the bottom of the stock.
-    for (int i = kForstaLekPlats; i <= kSistaLekPlats; ++i)
-        luckor[i].TaEmotKort(kortlek.GeKort());
+    LaggUtLeken(bord);
     OmRaknaLuckaKort(bounds);
     DelaUtKort();
     KlarSpel();
@@ -52,89 +40,95 @@ void Idioten::NyttSpel(BRect bounds) {
 }
 
 bool Idioten::KlarSpel() {
-    klaraKort = RaknaKlaraKort(luckor);
-    return Vunnet(klaraKort);
+    return IdiotenRegler::KlarSpel(bord);
 }
 
 void Idioten::RitaSpel(QPainter& offView) {
     // The stock is only ever seen face down, while a deal runs.
     for (int i = kForstaRutan; i <= kSistaEssPlats; ++i)
-        RitaLucka(offView, luckor[i]);
-    if (forsok < kSistaGiv)
-        RitaKnapp(offView, knappPos, forsok == 1 ? "   Next try" : "    Last try", kKnappFarg,
-                  kKnappText);
-    RitaRaknare(offView, RaknarRuta(luckor), "Cards done:", klaraKort);
+        RitaLucka(offView, bord.luckor[i]);
+    if (bord.forsok < kSistaGiv)
+        RitaKnapp(offView, bord.knapp, bord.forsok == 1 ? "   Next try" : "    Last try",
+                  kKnappFarg, kKnappText);
+    RitaRaknare(offView, RaknarRuta(bord.luckor), "Cards done:", bord.klaraKort);
 }
 
-void Idioten::DelaUtKort() {
+void Idioten::RitaForeGiv() {
     RitaBordet();
     if (animera)
         RitaBaksidor(kForstaLekPlats, kSistaLekPlats);
+}
 
-    int topp = LekensTopp(luckor);
-    for (int t = kForstaRutan; t <= kSistaRutan && topp >= kForstaLekPlats; ++t) {
-        if (!luckor[t].Tom())
-            continue;
-        if (animera) {
-            BRect under = topp > kForstaLekPlats ? luckor[topp - 1].GePos() : BRect(0, 0, 0, 0);
-            SattAnimering(luckor[topp].GePos(), luckor[t].GePos(), luckor[topp].GeKort().GePos(),
-                          under, baksidaPos[0]);
-            TTAnimeraKort(vy, kGivTid, false);
-        }
-        Flytta(topp, t);
-        --topp;
-    }
-
-    int essPlats = kForstaEssPlats;
-    for (int t = kForstaRutan; t <= kSistaRutan && essPlats <= kSistaEssPlats; ++t) {
-        if (luckor[t].Tom() || luckor[t].GeKort().KortValor() != 1)
-            continue;
-        Flytta(t, essPlats);
-        KlarSpel();
-        if (animera) {
-            SattAnimering(luckor[t].GePos(), luckor[essPlats].GePos(),
-                          luckor[essPlats].GeKort().GePos());
-            TTAnimeraKort(vy, kGivTid, luckor[t].GeKantLinje());
-        }
-        ++essPlats;
-    }
+void Idioten::DelaUtKort() {
+    RitaForeGiv();
+    DelaUt(bord, animera ? this : nullptr);
 }
 
 void Idioten::BlandaKort() {
-    kortlek.Blanda();
+    bord.kortlek.Blanda();
 }
 
 void Idioten::OmRaknaLuckaKort(BRect bounds) {
-    Utlagg utlagg = RaknaUtLuckor(luckor, bounds);
-    knappPos = utlagg.knapp;
+    Utlagg utlagg = RaknaUtLuckor(bord.luckor, bounds);
+    bord.knapp = utlagg.knapp;
     KortUtSeende_A(utlagg.w, utlagg.h);
-    GeKortenFramsidor(luckor);
+    GeKortenFramsidor(bord.luckor);
 }
 
-bool Idioten::FlyttaKort(FjolkView* view, BPoint where) {
-    int kalla = KortUnder(luckor, where);
+void Idioten::FlygKort(int fran, int till, int steg) {
+    const std::vector<Lucka>& luckor = bord.luckor;
+    switch (steg) {
+    case kGivSteg:
+        if (foreGiv) {
+            RitaForeGiv();
+            foreGiv = false;
+        }
+        // The next card of the stock shows, face down, where this one lay.
+        SattAnimering(luckor[fran].GePos(), luckor[till].GePos(), luckor[fran].GeKort().GePos(),
+                      fran > kForstaLekPlats ? luckor[fran - 1].GePos() : BRect(0, 0, 0, 0),
+                      baksidaPos[0]);
+        TTAnimeraKort(vy, kGivTid, false);
+        break;
+    case kEssSteg:
+        SattAnimering(luckor[fran].GePos(), luckor[till].GePos(), luckor[till].GeKort().GePos());
+        TTAnimeraKort(vy, kGivTid, luckor[fran].GeKantLinje());
+        break;
+    case kFlyttSteg:
+        SattAnimering(luckor[fran].GePos(), luckor[till].GePos(), luckor[fran].GeKort().GePos());
+        TTAnimeraKort(vy, kKlickTid, luckor[fran].GeKantLinje());
+        break;
+    case kSamlaSteg:
+        SattAnimering(luckor[fran].GePos(), luckor[kForstaLekPlats].GePos(),
+                      luckor[fran].GeKort().GePos());
+        TTAnimeraKort(vy, kSamlaTid, luckor[fran].GeKantLinje());
+        break;
+    case kAngraSteg:
+        SattAnimering(luckor[fran].GePos(), luckor[till].GePos(), luckor[fran].GeKort().GePos());
+        TTAnimeraKort(vy, kAngraTid, true);
+        break;
+    default:
+        break;
+    }
+}
+
+void Idioten::FlygRad(int, int, int, int) {}
+
+bool Idioten::FlyttaKort(SpelYta* view, BPoint where) {
+    int kalla = KortUnder(bord.luckor, where);
     if (kalla < 0)
         return false;
 
     if (VantaPaAvsikt(view, where) == Avsikt::Klick) {
-        int till = KlickMal(luckor, luckor[kalla].GeKort());
-        if (till >= 0) {
-            bool kant = luckor[kalla].GeKantLinje();
-            Flytta(kalla, till);
-            undoLista.emplace_back(kalla, till);
-            if (animera) {
-                SattAnimering(luckor[kalla].GePos(), luckor[till].GePos(),
-                              luckor[till].GeKort().GePos());
-                TTAnimeraKort(view, kKlickTid, kant);
-            }
-        }
+        int till = KlickMal(bord.luckor, bord.luckor[kalla].GeKort());
+        if (till >= 0)
+            GorDrag(bord, KortDrag(kalla, till), animera ? this : nullptr);
         KlarSpel();
         return false;
     }
 
-    BRect pos = luckor[kalla].GePos();
+    BRect pos = bord.luckor[kalla].GePos();
     valdaLuckor = {kalla};
-    ByggDragBild(luckor, valdaLuckor, where);
+    ByggDragBild(bord.luckor, valdaLuckor, where);
     KortSpel::point = where - pos.LeftTop();
     // The place looks empty while its card is carried.
     view->RitaBakgrund(pos);
@@ -142,7 +136,7 @@ bool Idioten::FlyttaKort(FjolkView* view, BPoint where) {
     return true;
 }
 
-void Idioten::Drop(FjolkView* view, int /*target*/) {
+void Idioten::Drop(SpelYta* view, int /*target*/) {
     if (valdaLuckor.size() != 1)
         return;
     int kalla = valdaLuckor.front();
@@ -151,15 +145,13 @@ void Idioten::Drop(FjolkView* view, int /*target*/) {
     BPoint where;
     uint32_t knappar = 0;
     view->GetMouse(&where, &knappar);
-    int till = DropMal(luckor, luckor[kalla].GeKort(), where);
-    if (till < 0)
-        return;
-    Flytta(kalla, till);
-    undoLista.emplace_back(kalla, till);
+    int till = DropMal(bord.luckor, bord.luckor[kalla].GeKort(), where);
+    if (till >= 0)
+        GorDrag(bord, KortDrag(kalla, till), nullptr);
 }
 
 void Idioten::SpelKnapp(BPoint where) {
-    if (!knappPos.Contains(where) || forsok >= kSistaGiv)
+    if (!bord.knapp.Contains(where) || bord.forsok >= kSistaGiv)
         return;
     NyttForsok();
     KlarSpel();
@@ -167,51 +159,45 @@ void Idioten::SpelKnapp(BPoint where) {
 }
 
 void Idioten::NyttForsok() {
-    undoLista.clear();
-    KlarSpel();
-
-    // Everything not yet in place goes back, the aces with it.
-    for (int i = kForstaRutan; i <= kSistaEssPlats; ++i) {
-        Lucka& lucka = luckor[i];
-        if (lucka.Tom() || lucka.GeOkPos())
-            continue;
-        if (animera) {
-            SattAnimering(lucka.GePos(), luckor[kForstaLekPlats].GePos(), lucka.GeKort().GePos());
-            TTAnimeraKort(vy, kSamlaTid, lucka.GeKantLinje());
-        }
-        kortlek.TaInKort(lucka.GeKort());
-        lucka.TaBortKort();
-    }
-
-    BlandaKort();
-    for (int i = kForstaLekPlats; kortlek.AntalKortKvar() > 0; ++i)
-        luckor[i].TaEmotKort(kortlek.GeKort());
-    OmRaknaLuckaKort(vy->Bounds());
-    DelaUtKort();
-    ++forsok;
+    // The deal inside shows the stock face down before its first card flies.
+    foreGiv = true;
+    IdiotenRegler::NyttForsok(bord, animera ? this : nullptr);
+    foreGiv = false;
 }
 
 int Idioten::Undo() {
-    if (undoLista.empty())
+    if (bord.undoLista.empty())
         return 0;
-    auto [kalla, till] = undoLista.back();
-    if (animera) {
-        SattAnimering(luckor[till].GePos(), luckor[kalla].GePos(), luckor[till].GeKort().GePos());
-        TTAnimeraKort(vy, kAngraTid, true);
-    }
-    ++antalUndo;
-    Flytta(till, kalla);
-    undoLista.pop_back();
-    KlarSpel();
+    int kvar = Angra(bord, animera ? this : nullptr);
     vy->InvalidateOffscreen();
-    return static_cast<int>(undoLista.size());
+    return kvar;
 }
 
 bool Idioten::Has_Undos() {
-    return !undoLista.empty();
+    return !bord.undoLista.empty();
 }
 
 int Idioten::AddHiscore() {
-    return ::AddHiscore(SpelNummer(), HiscoreResultat{klaraKort, forsok}, antalUndo, vy->spelarNamn,
-                        startTid);
+    return ::AddHiscore(SpelNummer(), Resultat(bord), bord.antalUndo, vy->SpelarNamn(), startTid);
+}
+
+std::optional<Gest> Idioten::GestFor(const Drag& drag) const {
+    const std::vector<Lucka>& luckor = bord.luckor;
+    BRect synligt = vy->Bounds();
+    if (drag.slag == DragSlag::NyttForsok) {
+        if (bord.forsok >= kSistaGiv || !synligt.Contains(Mitten(bord.knapp)))
+            return std::nullopt;
+        return KlickGest(Mitten(bord.knapp));
+    }
+    if (drag.slag != DragSlag::Kort || !Fylld(luckor, drag.fran))
+        return std::nullopt;
+    BPoint fran = Mitten(luckor[drag.fran].GePos());
+    BPoint till = Mitten(luckor[drag.till].GePos());
+    if (!synligt.Contains(fran) || KortUnder(luckor, fran) != drag.fran)
+        return std::nullopt;
+    if (KlickMal(luckor, luckor[drag.fran].GeKort()) == drag.till)
+        return KlickGest(fran);
+    if (!synligt.Contains(till) || DropMal(luckor, luckor[drag.fran].GeKort(), till) != drag.till)
+        return std::nullopt;
+    return DragGest(fran, till);
 }

@@ -1,5 +1,7 @@
 #include "games/IdiotenRegler.h"
 
+#include "cards/Luckor.h"
+
 #include <algorithm>
 
 namespace IdiotenRegler {
@@ -122,10 +124,127 @@ int RaknaKlaraKort(std::vector<Lucka>& luckor) {
 }
 
 int LekensTopp(const std::vector<Lucka>& luckor) {
-    int topp = -1;
-    for (int i = kForstaLekPlats; i <= kSistaLekPlats && !luckor[i].Tom(); ++i)
-        topp = i;
-    return topp;
+    return LekTopp(luckor, kForstaLekPlats, kSistaLekPlats);
+}
+
+void Skapa(Stallning& bord) {
+    bord.luckor.assign(kAntalLuckor, Lucka(BRect(0, 0, 0, 0), false));
+    // An empty ace place is no place to play to, so it shows nothing.
+    for (int i = kForstaEssPlats; i <= kSistaEssPlats; ++i)
+        bord.luckor[i].NyKantLinje(false);
+}
+
+void LaggUtLeken(Stallning& bord) {
+    for (Lucka& lucka : bord.luckor)
+        lucka.TaBortKort();
+    bord.forsok = 1;
+    bord.klaraKort = 0;
+    bord.antalUndo = 0;
+    bord.undoLista.clear();
+    bord.kortlek.NyKortlek();
+    bord.kortlek.Blanda();
+    // The first card off the deck lies at the bottom of the stock.
+    for (int i = kForstaLekPlats; i <= kSistaLekPlats; ++i)
+        bord.luckor[i].TaEmotKort(bord.kortlek.GeKort());
+}
+
+void DelaUt(Stallning& bord, Flygledare* flyg) {
+    std::vector<Lucka>& luckor = bord.luckor;
+    int topp = LekensTopp(luckor);
+    for (int t = kForstaRutan; t <= kSistaRutan && topp >= kForstaLekPlats; ++t) {
+        if (!luckor[t].Tom())
+            continue;
+        if (flyg)
+            flyg->FlygKort(topp, t, kGivSteg);
+        Flytta(luckor, topp, t);
+        --topp;
+    }
+
+    int essPlats = kForstaEssPlats;
+    for (int t = kForstaRutan; t <= kSistaRutan && essPlats <= kSistaEssPlats; ++t) {
+        if (luckor[t].Tom() || luckor[t].GeKort().KortValor() != 1)
+            continue;
+        Flytta(luckor, t, essPlats);
+        KlarSpel(bord);
+        if (flyg)
+            flyg->FlygKort(t, essPlats, kEssSteg);
+        ++essPlats;
+    }
+    KlarSpel(bord);
+}
+
+void NyttForsok(Stallning& bord, Flygledare* flyg) {
+    bord.undoLista.clear();
+    KlarSpel(bord);
+    // Everything not yet in place goes back, the aces with it.
+    for (int i = kForstaRutan; i <= kSistaEssPlats; ++i) {
+        Lucka& lucka = bord.luckor[i];
+        if (lucka.Tom() || lucka.GeOkPos())
+            continue;
+        if (flyg)
+            flyg->FlygKort(i, kForstaLekPlats, kSamlaSteg);
+        bord.kortlek.TaInKort(lucka.GeKort());
+        lucka.TaBortKort();
+    }
+    bord.kortlek.Blanda();
+    for (int i = kForstaLekPlats; bord.kortlek.AntalKortKvar() > 0; ++i)
+        bord.luckor[i].TaEmotKort(bord.kortlek.GeKort());
+    DelaUt(bord, flyg);
+    ++bord.forsok;
+}
+
+std::vector<Drag> LagligaDrag(const Stallning& bord) {
+    std::vector<Drag> drag;
+    for (int fran = kForstaRutan; fran <= kSistaRutan; ++fran) {
+        if (bord.luckor[fran].Tom())
+            continue;
+        for (int till = kForstaRutan; till <= kSistaRutan; ++till)
+            if (FarLaggas(bord.luckor, till, bord.luckor[fran].GeKort()))
+                drag.push_back(KortDrag(fran, till));
+    }
+    if (bord.forsok < kSistaGiv)
+        drag.push_back(NyttForsokDrag());
+    return drag;
+}
+
+void GorDrag(Stallning& bord, const Drag& drag, Flygledare* flyg) {
+    if (drag.slag == DragSlag::NyttForsok) {
+        NyttForsok(bord, flyg);
+        return;
+    }
+    if (flyg)
+        flyg->FlygKort(drag.fran, drag.till, kFlyttSteg);
+    Flytta(bord.luckor, drag.fran, drag.till);
+    bord.undoLista.emplace_back(drag.fran, drag.till);
+    KlarSpel(bord);
+}
+
+int Angra(Stallning& bord, Flygledare* flyg) {
+    if (bord.undoLista.empty())
+        return 0;
+    auto [kalla, till] = bord.undoLista.back();
+    if (flyg)
+        flyg->FlygKort(till, kalla, kAngraSteg);
+    ++bord.antalUndo;
+    Flytta(bord.luckor, till, kalla);
+    bord.undoLista.pop_back();
+    KlarSpel(bord);
+    return static_cast<int>(bord.undoLista.size());
+}
+
+bool KlarSpel(Stallning& bord) {
+    bord.klaraKort = RaknaKlaraKort(bord.luckor);
+    return Vunnet(bord.klaraKort);
+}
+
+HiscoreResultat Resultat(const Stallning& bord) {
+    return HiscoreResultat{bord.klaraKort, bord.forsok};
+}
+
+const SpelRegler& Regler() {
+    static const ReglerAv<Stallning> regler(
+        {Skapa, LaggUtLeken, DelaUt, LagligaDrag, GorDrag, Angra, KlarSpel, Resultat});
+    return regler;
 }
 
 } // namespace IdiotenRegler

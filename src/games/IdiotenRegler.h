@@ -1,7 +1,10 @@
 #pragma once
 
+#include "cards/Drag.h"
 #include "cards/Kort.h"
 #include "cards/Lucka.h"
+#include "cards/SpelBord.h"
+#include "cards/SpelRegler.h"
 #include "platform/Geometry.h"
 
 #include <vector>
@@ -77,5 +80,38 @@ constexpr bool Vunnet(int klaraKort) {
 
 // The highest filled stock slot, or -1 when the stock is empty.
 int LekensTopp(const std::vector<Lucka>& luckor);
+
+// The whole table: the slots, the deal number (1..3), the cards done as last counted and
+// the button's place.
+struct Stallning : BordAv<Stallning> {
+    int forsok = 1;
+    int klaraKort = 0;
+    BRect knapp;
+    bool operator==(const Stallning&) const = default;
+};
+
+// What the rules tell the game as they move cards, so it can let each fly its own way.
+enum Steg : int {
+    kGivSteg,   // stock to grid, dealing
+    kEssSteg,   // an ace out of the grid; told after the ace has left, as the recount
+                // decides whether its empty place shows an outline
+    kFlyttSteg, // a card the player moves
+    kSamlaSteg, // gathered back to the stock for a new attempt
+    kAngraSteg, // a move taken back
+};
+
+void Skapa(Stallning& bord);
+void LaggUtLeken(Stallning& bord);
+// Fills the grid's gaps from the top of the stock, then takes the aces out.
+void DelaUt(Stallning& bord, Flygledare* flyg);
+// Gathers what is not in place, shuffles it and deals it again: the next deal.
+void NyttForsok(Stallning& bord, Flygledare* flyg);
+// Each card of the grid to every gap it may fill; the button while a deal is left.
+std::vector<Drag> LagligaDrag(const Stallning& bord);
+void GorDrag(Stallning& bord, const Drag& drag, Flygledare* flyg);
+int Angra(Stallning& bord, Flygledare* flyg);
+bool KlarSpel(Stallning& bord);
+HiscoreResultat Resultat(const Stallning& bord);
+const SpelRegler& Regler();
 
 } // namespace IdiotenRegler

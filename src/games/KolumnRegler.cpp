@@ -1,25 +1,19 @@
 #include "games/KolumnRegler.h"
 
+#include "cards/Luckor.h"
+
 #include <algorithm>
 
 namespace KolumnRegler {
 
 namespace {
 
-bool Fylld(const std::vector<Lucka>& luckor, int i) {
-    return i >= 0 && i < static_cast<int>(luckor.size()) && !luckor[i].Tom();
-}
-bool TomLucka(const std::vector<Lucka>& luckor, int i) {
-    return i >= 0 && i < static_cast<int>(luckor.size()) && luckor[i].Tom();
-}
 int Valor(const std::vector<Lucka>& luckor, int i) {
     return luckor[i].GeKort().KortValor();
 }
-BRect Forlangd(BRect r) {
-    r.bottom += kDropForlangning;
-    return r;
-}
-bool Topp(const std::vector<Lucka>& luckor, int j) {
+// In a column game a pile's top has a slot after it: the spare of a free cell, the next
+// level of a foundation, or the next position of a column.
+bool KolumnTopp(const std::vector<Lucka>& luckor, int j) {
     return Fylld(luckor, j) && TomLucka(luckor, j + 1);
 }
 // The yes/no flag Eight off compares along a run.
@@ -44,23 +38,7 @@ int SistaPlats(const Plan& plan) {
 }
 
 int Traff(const std::vector<Lucka>& luckor, BPoint p) {
-    int antal = static_cast<int>(luckor.size());
-    for (int i = 0; i < antal; ++i) {
-        BRect r = luckor[i].GePos();
-        BRect band = r & BRect(r.left, r.top, r.right, r.top + kBand);
-        bool fylld = !luckor[i].Tom();
-        bool toppKort = fylld && (i + 1 >= antal || luckor[i + 1].Tom());
-        if ((r.Contains(p) && toppKort) || (band.Contains(p) && fylld))
-            return i;
-    }
-    return -1;
-}
-
-int Toppen(const std::vector<Lucka>& luckor, int forsta) {
-    int i = forsta;
-    while (Fylld(luckor, i + 1))
-        ++i;
-    return i;
+    return TraffMedBand(luckor, 0, static_cast<int>(luckor.size()) - 1, p, kBand);
 }
 
 bool PassarPaKolumn(const Plan& plan, const Kort& under, const Kort& kort) {
@@ -73,7 +51,7 @@ bool PassarPaKolumn(const Plan& plan, const Kort& under, const Kort& kort) {
 
 int KlickMal(const Plan& plan, const std::vector<Lucka>& luckor, const Kort& kort) {
     for (int j = plan.forstaGrund; j <= SistaGrund(plan); ++j)
-        if (Topp(luckor, j) && Valor(luckor, j) + 1 == kort.KortValor() &&
+        if (KolumnTopp(luckor, j) && Valor(luckor, j) + 1 == kort.KortValor() &&
             luckor[j].GeKort().KortFarg() == kort.KortFarg())
             return j + 1;
     if (kort.KortValor() == 1)
@@ -81,7 +59,7 @@ int KlickMal(const Plan& plan, const std::vector<Lucka>& luckor, const Kort& kor
             if (luckor[j].Tom() && GrundBas(plan, j))
                 return j;
     for (int j = 0; j <= kSistaKolumnLucka; ++j)
-        if (Topp(luckor, j) && PassarPaKolumn(plan, luckor[j].GeKort(), kort))
+        if (KolumnTopp(luckor, j) && PassarPaKolumn(plan, luckor[j].GeKort(), kort))
             return j + 1;
     for (int j = 0; j <= SistaPlats(plan); ++j)
         if (luckor[j].Tom() && TomLucka(luckor, j + 1) && (KolumnBas(j) || Fricell(plan, j)))
@@ -89,24 +67,38 @@ int KlickMal(const Plan& plan, const std::vector<Lucka>& luckor, const Kort& kor
     return -1;
 }
 
-int DropMal(const Plan& plan, const std::vector<Lucka>& luckor, const Kort& kort, BPoint q) {
-    auto traffad = [&](int j) { return Forlangd(luckor[j].GePos()).Contains(q); };
+// A single card's drop targets in the drop's order, among the slots `traffad` lets by:
+// the first, or with `alla` every one of them.
+template <typename Traffad>
+int DropMalen(const Plan& plan, const std::vector<Lucka>& luckor, const Kort& kort, Traffad traffad,
+              std::vector<int>* alla) {
+    auto funnen = [&](int mal) {
+        if (alla != nullptr && std::find(alla->begin(), alla->end(), mal) == alla->end())
+            alla->push_back(mal);
+        return alla == nullptr;
+    };
     for (int j = plan.dropGrundFran; j <= plan.dropGrundTill; ++j)
-        if (traffad(j) && Topp(luckor, j) && Valor(luckor, j) + 1 == kort.KortValor() &&
-            luckor[j].GeKort().KortFarg() == kort.KortFarg())
+        if (traffad(j) && KolumnTopp(luckor, j) && Valor(luckor, j) + 1 == kort.KortValor() &&
+            luckor[j].GeKort().KortFarg() == kort.KortFarg() && funnen(j + 1))
             return j + 1;
     if (kort.KortValor() == 1)
         for (int j = plan.dropGrundFran; j <= plan.dropGrundTill; ++j)
-            if (traffad(j) && luckor[j].Tom() && GrundBas(plan, j))
+            if (traffad(j) && luckor[j].Tom() && GrundBas(plan, j) && funnen(j))
                 return j;
     for (int j = 0; j <= kSistaKolumnLucka; ++j)
-        if (traffad(j) && Topp(luckor, j) && PassarPaKolumn(plan, luckor[j].GeKort(), kort))
+        if (traffad(j) && KolumnTopp(luckor, j) && PassarPaKolumn(plan, luckor[j].GeKort(), kort) &&
+            funnen(j + 1))
             return j + 1;
     for (int j = 0; j <= SistaPlats(plan); ++j)
         if (traffad(j) && luckor[j].Tom() && TomLucka(luckor, j + 1) &&
-            (KolumnBas(j) || Fricell(plan, j)))
+            (KolumnBas(j) || Fricell(plan, j)) && funnen(j))
             return j;
     return -1;
+}
+
+int DropMal(const Plan& plan, const std::vector<Lucka>& luckor, const Kort& kort, BPoint q) {
+    auto traffad = [&](int j) { return Forlangd(luckor[j].GePos(), kDropForlangning).Contains(q); };
+    return DropMalen(plan, luckor, kort, traffad, nullptr);
 }
 
 int FriaPlatser(const Plan& plan, const std::vector<Lucka>& luckor) {
@@ -158,7 +150,7 @@ RadMal KlickRadMal(const Plan& plan, const std::vector<Lucka>& luckor, int forst
         return {};
     const Kort& f = luckor[forsta].GeKort();
     for (int j = 0; j <= kSistaKolumnLucka; ++j) {
-        if (Topp(luckor, j) && PassarPaKolumn(plan, luckor[j].GeKort(), f))
+        if (KolumnTopp(luckor, j) && PassarPaKolumn(plan, luckor[j].GeKort(), f))
             return {j, j + 1};
         if (luckor[j].Tom() && TomLucka(luckor, j + 1) && KolumnBas(j)) {
             // The column taken is no longer a free place for the run.
@@ -170,8 +162,10 @@ RadMal KlickRadMal(const Plan& plan, const std::vector<Lucka>& luckor, int forst
     return {};
 }
 
-RadMal DropRadMal(const Plan& plan, const std::vector<Lucka>& luckor, int forsta, int topp,
-                  BPoint q) {
+// A run's drop targets in the drop's order, among the slots `traffad` lets by.
+template <typename Traffad>
+RadMal DropRadMalen(const Plan& plan, const std::vector<Lucka>& luckor, int forsta, int topp,
+                    Traffad traffad, std::vector<RadMal>* alla) {
     int n = topp - forsta + 1;
     if (!GiltigRad(plan, luckor, forsta, topp, true))
         return {};
@@ -180,14 +174,26 @@ RadMal DropRadMal(const Plan& plan, const std::vector<Lucka>& luckor, int forsta
         return {};
     const Kort& f = luckor[forsta].GeKort();
     for (int j = 0; j <= kSistaKolumnLucka; ++j) {
-        if (!Forlangd(luckor[j].GePos()).Contains(q))
+        if (!traffad(j))
             continue;
-        if (Topp(luckor, j) && PassarPaKolumn(plan, luckor[j].GeKort(), f))
-            return {j, j + 1};
-        if (luckor[j].Tom() && KolumnBas(j) && n - 1 <= fria - 1)
-            return {j, j};
+        RadMal mal;
+        if (KolumnTopp(luckor, j) && PassarPaKolumn(plan, luckor[j].GeKort(), f))
+            mal = {j, j + 1};
+        else if (luckor[j].Tom() && KolumnBas(j) && n - 1 <= fria - 1)
+            mal = {j, j};
+        else
+            continue;
+        if (alla == nullptr)
+            return mal;
+        alla->push_back(mal);
     }
     return {};
+}
+
+RadMal DropRadMal(const Plan& plan, const std::vector<Lucka>& luckor, int forsta, int topp,
+                  BPoint q) {
+    auto traffad = [&](int j) { return Forlangd(luckor[j].GePos(), kDropForlangning).Contains(q); };
+    return DropRadMalen(plan, luckor, forsta, topp, traffad, nullptr);
 }
 
 bool Vunnet(const Plan& plan, const std::vector<Lucka>& luckor) {
@@ -239,6 +245,152 @@ void LaggGrund(std::vector<Lucka>& luckor, const Plan& plan, int g, BRect ruta) 
 void LaggLek(std::vector<Lucka>& luckor, const Plan& plan, const Rutnat& rutnat) {
     for (int k = 0; k < 52; ++k)
         luckor[plan.forstaLek + k].NyPos(rutnat.Ruta(8, 2 * rutnat.h + rutnat.m + k));
+}
+
+Drag RadDragMot(int forsta, int antal, const RadMal& mal) {
+    Drag drag = RadDrag(forsta, antal, mal.start);
+    drag.andra = mal.mal;
+    return drag;
+}
+
+void Skapa(Stallning& bord) {
+    bord.luckor.assign(bord.plan->antalLuckor, Lucka(BRect(0, 0, 0, 0), false));
+}
+
+void LaggUtLeken(Stallning& bord) {
+    for (Lucka& lucka : bord.luckor)
+        lucka.TaBortKort();
+    bord.antalUndo = 0;
+    bord.undoLista.clear();
+    bord.kortlek.NyKortlek();
+    bord.kortlek.Blanda();
+    for (int i = bord.plan->forstaLek; i < bord.plan->forstaLek + 52; ++i)
+        bord.luckor[i].TaEmotKort(bord.kortlek.GeKort());
+}
+
+void DelaUt(Stallning& bord, Flygledare* flyg) {
+    for (auto [lek, till] : bord.plan->givOrdning()) {
+        if (flyg)
+            flyg->FlygKort(lek, till, kGivSteg);
+        Flytta(bord.luckor, lek, till);
+    }
+}
+
+std::vector<Drag> LagligaDrag(const Stallning& bord) {
+    const Plan& plan = *bord.plan;
+    const std::vector<Lucka>& luckor = bord.luckor;
+    std::vector<Drag> drag;
+    auto allaLuckor = [](int) { return true; };
+    for (int forsta = 0; forsta < plan.forstaLek; ++forsta) {
+        if (luckor[forsta].Tom())
+            continue;
+        int topp = Toppen(luckor, forsta);
+        if (forsta == topp) {
+            std::vector<int> mal;
+            int klick = KlickMal(plan, luckor, luckor[forsta].GeKort());
+            if (klick >= 0)
+                mal.push_back(klick);
+            DropMalen(plan, luckor, luckor[forsta].GeKort(), allaLuckor, &mal);
+            for (int till : mal)
+                drag.push_back(KortDrag(forsta, till));
+            continue;
+        }
+        int antal = topp - forsta + 1;
+        std::vector<RadMal> mal;
+        RadMal klick = KlickRadMal(plan, luckor, forsta, topp);
+        if (klick.mal >= 0)
+            mal.push_back(klick);
+        DropRadMalen(plan, luckor, forsta, topp, allaLuckor, &mal);
+        for (const RadMal& m : mal) {
+            Drag d = RadDragMot(forsta, antal, m);
+            if (std::find(drag.begin(), drag.end(), d) == drag.end())
+                drag.push_back(d);
+        }
+    }
+    return drag;
+}
+
+void GorDrag(Stallning& bord, const Drag& drag, Flygledare* flyg) {
+    std::vector<Lucka>& luckor = bord.luckor;
+    if (drag.slag == DragSlag::Kort) {
+        if (flyg)
+            flyg->FlygKort(drag.fran, drag.till, kFlyttSteg);
+        Flytta(luckor, drag.fran, drag.till);
+        bord.undoLista.emplace_back(drag.fran, drag.till);
+        return;
+    }
+    if (drag.slag != DragSlag::Rad)
+        return;
+    int n = drag.antal;
+    if (flyg)
+        flyg->FlygRad(drag.fran, n, drag.till, kFlyttSteg);
+    for (int k = 0; k < n; ++k) {
+        Flytta(luckor, drag.fran + k, drag.till + k);
+        bord.undoLista.emplace_back(drag.fran + k, drag.till + k);
+    }
+    bord.undoLista.emplace_back(drag.andra, drag.andra + n);
+    bord.undoLista.emplace_back(UNDO_FLERA, n);
+}
+
+int Angra(Stallning& bord, Flygledare* flyg) {
+    std::vector<std::pair<int, int>>& lista = bord.undoLista;
+    if (lista.empty())
+        return 0;
+    ++bord.antalUndo;
+    auto [a, b] = lista.back();
+    lista.pop_back();
+    if (a == UNDO_FLERA) {
+        int n = b;
+        lista.pop_back(); // the range, (j, j + n)
+        std::vector<std::pair<int, int>> par(lista.end() - n, lista.end());
+        lista.resize(lista.size() - n);
+        if (flyg)
+            flyg->FlygRad(par.front().second, n, par.front().first, kAngraSteg);
+        for (auto it = par.rbegin(); it != par.rend(); ++it)
+            Flytta(bord.luckor, it->second, it->first);
+    } else {
+        if (flyg)
+            flyg->FlygKort(b, a, kAngraSteg);
+        Flytta(bord.luckor, b, a);
+    }
+    return static_cast<int>(lista.size());
+}
+
+bool KlarSpel(Stallning& bord) {
+    return Vunnet(*bord.plan, bord.luckor);
+}
+
+HiscoreResultat Resultat(const Stallning& bord) {
+    return HiscoreResultat{KortPaGrunden(*bord.plan, bord.luckor), 1};
+}
+
+std::optional<Drag> KlickDrag(const Stallning& bord, int traff) {
+    const Plan& plan = *bord.plan;
+    int topp = Toppen(bord.luckor, traff);
+    if (traff == topp) {
+        int till = KlickMal(plan, bord.luckor, bord.luckor[traff].GeKort());
+        if (till < 0)
+            return std::nullopt;
+        return KortDrag(traff, till);
+    }
+    RadMal mal = KlickRadMal(plan, bord.luckor, traff, topp);
+    if (mal.mal < 0)
+        return std::nullopt;
+    return RadDragMot(traff, topp - traff + 1, mal);
+}
+
+std::optional<Drag> DropDrag(const Stallning& bord, int forsta, int topp, BPoint q) {
+    const Plan& plan = *bord.plan;
+    if (forsta == topp) {
+        int till = DropMal(plan, bord.luckor, bord.luckor[forsta].GeKort(), q);
+        if (till < 0)
+            return std::nullopt;
+        return KortDrag(forsta, till);
+    }
+    RadMal mal = DropRadMal(plan, bord.luckor, forsta, topp, q);
+    if (mal.mal < 0)
+        return std::nullopt;
+    return RadDragMot(forsta, topp - forsta + 1, mal);
 }
 
 } // namespace KolumnRegler

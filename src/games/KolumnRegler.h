@@ -1,9 +1,15 @@
 #pragma once
 
+#include "cards/Drag.h"
 #include "cards/Kort.h"
 #include "cards/Lucka.h"
+#include "cards/Luckor.h"
+#include "cards/SpelBord.h"
+#include "cards/SpelRegler.h"
 #include "platform/Geometry.h"
 
+#include <optional>
+#include <utility>
 #include <vector>
 
 // The games of eight columns, free cells and foundations (Freecell, Eight off) as
@@ -43,6 +49,8 @@ struct Plan {
     // Where an undone card flies back from without a card showing beneath it (besides
     // the column bases).
     std::vector<int> angraUtanUnder;
+    // The deal: deck slot into column or free cell, in the game's order.
+    std::vector<std::pair<int, int>> (*givOrdning)() = nullptr;
 };
 
 constexpr bool KolumnBas(int i) {
@@ -55,8 +63,7 @@ int SistaPlats(const Plan& plan); // the last free-cell spare, before the founda
 
 // The first slot under the pointer: a top card's whole face or a covered card's band; -1.
 int Traff(const std::vector<Lucka>& luckor, BPoint p);
-// The last slot of the filled run that starts at `forsta`.
-int Toppen(const std::vector<Lucka>& luckor, int forsta);
+using ::Toppen;
 
 // A card may lie on the card in slot `under` in a column.
 bool PassarPaKolumn(const Plan& plan, const Kort& under, const Kort& kort);
@@ -106,5 +113,36 @@ void LaggLek(std::vector<Lucka>& luckor, const Plan& plan, const Rutnat& rutnat)
 // All four kings on their foundations.
 bool Vunnet(const Plan& plan, const std::vector<Lucka>& luckor);
 int KortPaGrunden(const Plan& plan, const std::vector<Lucka>& luckor);
+
+// The whole table of a column game, with the plan of the game it belongs to.
+struct Stallning : BordAv<Stallning> {
+    const Plan* plan = nullptr;
+    bool operator==(const Stallning&) const = default;
+};
+
+enum Steg : int {
+    kGivSteg,   // deck to column or free cell
+    kFlyttSteg, // a card or a run the player moves
+    kAngraSteg, // a move taken back
+};
+
+// A move of a run is told by where the search for its place stopped: on the card it lands
+// on, or at the empty column base it fills; the undo records keep that slot.
+Drag RadDragMot(int forsta, int antal, const RadMal& mal);
+
+void Skapa(Stallning& bord); // the plan is set first
+void LaggUtLeken(Stallning& bord);
+void DelaUt(Stallning& bord, Flygledare* flyg);
+// Every card and run that can be lifted, to every place a click or a drop can send it.
+std::vector<Drag> LagligaDrag(const Stallning& bord);
+void GorDrag(Stallning& bord, const Drag& drag, Flygledare* flyg);
+int Angra(Stallning& bord, Flygledare* flyg);
+bool KlarSpel(Stallning& bord);
+HiscoreResultat Resultat(const Stallning& bord);
+
+// The moves of a single card and of a run dropped at `q`, as the gestures make them;
+// std::nullopt when nothing moves.
+std::optional<Drag> KlickDrag(const Stallning& bord, int traff);
+std::optional<Drag> DropDrag(const Stallning& bord, int forsta, int topp, BPoint q);
 
 } // namespace KolumnRegler

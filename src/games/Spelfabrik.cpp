@@ -1,43 +1,70 @@
 #include "games/Spelfabrik.h"
 
-#include "app/FjolkView.h"
 #include "games/Eightoff.h"
+#include "games/EightoffRegler.h"
 #include "games/Freecell.h"
+#include "games/FreecellRegler.h"
 #include "games/Idioten.h"
+#include "games/IdiotenRegler.h"
 
 namespace {
 
-const char* const kSpelNamn[kAntalSpel] = {"Idioten 1",      "Idioten 2",    "Godnattvalsen",
-                                           "Tower of Hanoi", "Kvarnen",      "Glädjespridaren",
-                                           "Farfars klocka", "13-Pyramiden", "Freecell",
-                                           "Eight off",      "Black hole",   "Strategy"};
+using Skapare = std::unique_ptr<Patiens> (*)(SpelYta*, BRect, bool);
 
-using Skapare = std::unique_ptr<Patiens> (*)(FjolkView*, BRect, bool);
-
-template <typename Spel>
-std::unique_ptr<Patiens> Skapa(FjolkView* view, BRect bounds, bool animera) {
+template <typename Spel> std::unique_ptr<Patiens> Skapa(SpelYta* view, BRect bounds, bool animera) {
     return std::make_unique<Spel>(view, bounds, animera);
 }
 
-// One entry per game number; a game joins the collection by filling its entry.
-const Skapare kSkapare[kAntalSpel] = {&Skapa<Idioten>,  nullptr,          nullptr, nullptr,
-                                      nullptr,          nullptr,          nullptr, nullptr,
-                                      &Skapa<Freecell>, &Skapa<Eightoff>, nullptr, nullptr};
+struct Spelet {
+    const char* listNamn;
+    const char* titelNamn;
+    // Null until the game is built.
+    Skapare skapa;
+    const SpelRegler& (*regler)();
+};
+
+// The collection, by game number; a game joins it by filling its entry.
+const Spelet kSpelen[kAntalSpel] = {
+    {"Idioten 1", "Idioten", &Skapa<Idioten>, &IdiotenRegler::Regler},
+    {"Idioten 2", "Idioten 2", nullptr, nullptr},
+    {"Godnattvalsen", "Godnattvalsen", nullptr, nullptr},
+    {"Tower of Hanoi", "Tower of Hanoi", nullptr, nullptr},
+    {"Kvarnen", "Kvarnen", nullptr, nullptr},
+    {"Glädjespridaren", "Glädjespridaren", nullptr, nullptr},
+    {"Farfars klocka", "Farfars Klocka", nullptr, nullptr},
+    {"13-Pyramiden", "13-Pyramiden", nullptr, nullptr},
+    {"Freecell", "Freecell", &Skapa<Freecell>, &FreecellRegler::Regler},
+    {"Eight off", "Eight off", &Skapa<Eightoff>, &EightoffRegler::Regler},
+    {"Black hole", "Black hole", nullptr, nullptr},
+    {"Strategy", "Strategy", nullptr, nullptr},
+};
+
+bool Giltigt(int spelNr) {
+    return spelNr >= 0 && spelNr < kAntalSpel;
+}
 
 } // namespace
 
-std::unique_ptr<Patiens> SkapaSpel(int spelNr, FjolkView* view, BRect bounds, bool animera) {
+std::unique_ptr<Patiens> SkapaSpel(int spelNr, SpelYta* view, BRect bounds, bool animera) {
     if (!SpelFinns(spelNr))
         return nullptr;
-    return kSkapare[spelNr](view, bounds, animera);
+    return kSpelen[spelNr].skapa(view, bounds, animera);
 }
 
 bool SpelFinns(int spelNr) {
-    return spelNr >= 0 && spelNr < kAntalSpel && kSkapare[spelNr] != nullptr;
+    return Giltigt(spelNr) && kSpelen[spelNr].skapa != nullptr;
 }
 
 const char* SpelNamn(int spelNr) {
-    if (spelNr < 0 || spelNr >= kAntalSpel)
-        return "";
-    return kSpelNamn[spelNr];
+    return Giltigt(spelNr) ? kSpelen[spelNr].listNamn : "";
+}
+
+const char* TitelNamn(int spelNr) {
+    return Giltigt(spelNr) ? kSpelen[spelNr].titelNamn : "";
+}
+
+const SpelRegler* ReglerFor(int spelNr) {
+    if (!SpelFinns(spelNr))
+        return nullptr;
+    return &kSpelen[spelNr].regler();
 }

@@ -1,7 +1,8 @@
 #include "welcome/WelcomeView.h"
 
-#include "app/Meddelande.h"
+#include "games/Spelfabrik.h"
 #include "platform/AttributeStore.h"
+#include "platform/Meddelande.h"
 #include "platform/QtGeometry.h"
 
 #include <QCheckBox>
@@ -19,11 +20,6 @@
 #include <cstring>
 
 namespace {
-
-const char* const kSpelRader[12] = {"Idioten 1",      "Idioten 2",    "Godnattvalsen",
-                                    "Tower of Hanoi", "Kvarnen",      "Glädjespridaren",
-                                    "Farfars klocka", "13-Pyramiden", "Freecell",
-                                    "Eight off",      "Black hole",   "Strategy"};
 
 QRect Ram(float l, float t, float r, float b) {
     return ToQRect(BRect(l, t, r, b));
@@ -90,7 +86,7 @@ HighOLLView::HighOLLView(QWidget* parent, WelcomeView* valkomstVy)
 
 void HighOLLView::VisaHiscoreLista(int spelNr) {
     valkomst->titelRad->setText(
-        QStringLiteral("Highscore for %1").arg(QString::fromUtf8(kSpelRader[spelNr])));
+        QStringLiteral("Highscore for %1").arg(QString::fromUtf8(SpelNamn(spelNr))));
     attributNamn = HiscoreAttributNamn(spelNr);
     bool last = LasTabell(valkomst->store, attributNamn, tabell);
     clear();
@@ -190,7 +186,7 @@ WelcomeView::WelcomeView(QWidget* parent, AttributeStore& attributStore)
     spelLista->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     spelLista->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     for (int i = 0; i < 12; ++i) {
-        spelRader[i] = new QListWidgetItem(QString::fromUtf8(kSpelRader[i]));
+        spelRader[i] = new QListWidgetItem(QString::fromUtf8(SpelNamn(i)));
         spelLista->addItem(spelRader[i]);
     }
 

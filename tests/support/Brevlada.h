@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Meddelande.h"
+#include "platform/Meddelande.h"
 
 #include <QEvent>
 #include <QObject>

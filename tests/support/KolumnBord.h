@@ -1,7 +1,7 @@
 #pragma once
 
-#include "cards/KolumnSpel.h"
 #include "games/KolumnRegler.h"
+#include "games/KolumnSpel.h"
 #include "support/Gester.h"
 
 #include <initializer_list>

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "cards/Lucka.h"
+#include "platform/Geometry.h"
+
+#include <vector>
+
+// What the games ask of their slots, written once: a pile is a run of consecutive slots
+// whose top card is the last filled one.
+
+// Slot `i` exists and holds a card / exists and is empty.
+bool Fylld(const std::vector<Lucka>& luckor, int i);
+bool TomLucka(const std::vector<Lucka>& luckor, int i);
+// Slot `i` holds a card and the next slot none (or there is no next slot).
+bool Topp(const std::vector<Lucka>& luckor, int i);
+// The last slot of the filled run that starts at `forsta`.
+int Toppen(const std::vector<Lucka>& luckor, int forsta);
+// A stock's top: walking up from `forsta`, the slot below the first empty one (up to
+// `sista`); -1 when `forsta` is empty.
+int LekTopp(const std::vector<Lucka>& luckor, int forsta, int sista);
+// The first empty slot of `forsta`..`sista`, or -1.
+int ForstaTomma(const std::vector<Lucka>& luckor, int forsta, int sista);
+// How many of `forsta`..`sista` hold a card.
+int AntalFyllda(const std::vector<Lucka>& luckor, int forsta, int sista);
+
+// The first slot of `forsta`..`sista` under the pointer: a top card's whole face, or the
+// band of `band` pixels at the top of a covered card that still shows; -1 for none.
+int TraffMedBand(const std::vector<Lucka>& luckor, int forsta, int sista, BPoint p, float band);
+// A slot's rectangle reaching `nedat` pixels further down: a drop a little below a pile's
+// last card still lands on it.
+BRect Forlangd(BRect r, float nedat);
+
+// The card of slot `fran` moves into slot `till`.
+void Flytta(std::vector<Lucka>& luckor, int fran, int till);

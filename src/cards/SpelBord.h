@@ -1,0 +1,44 @@
+#pragma once
+
+#include "cards/Kortlek.h"
+#include "cards/Lucka.h"
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+// Everything a game's rules read and change: its slots, its deck, its undo records and the
+// undos taken. A game's own table adds its counters. Tables are copied and compared whole:
+// that is how the soak test checks a gesture against the moves the rules list, and how a
+// solver tries moves.
+struct SpelBord {
+    virtual ~SpelBord() = default;
+
+    std::vector<Lucka> luckor;
+    std::vector<std::pair<int, int>> undoLista;
+    Kortlek kortlek;
+    int antalUndo = 0;
+
+    virtual std::unique_ptr<SpelBord> Kopia() const = 0;
+    // The same game's table, slot for slot, card for card, counter for counter.
+    virtual bool Lika(const SpelBord& annat) const = 0;
+
+    bool operator==(const SpelBord&) const = default;
+
+protected:
+    SpelBord() = default;
+    SpelBord(const SpelBord&) = default;
+    SpelBord& operator=(const SpelBord&) = default;
+};
+
+// A game's table type B derives from BordAv<B> and declares its own defaulted operator==.
+template <typename B> struct BordAv : SpelBord {
+    std::unique_ptr<SpelBord> Kopia() const override {
+        return std::make_unique<B>(static_cast<const B&>(*this));
+    }
+    bool Lika(const SpelBord& annat) const override {
+        const B* b = dynamic_cast<const B*>(&annat);
+        return b != nullptr && static_cast<const B&>(*this) == *b;
+    }
+    bool operator==(const BordAv&) const = default;
+};
