@@ -30,7 +30,11 @@ public:
     void NyKantLinje(bool kant) { kantLinje = kant; }
     bool BakSida() const { return baksida; }
 
-    bool operator==(const Lucka&) const = default;
+    // What an empty slot last held is no part of the table.
+    bool operator==(const Lucka& annan) const {
+        return tom == annan.tom && pos == annan.pos && (tom || kort == annan.kort) &&
+               okPos == annan.okPos && baksida == annan.baksida && kantLinje == annan.kantLinje;
+    }
 
 private:
     bool tom = true;

@@ -1,25 +1,5 @@
 #include "cards/Luckor.h"
 
-namespace {
-
-bool Finns(const std::vector<Lucka>& luckor, int i) {
-    return i >= 0 && i < static_cast<int>(luckor.size());
-}
-
-} // namespace
-
-bool Fylld(const std::vector<Lucka>& luckor, int i) {
-    return Finns(luckor, i) && !luckor[i].Tom();
-}
-
-bool TomLucka(const std::vector<Lucka>& luckor, int i) {
-    return Finns(luckor, i) && luckor[i].Tom();
-}
-
-bool Topp(const std::vector<Lucka>& luckor, int i) {
-    return Fylld(luckor, i) && !Fylld(luckor, i + 1);
-}
-
 int Toppen(const std::vector<Lucka>& luckor, int forsta) {
     int i = forsta;
     while (Fylld(luckor, i + 1))

@@ -9,10 +9,16 @@
 // whose top card is the last filled one.
 
 // Slot `i` exists and holds a card / exists and is empty.
-bool Fylld(const std::vector<Lucka>& luckor, int i);
-bool TomLucka(const std::vector<Lucka>& luckor, int i);
+inline bool Fylld(const std::vector<Lucka>& luckor, int i) {
+    return i >= 0 && i < static_cast<int>(luckor.size()) && !luckor[i].Tom();
+}
+inline bool TomLucka(const std::vector<Lucka>& luckor, int i) {
+    return i >= 0 && i < static_cast<int>(luckor.size()) && luckor[i].Tom();
+}
 // Slot `i` holds a card and the next slot none (or there is no next slot).
-bool Topp(const std::vector<Lucka>& luckor, int i);
+inline bool Topp(const std::vector<Lucka>& luckor, int i) {
+    return Fylld(luckor, i) && !Fylld(luckor, i + 1);
+}
 // The last slot of the filled run that starts at `forsta`.
 int Toppen(const std::vector<Lucka>& luckor, int forsta);
 // A stock's top: walking up from `forsta`, the slot below the first empty one (up to

@@ -22,6 +22,8 @@ struct SpelBord {
     virtual std::unique_ptr<SpelBord> Kopia() const = 0;
     // The same game's table, slot for slot, card for card, counter for counter.
     virtual bool Lika(const SpelBord& annat) const = 0;
+    // Becomes a copy of `annat`, a table of the same game.
+    virtual void TaFran(const SpelBord& annat) = 0;
 
     bool operator==(const SpelBord&) const = default;
 
@@ -39,6 +41,9 @@ template <typename B> struct BordAv : SpelBord {
     bool Lika(const SpelBord& annat) const override {
         const B* b = dynamic_cast<const B*>(&annat);
         return b != nullptr && static_cast<const B&>(*this) == *b;
+    }
+    void TaFran(const SpelBord& annat) override {
+        static_cast<B&>(*this) = dynamic_cast<const B&>(annat);
     }
     bool operator==(const BordAv&) const = default;
 };

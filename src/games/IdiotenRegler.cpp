@@ -3,6 +3,7 @@
 #include "cards/Luckor.h"
 
 #include <algorithm>
+#include <array>
 
 namespace IdiotenRegler {
 
@@ -194,14 +195,27 @@ void NyttForsok(Stallning& bord, Flygledare* flyg) {
 }
 
 std::vector<Drag> LagligaDrag(const Stallning& bord) {
+    const std::vector<Lucka>& luckor = bord.luckor;
+    // Where each card of the grid lies, so that each gap asks only for the cards it takes.
+    std::array<int, 52> var;
+    var.fill(-1);
+    for (int i = kForstaRutan; i <= kSistaRutan; ++i)
+        if (!luckor[i].Tom())
+            var[13 * luckor[i].GeKort().KortFarg() + luckor[i].GeKort().KortValor() - 1] = i;
     std::vector<Drag> drag;
-    for (int fran = kForstaRutan; fran <= kSistaRutan; ++fran) {
-        if (bord.luckor[fran].Tom())
+    for (int till = kForstaRutan; till <= kSistaRutan; ++till) {
+        if (!luckor[till].Tom())
             continue;
-        for (int till = kForstaRutan; till <= kSistaRutan; ++till)
-            if (FarLaggas(bord.luckor, till, bord.luckor[fran].GeKort()))
-                drag.push_back(KortDrag(fran, till));
+        for (int farg = 0; farg < 4; ++farg)
+            for (int valor = 2; valor <= 13; ++valor) {
+                int fran = var[13 * farg + valor - 1];
+                if (fran >= 0 && FarLaggas(luckor, till, luckor[fran].GeKort()))
+                    drag.push_back(KortDrag(fran, till));
+            }
     }
+    std::sort(drag.begin(), drag.end(), [](const Drag& a, const Drag& b) {
+        return a.fran != b.fran ? a.fran < b.fran : a.till < b.till;
+    });
     if (bord.forsok < kSistaGiv)
         drag.push_back(NyttForsokDrag());
     return drag;

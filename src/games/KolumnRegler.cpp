@@ -16,6 +16,19 @@ int Valor(const std::vector<Lucka>& luckor, int i) {
 bool KolumnTopp(const std::vector<Lucka>& luckor, int j) {
     return Fylld(luckor, j) && TomLucka(luckor, j + 1);
 }
+
+// Every slot a card or a run can be put on or into, in slot order: the tops of the piles,
+// and the bases and free cells that may lie empty. The searches below walk these instead
+// of every slot, and test each as they always did.
+using Kandidater = std::vector<int>;
+Kandidater KandidaterPa(const Plan& plan, const std::vector<Lucka>& luckor) {
+    Kandidater k;
+    k.reserve(48);
+    for (int j = 0; j < plan.forstaLek; ++j)
+        if (KolumnTopp(luckor, j) || KolumnBas(j) || Fricell(plan, j) || GrundBas(plan, j))
+            k.push_back(j);
+    return k;
+}
 // The yes/no flag Eight off compares along a run.
 bool SvitFlagga(const Kort& k) {
     return k.KortFarg() != HJARTER;
@@ -49,56 +62,69 @@ bool PassarPaKolumn(const Plan& plan, const Kort& under, const Kort& kort) {
     return under.SvartFarg() != kort.SvartFarg();
 }
 
-int KlickMal(const Plan& plan, const std::vector<Lucka>& luckor, const Kort& kort) {
-    for (int j = plan.forstaGrund; j <= SistaGrund(plan); ++j)
-        if (KolumnTopp(luckor, j) && Valor(luckor, j) + 1 == kort.KortValor() &&
-            luckor[j].GeKort().KortFarg() == kort.KortFarg())
-            return j + 1;
+int KlickMalBland(const Plan& plan, const std::vector<Lucka>& luckor, const Kort& kort,
+                  const Kandidater& kand) {
+    for (int j : kand)
+        if (j >= plan.forstaGrund && j <= SistaGrund(plan))
+            if (KolumnTopp(luckor, j) && Valor(luckor, j) + 1 == kort.KortValor() &&
+                luckor[j].GeKort().KortFarg() == kort.KortFarg())
+                return j + 1;
     if (kort.KortValor() == 1)
-        for (int j = plan.forstaGrund; j <= SistaGrund(plan); ++j)
-            if (luckor[j].Tom() && GrundBas(plan, j))
+        for (int j : kand)
+            if (j >= plan.forstaGrund && j <= SistaGrund(plan))
+                if (luckor[j].Tom() && GrundBas(plan, j))
+                    return j;
+    for (int j : kand)
+        if (j >= 0 && j <= kSistaKolumnLucka)
+            if (KolumnTopp(luckor, j) && PassarPaKolumn(plan, luckor[j].GeKort(), kort))
+                return j + 1;
+    for (int j : kand)
+        if (j >= 0 && j <= SistaPlats(plan))
+            if (luckor[j].Tom() && TomLucka(luckor, j + 1) && (KolumnBas(j) || Fricell(plan, j)))
                 return j;
-    for (int j = 0; j <= kSistaKolumnLucka; ++j)
-        if (KolumnTopp(luckor, j) && PassarPaKolumn(plan, luckor[j].GeKort(), kort))
-            return j + 1;
-    for (int j = 0; j <= SistaPlats(plan); ++j)
-        if (luckor[j].Tom() && TomLucka(luckor, j + 1) && (KolumnBas(j) || Fricell(plan, j)))
-            return j;
     return -1;
+}
+
+int KlickMal(const Plan& plan, const std::vector<Lucka>& luckor, const Kort& kort) {
+    return KlickMalBland(plan, luckor, kort, KandidaterPa(plan, luckor));
 }
 
 // A single card's drop targets in the drop's order, among the slots `traffad` lets by:
 // the first, or with `alla` every one of them.
 template <typename Traffad>
-int DropMalen(const Plan& plan, const std::vector<Lucka>& luckor, const Kort& kort, Traffad traffad,
-              std::vector<int>* alla) {
+int DropMalen(const Plan& plan, const std::vector<Lucka>& luckor, const Kort& kort,
+              const Kandidater& kand, Traffad traffad, std::vector<int>* alla) {
     auto funnen = [&](int mal) {
         if (alla != nullptr && std::find(alla->begin(), alla->end(), mal) == alla->end())
             alla->push_back(mal);
         return alla == nullptr;
     };
-    for (int j = plan.dropGrundFran; j <= plan.dropGrundTill; ++j)
-        if (traffad(j) && KolumnTopp(luckor, j) && Valor(luckor, j) + 1 == kort.KortValor() &&
-            luckor[j].GeKort().KortFarg() == kort.KortFarg() && funnen(j + 1))
-            return j + 1;
+    for (int j : kand)
+        if (j >= plan.dropGrundFran && j <= plan.dropGrundTill)
+            if (traffad(j) && KolumnTopp(luckor, j) && Valor(luckor, j) + 1 == kort.KortValor() &&
+                luckor[j].GeKort().KortFarg() == kort.KortFarg() && funnen(j + 1))
+                return j + 1;
     if (kort.KortValor() == 1)
-        for (int j = plan.dropGrundFran; j <= plan.dropGrundTill; ++j)
-            if (traffad(j) && luckor[j].Tom() && GrundBas(plan, j) && funnen(j))
+        for (int j : kand)
+            if (j >= plan.dropGrundFran && j <= plan.dropGrundTill)
+                if (traffad(j) && luckor[j].Tom() && GrundBas(plan, j) && funnen(j))
+                    return j;
+    for (int j : kand)
+        if (j >= 0 && j <= kSistaKolumnLucka)
+            if (traffad(j) && KolumnTopp(luckor, j) &&
+                PassarPaKolumn(plan, luckor[j].GeKort(), kort) && funnen(j + 1))
+                return j + 1;
+    for (int j : kand)
+        if (j >= 0 && j <= SistaPlats(plan))
+            if (traffad(j) && luckor[j].Tom() && TomLucka(luckor, j + 1) &&
+                (KolumnBas(j) || Fricell(plan, j)) && funnen(j))
                 return j;
-    for (int j = 0; j <= kSistaKolumnLucka; ++j)
-        if (traffad(j) && KolumnTopp(luckor, j) && PassarPaKolumn(plan, luckor[j].GeKort(), kort) &&
-            funnen(j + 1))
-            return j + 1;
-    for (int j = 0; j <= SistaPlats(plan); ++j)
-        if (traffad(j) && luckor[j].Tom() && TomLucka(luckor, j + 1) &&
-            (KolumnBas(j) || Fricell(plan, j)) && funnen(j))
-            return j;
     return -1;
 }
 
 int DropMal(const Plan& plan, const std::vector<Lucka>& luckor, const Kort& kort, BPoint q) {
     auto traffad = [&](int j) { return Forlangd(luckor[j].GePos(), kDropForlangning).Contains(q); };
-    return DropMalen(plan, luckor, kort, traffad, nullptr);
+    return DropMalen(plan, luckor, kort, KandidaterPa(plan, luckor), traffad, nullptr);
 }
 
 int FriaPlatser(const Plan& plan, const std::vector<Lucka>& luckor) {
@@ -143,29 +169,35 @@ bool GiltigRad(const Plan& plan, const std::vector<Lucka>& luckor, int forsta, i
     return true;
 }
 
-RadMal KlickRadMal(const Plan& plan, const std::vector<Lucka>& luckor, int forsta, int topp) {
+RadMal KlickRadMalBland(const Plan& plan, const std::vector<Lucka>& luckor, int forsta, int topp,
+                        const Kandidater& kand) {
     int n = topp - forsta + 1;
     int fria = FriaPlatser(plan, luckor);
     if (n - 1 > fria || !GiltigRad(plan, luckor, forsta, topp, false))
         return {};
     const Kort& f = luckor[forsta].GeKort();
-    for (int j = 0; j <= kSistaKolumnLucka; ++j) {
-        if (KolumnTopp(luckor, j) && PassarPaKolumn(plan, luckor[j].GeKort(), f))
-            return {j, j + 1};
-        if (luckor[j].Tom() && TomLucka(luckor, j + 1) && KolumnBas(j)) {
-            // The column taken is no longer a free place for the run.
-            --fria;
-            if (n - 1 <= fria)
-                return {j, j};
+    for (int j : kand)
+        if (j >= 0 && j <= kSistaKolumnLucka) {
+            if (KolumnTopp(luckor, j) && PassarPaKolumn(plan, luckor[j].GeKort(), f))
+                return {j, j + 1};
+            if (luckor[j].Tom() && TomLucka(luckor, j + 1) && KolumnBas(j)) {
+                // The column taken is no longer a free place for the run.
+                --fria;
+                if (n - 1 <= fria)
+                    return {j, j};
+            }
         }
-    }
     return {};
+}
+
+RadMal KlickRadMal(const Plan& plan, const std::vector<Lucka>& luckor, int forsta, int topp) {
+    return KlickRadMalBland(plan, luckor, forsta, topp, KandidaterPa(plan, luckor));
 }
 
 // A run's drop targets in the drop's order, among the slots `traffad` lets by.
 template <typename Traffad>
 RadMal DropRadMalen(const Plan& plan, const std::vector<Lucka>& luckor, int forsta, int topp,
-                    Traffad traffad, std::vector<RadMal>* alla) {
+                    const Kandidater& kand, Traffad traffad, std::vector<RadMal>* alla) {
     int n = topp - forsta + 1;
     if (!GiltigRad(plan, luckor, forsta, topp, true))
         return {};
@@ -173,27 +205,28 @@ RadMal DropRadMalen(const Plan& plan, const std::vector<Lucka>& luckor, int fors
     if (n - 1 > fria)
         return {};
     const Kort& f = luckor[forsta].GeKort();
-    for (int j = 0; j <= kSistaKolumnLucka; ++j) {
-        if (!traffad(j))
-            continue;
-        RadMal mal;
-        if (KolumnTopp(luckor, j) && PassarPaKolumn(plan, luckor[j].GeKort(), f))
-            mal = {j, j + 1};
-        else if (luckor[j].Tom() && KolumnBas(j) && n - 1 <= fria - 1)
-            mal = {j, j};
-        else
-            continue;
-        if (alla == nullptr)
-            return mal;
-        alla->push_back(mal);
-    }
+    for (int j : kand)
+        if (j >= 0 && j <= kSistaKolumnLucka) {
+            if (!traffad(j))
+                continue;
+            RadMal mal;
+            if (KolumnTopp(luckor, j) && PassarPaKolumn(plan, luckor[j].GeKort(), f))
+                mal = {j, j + 1};
+            else if (luckor[j].Tom() && KolumnBas(j) && n - 1 <= fria - 1)
+                mal = {j, j};
+            else
+                continue;
+            if (alla == nullptr)
+                return mal;
+            alla->push_back(mal);
+        }
     return {};
 }
 
 RadMal DropRadMal(const Plan& plan, const std::vector<Lucka>& luckor, int forsta, int topp,
                   BPoint q) {
     auto traffad = [&](int j) { return Forlangd(luckor[j].GePos(), kDropForlangning).Contains(q); };
-    return DropRadMalen(plan, luckor, forsta, topp, traffad, nullptr);
+    return DropRadMalen(plan, luckor, forsta, topp, KandidaterPa(plan, luckor), traffad, nullptr);
 }
 
 bool Vunnet(const Plan& plan, const std::vector<Lucka>& luckor) {
@@ -281,26 +314,27 @@ std::vector<Drag> LagligaDrag(const Stallning& bord) {
     const std::vector<Lucka>& luckor = bord.luckor;
     std::vector<Drag> drag;
     auto allaLuckor = [](int) { return true; };
+    const Kandidater kand = KandidaterPa(plan, luckor);
     for (int forsta = 0; forsta < plan.forstaLek; ++forsta) {
         if (luckor[forsta].Tom())
             continue;
         int topp = Toppen(luckor, forsta);
         if (forsta == topp) {
             std::vector<int> mal;
-            int klick = KlickMal(plan, luckor, luckor[forsta].GeKort());
+            int klick = KlickMalBland(plan, luckor, luckor[forsta].GeKort(), kand);
             if (klick >= 0)
                 mal.push_back(klick);
-            DropMalen(plan, luckor, luckor[forsta].GeKort(), allaLuckor, &mal);
+            DropMalen(plan, luckor, luckor[forsta].GeKort(), kand, allaLuckor, &mal);
             for (int till : mal)
                 drag.push_back(KortDrag(forsta, till));
             continue;
         }
         int antal = topp - forsta + 1;
         std::vector<RadMal> mal;
-        RadMal klick = KlickRadMal(plan, luckor, forsta, topp);
+        RadMal klick = KlickRadMalBland(plan, luckor, forsta, topp, kand);
         if (klick.mal >= 0)
             mal.push_back(klick);
-        DropRadMalen(plan, luckor, forsta, topp, allaLuckor, &mal);
+        DropRadMalen(plan, luckor, forsta, topp, kand, allaLuckor, &mal);
         for (const RadMal& m : mal) {
             Drag d = RadDragMot(forsta, antal, m);
             if (std::find(drag.begin(), drag.end(), d) == drag.end())

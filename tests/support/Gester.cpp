@@ -62,6 +62,13 @@ void DraOchSlappUtanfor(FjolkView& view, BPoint fran) {
     QTest::mouseRelease(&view, Qt::LeftButton, Qt::NoModifier, ute);
 }
 
+void GorGest(FjolkView& view, const Gest& gest) {
+    if (gest.klick)
+        KlickaPa(view, gest.fran);
+    else
+        DraFranTill(view, gest.fran, gest.till);
+}
+
 std::unique_ptr<FjolkView> VyMedSpel(int spelNr, unsigned seed, int bredd, int hojd, bool animera) {
     auto view = std::make_unique<FjolkView>();
     view->resize(bredd, hojd);

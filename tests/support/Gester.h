@@ -18,6 +18,8 @@ void TryckOchDra(FjolkView& view, BPoint fran, BPoint till);
 void TryckSkakaSlapp(FjolkView& view, BPoint p);
 // Press at `fran`, drag out of the view and release outside it.
 void DraOchSlappUtanfor(FjolkView& view, BPoint fran);
+// Makes a gesture as a game describes it: a click, or a drag from one point to another.
+void GorGest(FjolkView& view, const Gest& gest);
 // The centre of a slot rectangle, where a player aims.
 BPoint Mitt(BRect r);
 
