@@ -80,6 +80,9 @@ void Idioten::FlygKort(int fran, int till, int steg) {
     switch (steg) {
     case kGivSteg:
         if (foreGiv) {
+            // The gathered cards lie shuffled in the stock: the table is laid out afresh,
+            // as before every deal, and shown with the stock face down.
+            OmRaknaLuckaKort(vy->Bounds());
             RitaForeGiv();
             foreGiv = false;
         }
@@ -162,6 +165,8 @@ void Idioten::NyttForsok() {
     // The deal inside shows the stock face down before its first card flies.
     foreGiv = true;
     IdiotenRegler::NyttForsok(bord, animera ? this : nullptr);
+    if (foreGiv)
+        OmRaknaLuckaKort(vy->Bounds());
     foreGiv = false;
 }
 

@@ -1,0 +1,36 @@
+#include "games/LekRegler.h"
+
+#include "cards/Luckor.h"
+
+namespace LekRegler {
+
+int Lek::Topp(const std::vector<Lucka>& luckor) const {
+    return LekTopp(luckor, forsta, sista);
+}
+
+void GeFranLeken(SpelBord& bord, const Lek& lek, const std::vector<int>& mal, Flygledare* flyg,
+                 int steg) {
+    for (int till : mal) {
+        int topp = lek.Topp(bord.luckor);
+        if (topp < 0)
+            return;
+        if (flyg)
+            flyg->FlygKort(topp, till, steg);
+        Flytta(bord.luckor, topp, till);
+        bord.undoLista.emplace_back(kFranLeken, till);
+    }
+}
+
+void AngraFranLeken(SpelBord& bord, const Lek& lek, int antal, Flygledare* flyg, int steg) {
+    for (int k = 0; k < antal && !bord.undoLista.empty(); ++k) {
+        int fran = bord.undoLista.back().second;
+        bord.undoLista.pop_back();
+        int topp = lek.Topp(bord.luckor);
+        int till = topp < 0 ? lek.forsta : topp + 1;
+        if (flyg)
+            flyg->FlygKort(fran, till, steg);
+        Flytta(bord.luckor, fran, till);
+    }
+}
+
+} // namespace LekRegler
