@@ -3,9 +3,10 @@ set -euo pipefail
 
 ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 
-# Debian 12 / Ubuntu package names. fonts-dejavu-core gives the card labels their face.
+# Debian 12 / Ubuntu package names. fonts-dejavu-core gives the card labels their face;
+# librsvg2-bin renders the program's icon at its PNG sizes.
 FJOLK_PACKAGES=(cmake ninja-build g++ pkg-config qt6-base-dev libsqlite3-dev
-                libgl-dev fonts-dejavu-core sqlite3 libbenchmark-dev)
+                libgl-dev fonts-dejavu-core sqlite3 libbenchmark-dev librsvg2-bin)
 
 install_missing() {
     local missing=()

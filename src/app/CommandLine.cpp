@@ -1,5 +1,7 @@
 #include "app/CommandLine.h"
 
+#include "app/Options.h"
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
@@ -23,45 +25,24 @@ CommandLine Fail(const QString& why, const QCommandLineParser& parser) {
 
 CommandLine ParseCommandLine(const QStringList& arguments) {
     QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Fjolks Patience 2.0: twelve patience card games with hiscore tables."));
-    QCommandLineOption helpOption({QStringLiteral("h"), QStringLiteral("help")},
-                                  QStringLiteral("Show this help and exit."));
-    QCommandLineOption versionOption({QStringLiteral("v"), QStringLiteral("version")},
-                                     QStringLiteral("Show the version and exit."));
-    QCommandLineOption seedOption(
-        QStringLiteral("seed"),
-        QStringLiteral("Shuffle with random numbers seeded by N instead of the current time, "
-                       "so that a deal can be played again exactly."),
-        QStringLiteral("N"));
-    QCommandLineOption dataDirOption(
-        QStringLiteral("data-dir"),
-        QStringLiteral("Keep window frames, player name and hiscores in DIR instead of the "
-                       "user's data folder."),
-        QStringLiteral("DIR"));
-    QCommandLineOption gameOption(QStringLiteral("game"),
-                                  QStringLiteral("Deal game N (0 to 11) at once."),
-                                  QStringLiteral("N"));
-    QCommandLineOption noAnimationOption(
-        QStringLiteral("no-animation"),
-        QStringLiteral("Start with the \"Animation\" option off: cards move at once."));
-    QCommandLineOption sizeOption(QStringLiteral("size"),
-                                  QStringLiteral("The table's size for --snapshot, e.g. 640x480 "
-                                                 "(at most 1280x1024)."),
-                                  QStringLiteral("WxH"));
-    QCommandLineOption snapshotOption(
-        QStringLiteral("snapshot"),
-        QStringLiteral("Deal the game of --game, draw the table without a display and write "
-                       "it to FILE as a PNG picture, then exit."),
-        QStringLiteral("FILE"));
-    parser.addOption(helpOption);
-    parser.addOption(versionOption);
-    parser.addOption(seedOption);
-    parser.addOption(dataDirOption);
-    parser.addOption(gameOption);
-    parser.addOption(noAnimationOption);
-    parser.addOption(sizeOption);
-    parser.addOption(snapshotOption);
+    parser.setApplicationDescription(QString::fromUtf8(kProgramDescription));
+    for (const Option& option : kOptions) {
+        QStringList names;
+        if (option.shortName != nullptr)
+            names << QString::fromUtf8(option.shortName);
+        names << QString::fromUtf8(option.name);
+        parser.addOption(QCommandLineOption(
+            names, QString::fromUtf8(option.description),
+            option.valueName != nullptr ? QString::fromUtf8(option.valueName) : QString()));
+    }
+    const QString helpOption = QStringLiteral("help");
+    const QString versionOption = QStringLiteral("version");
+    const QString seedOption = QStringLiteral("seed");
+    const QString dataDirOption = QStringLiteral("data-dir");
+    const QString gameOption = QStringLiteral("game");
+    const QString noAnimationOption = QStringLiteral("no-animation");
+    const QString sizeOption = QStringLiteral("size");
+    const QString snapshotOption = QStringLiteral("snapshot");
 
     if (!parser.parse(arguments))
         return Fail(parser.errorText(), parser);

@@ -1,6 +1,7 @@
 #include "app/FjolkWin.h"
 
 #include "app/FjolkView.h"
+#include "app/Hjalpfil.h"
 #include "cards/Hiscore.h"
 #include "games/Spelfabrik.h"
 #include "platform/Meddelande.h"
@@ -366,5 +367,5 @@ void FjolkWin::RensaBakgrund() {
 }
 
 QString FjolkWin::HjalpFil() {
-    return QCoreApplication::applicationDirPath() + QStringLiteral("/Help/Help.html");
+    return HittaHjalpFil(QCoreApplication::applicationDirPath());
 }

@@ -42,6 +42,8 @@ int main(int argc, char* argv[]) {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Fjolks Patience"));
     QApplication::setApplicationVersion(QStringLiteral(FJOLK_VERSION));
+    // Lets the desktop tie our windows to the menu entry and its icon.
+    QApplication::setDesktopFileName(QStringLiteral(FJOLK_APP_ID));
 
     std::srand(commandLine.seed ? *commandLine.seed : static_cast<unsigned>(std::time(nullptr)));
     if (!commandLine.dataDirectory.empty())

@@ -1,0 +1,34 @@
+#pragma once
+
+// The program's options, in the order --help lists them. The parser and the manual page
+// (tools/manpage.cpp) are both made from this table, so they cannot drift apart. Plain C++:
+// the manual page is written by a build-time tool without Qt.
+struct Option {
+    // One letter, or nullptr.
+    const char* shortName;
+    const char* name;
+    // The placeholder of the option's value, or nullptr for an option without one.
+    const char* valueName;
+    const char* description;
+};
+
+inline constexpr const char* kProgramDescription =
+    "Fjolks Patience 2.0: twelve patience card games with hiscore tables.";
+
+inline constexpr Option kOptions[] = {
+    {"h", "help", nullptr, "Show this help and exit."},
+    {"v", "version", nullptr, "Show the version and exit."},
+    {nullptr, "seed", "N",
+     "Shuffle with random numbers seeded by N instead of the current time, so that a deal "
+     "can be played again exactly."},
+    {nullptr, "data-dir", "DIR",
+     "Keep window frames, player name and hiscores in DIR instead of the user's data "
+     "folder."},
+    {nullptr, "game", "N", "Deal game N (0 to 11) at once."},
+    {nullptr, "no-animation", nullptr,
+     "Start with the \"Animation\" option off: cards move at once."},
+    {nullptr, "size", "WxH", "The table's size for --snapshot, e.g. 640x480 (at most 1280x1024)."},
+    {nullptr, "snapshot", "FILE",
+     "Deal the game of --game, draw the table without a display and write it to FILE as a "
+     "PNG picture, then exit."},
+};

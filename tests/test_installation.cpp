@@ -1,0 +1,176 @@
+#include "app/CommandLine.h"
+#include "app/Hjalpfil.h"
+#include "app/Options.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QImage>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <iterator>
+
+namespace {
+
+const QString kAppId = QStringLiteral("io.github.fjolkspatience.FjolksPatience");
+
+void Skriv(const QString& fil) {
+    QVERIFY(QDir().mkpath(QFileInfo(fil).path()));
+    QFile f(fil);
+    QVERIFY(f.open(QIODevice::WriteOnly));
+    f.write("<html></html>");
+}
+
+// Installs this build under prefix as "cmake --install" does, or, with debianGames, as the
+// Debian package lays it out (the program in games/). Gives cmake's output when it fails.
+QString Installera(const QTemporaryDir& prefix, bool debianGames = false) {
+    QProcess cmake;
+    QProcessEnvironment miljo = QProcessEnvironment::systemEnvironment();
+    miljo.remove(QStringLiteral("DESTDIR"));
+    cmake.setProcessEnvironment(miljo);
+    cmake.setProcessChannelMode(QProcess::MergedChannels);
+    if (debianGames)
+        cmake.start(QStringLiteral(FJOLK_CMAKE),
+                    {QStringLiteral("-DCMAKE_INSTALL_PREFIX=") + prefix.path(),
+                     QStringLiteral("-DFJOLK_DEBIAN_GAMES=ON"), QStringLiteral("-P"),
+                     QStringLiteral(FJOLK_BUILD_DIR "/cmake_install.cmake")});
+    else
+        cmake.start(QStringLiteral(FJOLK_CMAKE),
+                    {QStringLiteral("--install"), QStringLiteral(FJOLK_BUILD_DIR),
+                     QStringLiteral("--prefix"), prefix.path()});
+    if (!cmake.waitForFinished(60000) || cmake.exitStatus() != QProcess::NormalExit ||
+        cmake.exitCode() != 0)
+        return QString::fromLocal8Bit(cmake.readAll()) + cmake.errorString();
+    return QString();
+}
+
+QByteArray Las(const QString& fil) {
+    QFile f(fil);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+} // namespace
+
+class InstallationTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void hjalpsidanBredvidProgrammetGarForst() {
+        QTemporaryDir trad;
+        Skriv(trad.filePath(QStringLiteral("bin/Help/Help.html")));
+        Skriv(trad.filePath(QStringLiteral("share/fjolkpatience/Help/Help.html")));
+        QCOMPARE(HittaHjalpFil(trad.filePath(QStringLiteral("bin"))),
+                 trad.filePath(QStringLiteral("bin/Help/Help.html")));
+    }
+
+    void hjalpsidanUnderShareHittasNarDenSaknasBredvid() {
+        QTemporaryDir trad;
+        Skriv(trad.filePath(QStringLiteral("share/fjolkpatience/Help/Help.html")));
+        QCOMPARE(HittaHjalpFil(trad.filePath(QStringLiteral("bin"))),
+                 trad.filePath(QStringLiteral("share/fjolkpatience/Help/Help.html")));
+    }
+
+    void utanHjalpsidaGesPlatsenBredvid() {
+        QTemporaryDir trad;
+        QString fil = HittaHjalpFil(trad.filePath(QStringLiteral("bin")));
+        QCOMPARE(fil, trad.filePath(QStringLiteral("bin/Help/Help.html")));
+        QVERIFY(!QFileInfo::exists(fil));
+    }
+
+    void byggmappensHjalpsidaLiggerBredvidProgrammet() {
+        const QString bygge = QStringLiteral(FJOLK_BUILD_DIR);
+        QString fil = HittaHjalpFil(bygge);
+        QCOMPARE(fil, QDir(bygge).filePath(QStringLiteral("Help/Help.html")));
+        QVERIFY(QFileInfo::exists(fil));
+    }
+
+    void installeratProgramHittarSinHjalpsida() {
+        QTemporaryDir prefix;
+        QString fel = Installera(prefix);
+        QVERIFY2(fel.isEmpty(), qPrintable(fel));
+        QDir tree(prefix.path());
+        QVERIFY(QFileInfo(tree.filePath(QStringLiteral("bin/fjolkpatience"))).isExecutable());
+        QVERIFY(!QFileInfo::exists(tree.filePath(QStringLiteral("bin/Help"))));
+        const QString hjalp = tree.filePath(QStringLiteral("share/fjolkpatience/Help/Help.html"));
+        QCOMPARE(HittaHjalpFil(tree.filePath(QStringLiteral("bin"))), hjalp);
+        QVERIFY(Las(hjalp).contains("Freecell"));
+    }
+
+    void debianpaketetsProgramIGamesHittarSinHjalpsida() {
+        QTemporaryDir prefix;
+        QString fel = Installera(prefix, true);
+        QVERIFY2(fel.isEmpty(), qPrintable(fel));
+        QDir tree(prefix.path());
+        QVERIFY(QFileInfo(tree.filePath(QStringLiteral("games/fjolkpatience"))).isExecutable());
+        QVERIFY(!QFileInfo::exists(tree.filePath(QStringLiteral("bin"))));
+        QCOMPARE(HittaHjalpFil(tree.filePath(QStringLiteral("games"))),
+                 tree.filePath(QStringLiteral("share/fjolkpatience/Help/Help.html")));
+    }
+
+    void installeratTradHarMenyposterIkonerOchManual() {
+        QTemporaryDir prefix;
+        QString fel = Installera(prefix);
+        QVERIFY2(fel.isEmpty(), qPrintable(fel));
+        QDir share(prefix.filePath(QStringLiteral("share")));
+
+        QByteArray desktop =
+            Las(share.filePath(QStringLiteral("applications/%1.desktop").arg(kAppId)));
+        QVERIFY(desktop.contains("\nExec=fjolkpatience\n"));
+        QVERIFY(desktop.contains("\nIcon=" + kAppId.toUtf8() + "\n"));
+        QVERIFY(desktop.contains("\nCategories=Game;CardGame;\n"));
+        QByteArray metainfo =
+            Las(share.filePath(QStringLiteral("metainfo/%1.metainfo.xml").arg(kAppId)));
+        QVERIFY(metainfo.contains("<id>" + kAppId.toUtf8() + "</id>"));
+        QVERIFY(metainfo.contains("<release version=\"" FJOLK_VERSION "\""));
+        for (const char* spel : {"Idioten 1", "Idioten 2", "Godnattvalsen", "Tower of Hanoi",
+                                 "Kvarnen", "Glädjespridaren", "Farfars klocka", "13-Pyramiden",
+                                 "Freecell", "Eight off", "Black hole", "Strategy"})
+            QVERIFY2(metainfo.contains(QByteArray("<li>") + spel + "</li>"), spel);
+
+        QVERIFY(QFileInfo::exists(
+            share.filePath(QStringLiteral("icons/hicolor/scalable/apps/%1.svg").arg(kAppId))));
+        for (int storlek : {16, 32, 48, 64, 128, 256}) {
+            QImage ikon(share.filePath(
+                QStringLiteral("icons/hicolor/%1x%1/apps/%2.png").arg(storlek).arg(kAppId)));
+            QCOMPARE(ikon.size(), QSize(storlek, storlek));
+            // Cards in the middle, nothing in the corners.
+            QVERIFY(qAlpha(ikon.pixel(storlek * 5 / 8, storlek / 2)) == 255);
+            QCOMPARE(qAlpha(ikon.pixel(0, 0)), 0);
+        }
+        QVERIFY(QFileInfo::exists(share.filePath(QStringLiteral("man/man6/fjolkpatience.6.gz"))));
+        QVERIFY(QFileInfo::exists(share.filePath(QStringLiteral("doc/fjolkpatience/copyright"))));
+    }
+
+    void manualenHarVarjeValIHjalpen() {
+        QByteArray manual = Las(QStringLiteral(FJOLK_BUILD_DIR "/fjolkpatience.6"));
+        QVERIFY(manual.startsWith(".TH FJOLKPATIENCE 6 "));
+        QVERIFY(manual.contains("Fjolks Patience " FJOLK_VERSION));
+        const QString hjalp =
+            ParseCommandLine({QStringLiteral("fjolkpatience"), QStringLiteral("--help")}).message;
+        // The option lines of the help: "  -h, --help", "  --seed <N>", ...
+        static const QRegularExpression valRad(
+            QStringLiteral("^  (?:-(\\w), )?--([\\w-]+)(?: <(\\w+)>)?  "),
+            QRegularExpression::MultilineOption);
+        int antal = 0;
+        for (const QRegularExpressionMatch& val : valRad.globalMatch(hjalp)) {
+            ++antal;
+            QByteArray rubrik =
+                "\\fB\\-\\-" + val.captured(2).replace('-', "\\-").toUtf8() + "\\fR";
+            if (!val.captured(1).isEmpty())
+                rubrik.prepend("\\fB\\-" + val.captured(1).toUtf8() + "\\fR, ");
+            if (!val.captured(3).isEmpty())
+                rubrik += " \\fI" + val.captured(3).toUtf8() + "\\fR";
+            QVERIFY2(manual.contains(".TP\n" + rubrik + "\n"), rubrik.constData());
+        }
+        QCOMPARE(antal, static_cast<int>(std::size(kOptions)));
+        QCOMPARE(manual.count(".TP\n"
+                              "\\fB"),
+                 antal);
+    }
+};
+
+QTEST_GUILESS_MAIN(InstallationTest)
+#include "test_installation.moc"
