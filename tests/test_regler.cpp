@@ -1,4 +1,5 @@
 #include "games/Spelfabrik.h"
+#include "support/Losare.h"
 
 #include <QTest>
 
@@ -148,6 +149,29 @@ private slots:
             }
         }
         qInfo("%d moves over %d deals, %d won positions", antalDrag, givar, vunna);
+    }
+
+    // The search the game tests win deals with: from a Freecell table with the four kings
+    // still in the columns it finds the four moves home, and they win.
+    void sokningenHittarVinstenOchDenHaller() {
+        const SpelRegler& regler = *ReglerFor(8);
+        auto bord = regler.NyttBord();
+        for (int f = 0; f < 4; ++f)
+            for (int v = 1; v <= 12; ++v)
+                bord->luckor[184 + 13 * f + v - 1].TaEmotKort(
+                    Kort(static_cast<kortfarg>(f), v, BRect()));
+        for (int f = 0; f < 4; ++f)
+            bord->luckor[22 * (2 * f)].TaEmotKort(Kort(static_cast<kortfarg>(f), 13, BRect()));
+        QVERIFY(!regler.KlarSpel(*bord));
+        auto vag = SokVinst(regler, *bord, 1000);
+        QVERIFY(vag.has_value());
+        QCOMPARE(int(vag->size()), 4);
+        for (const Drag& d : *vag)
+            regler.GorDrag(*bord, d, nullptr);
+        QVERIFY(regler.KlarSpel(*bord));
+        // With nothing to move there is nothing to find.
+        auto tomt = regler.NyttBord();
+        QVERIFY(!SokVinst(regler, *tomt, 1000).has_value());
     }
 };
 
