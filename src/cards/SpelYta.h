@@ -11,6 +11,8 @@ class QImage;
 // implements it, and games and the framework speak only to it.
 class SpelYta {
 public:
+    virtual ~SpelYta() = default;
+
     // The table's area, from (0, 0).
     virtual BRect Bounds() const = 0;
     // The pointer as the gesture under way resolved it, and the buttons: 1 while cards
@@ -30,7 +32,4 @@ public:
     virtual void InvalidateOffscreen() = 0;
     // The player's name as it was when the game was started, at most 19 characters.
     virtual const char* SpelarNamn() const = 0;
-
-protected:
-    ~SpelYta() = default;
 };
