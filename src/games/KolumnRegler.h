@@ -140,6 +140,17 @@ int Angra(Stallning& bord, Flygledare* flyg);
 bool KlarSpel(Stallning& bord);
 HiscoreResultat Resultat(const Stallning& bord);
 
+// The rules of the column game whose plan `PlanFor` gives.
+template <const Plan& (*PlanFor)()> void SkapaMed(Stallning& bord) {
+    bord.plan = &PlanFor();
+    Skapa(bord);
+}
+template <const Plan& (*PlanFor)()> const SpelRegler& ReglerMed() {
+    static const ReglerAv<Stallning> regler(
+        {SkapaMed<PlanFor>, LaggUtLeken, DelaUt, LagligaDrag, GorDrag, Angra, KlarSpel, Resultat});
+    return regler;
+}
+
 // The moves of a single card and of a run dropped at `q`, as the gestures make them;
 // std::nullopt when nothing moves.
 std::optional<Drag> KlickDrag(const Stallning& bord, int traff);
