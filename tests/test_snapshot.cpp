@@ -30,7 +30,7 @@ private slots:
 
     void spelSomInteFinnsGerFelkod() {
         QTemporaryDir dir;
-        QCOMPARE(SparaBild(11, 640, 480, dir.filePath(QStringLiteral("x.png")).toStdString()), 1);
+        QCOMPARE(SparaBild(12, 640, 480, dir.filePath(QStringLiteral("x.png")).toStdString()), 1);
     }
 
     void filSomInteKanSkrivasGerFelkod() {

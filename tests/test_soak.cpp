@@ -59,9 +59,40 @@ std::function<bool(const std::vector<Lucka>&)> KungarPa(int forstaGrund) {
     };
 }
 
+// Godnattvalsen: stock and piles empty, a king at the top of each value-built foundation.
+bool GodnattvalsenVunnen(const std::vector<Lucka>& luckor) {
+    for (int c = 0; c < 4; ++c) {
+        const Lucka& kung = luckor[28 * c + 12];
+        if (kung.Tom() || kung.GeKort().KortValor() != 13 || !luckor[28 * c + 14].Tom())
+            return false;
+    }
+    return luckor[112].Tom();
+}
+
+// Tower of Hanoi: nine slots in a row, 9 down to the ace.
+bool TowerVunnen(const std::vector<Lucka>& luckor) {
+    for (int i = 0; i <= 26; ++i) {
+        int k = 0;
+        while (k < 9 && !luckor[i + k].Tom() && luckor[i + k].GeKort().KortValor() == 9 - k)
+            ++k;
+        if (k == 9)
+            return true;
+    }
+    return false;
+}
+
+// Strategy: all 52 cards on the foundations' slots.
+bool StrategyVunnen(const std::vector<Lucka>& luckor) {
+    int hemma = 0;
+    for (int i = 424; i <= 635; ++i)
+        hemma += luckor[i].Tom() ? 0 : 1;
+    return hemma == 52;
+}
+
 const std::map<int, std::function<bool(const std::vector<Lucka>&)>>& VunnetFor() {
     static const std::map<int, std::function<bool(const std::vector<Lucka>&)>> tabell = {
-        {0, IdiotenVunnen}, {8, KungarPa(184)}, {9, KungarPa(192)}};
+        {0, IdiotenVunnen}, {2, GodnattvalsenVunnen}, {3, TowerVunnen},
+        {8, KungarPa(184)}, {9, KungarPa(192)},       {11, StrategyVunnen}};
     return tabell;
 }
 

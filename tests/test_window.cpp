@@ -2,6 +2,7 @@
 #include "app/FjolkView.h"
 #include "app/FjolkWin.h"
 #include "cards/Hiscore.h"
+#include "games/Spelfabrik.h"
 #include "platform/Meddelande.h"
 #include "platform/QtGeometry.h"
 #include "support/Gester.h"
@@ -181,8 +182,13 @@ private slots:
     }
 
     void spelSomInteFinnsAnnuLamnarValkomstskarmen() {
+        int saknat = 0;
+        while (saknat < kAntalSpel && SpelFinns(saknat))
+            ++saknat;
+        if (saknat == kAntalSpel)
+            QSKIP("every game of the list is built");
         Korning k;
-        k.Posta(kStartaSpel0 + 11);
+        k.Posta(kStartaSpel0 + saknat);
         QVERIFY(!k.win->VisarSpel());
         QVERIFY(k.win->ValkomstVy()->isVisible());
     }

@@ -8,6 +8,12 @@
 // What the games ask of their slots, written once: a pile is a run of consecutive slots
 // whose top card is the last filled one.
 
+// A slot's rectangle from whole pixels.
+inline BRect HeltalsRuta(int left, int top, int right, int bottom) {
+    return BRect(static_cast<float>(left), static_cast<float>(top), static_cast<float>(right),
+                 static_cast<float>(bottom));
+}
+
 // Slot `i` exists and holds a card / exists and is empty.
 inline bool Fylld(const std::vector<Lucka>& luckor, int i) {
     return i >= 0 && i < static_cast<int>(luckor.size()) && !luckor[i].Tom();

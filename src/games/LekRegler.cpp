@@ -8,8 +8,10 @@ int Lek::Topp(const std::vector<Lucka>& luckor) const {
     return LekTopp(luckor, forsta, sista);
 }
 
-void GeFranLeken(SpelBord& bord, const Lek& lek, const std::vector<int>& mal, Flygledare* flyg,
-                 int steg) {
+namespace {
+
+void Ge(SpelBord& bord, const Lek& lek, const std::vector<int>& mal, Flygledare* flyg, int steg,
+        bool spara) {
     for (int till : mal) {
         int topp = lek.Topp(bord.luckor);
         if (topp < 0)
@@ -17,8 +19,21 @@ void GeFranLeken(SpelBord& bord, const Lek& lek, const std::vector<int>& mal, Fl
         if (flyg)
             flyg->FlygKort(topp, till, steg);
         Flytta(bord.luckor, topp, till);
-        bord.undoLista.emplace_back(kFranLeken, till);
+        if (spara)
+            bord.undoLista.emplace_back(kFranLeken, till);
     }
+}
+
+} // namespace
+
+void GeFranLeken(SpelBord& bord, const Lek& lek, const std::vector<int>& mal, Flygledare* flyg,
+                 int steg) {
+    Ge(bord, lek, mal, flyg, steg, true);
+}
+
+void DelaFranLeken(SpelBord& bord, const Lek& lek, const std::vector<int>& mal, Flygledare* flyg,
+                   int steg) {
+    Ge(bord, lek, mal, flyg, steg, false);
 }
 
 void AngraFranLeken(SpelBord& bord, const Lek& lek, int antal, Flygledare* flyg, int steg) {

@@ -26,6 +26,10 @@ struct Lek {
 void GeFranLeken(SpelBord& bord, const Lek& lek, const std::vector<int>& mal, Flygledare* flyg,
                  int steg);
 
+// Deals the stock's top card to each slot of `mal` in turn, as a deal does, with no records.
+void DelaFranLeken(SpelBord& bord, const Lek& lek, const std::vector<int>& mal, Flygledare* flyg,
+                   int steg);
+
 // Takes back the newest `antal` records, each (kFranLeken, slot): each card returns to the
 // slot above the stock's top. The caller has checked that they are such records.
 void AngraFranLeken(SpelBord& bord, const Lek& lek, int antal, Flygledare* flyg, int steg);

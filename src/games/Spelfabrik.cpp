@@ -4,8 +4,14 @@
 #include "games/EightoffRegler.h"
 #include "games/Freecell.h"
 #include "games/FreecellRegler.h"
+#include "games/Godnattvalsen.h"
+#include "games/GodnattvalsenRegler.h"
 #include "games/Idioten.h"
 #include "games/IdiotenRegler.h"
+#include "games/Strategy.h"
+#include "games/StrategyRegler.h"
+#include "games/Tower.h"
+#include "games/TowerRegler.h"
 
 namespace {
 
@@ -27,8 +33,8 @@ struct Spelet {
 const Spelet kSpelen[kAntalSpel] = {
     {"Idioten 1", "Idioten", &Skapa<Idioten>, &IdiotenRegler::Regler},
     {"Idioten 2", "Idioten 2", nullptr, nullptr},
-    {"Godnattvalsen", "Godnattvalsen", nullptr, nullptr},
-    {"Tower of Hanoi", "Tower of Hanoi", nullptr, nullptr},
+    {"Godnattvalsen", "Godnattvalsen", &Skapa<Godnattvalsen>, &GodnattvalsenRegler::Regler},
+    {"Tower of Hanoi", "Tower of Hanoi", &Skapa<Tower>, &TowerRegler::Regler},
     {"Kvarnen", "Kvarnen", nullptr, nullptr},
     {"Glädjespridaren", "Glädjespridaren", nullptr, nullptr},
     {"Farfars klocka", "Farfars Klocka", nullptr, nullptr},
@@ -36,7 +42,7 @@ const Spelet kSpelen[kAntalSpel] = {
     {"Freecell", "Freecell", &Skapa<Freecell>, &FreecellRegler::Regler},
     {"Eight off", "Eight off", &Skapa<Eightoff>, &EightoffRegler::Regler},
     {"Black hole", "Black hole", nullptr, nullptr},
-    {"Strategy", "Strategy", nullptr, nullptr},
+    {"Strategy", "Strategy", &Skapa<Strategy>, &StrategyRegler::Regler},
 };
 
 bool Giltigt(int spelNr) {

@@ -1,0 +1,217 @@
+#include "games/GodnattvalsenRegler.h"
+
+#include "cards/Flyttar.h"
+#include "cards/Luckor.h"
+
+#include <algorithm>
+
+namespace GodnattvalsenRegler {
+
+namespace {
+
+constexpr int kMellanrum = 5;
+constexpr int kMinsta = 70;
+// The stock's area reaches down over the 2-pixel steps of the 44 cards left after the deal.
+constexpr float kLekFall = 86.0f;
+
+int SistaI(int i) {
+    int kolumn = i / kPerKolumn;
+    return IGrunden(i) ? HogBas(kolumn) - 1 : GrundBas(kolumn) + kPerKolumn - 1;
+}
+
+} // namespace
+
+Utlagg RaknaUtLuckor(std::vector<Lucka>& luckor, BRect bounds) {
+    const int m = kMellanrum;
+    Utlagg u;
+    u.h = std::max(static_cast<int>(bounds.Height() - 40.0f) / 8, kMinsta);
+    u.w = std::max(static_cast<int>((static_cast<double>(bounds.Width()) - 4 * m) / 5.5), kMinsta);
+    const int cw = u.w;
+    const int ch = u.h;
+    const int su = cw + m;
+    const int sv = ch + m;
+    for (int c = 0; c < kKolumner; ++c) {
+        const int left = c * su;
+        for (int k = 0; k < kGrundPlatser; ++k) {
+            const int top = m + 2 * k;
+            luckor[GrundBas(c) + k].NyPos(HeltalsRuta(left, top, left + cw, top + ch));
+        }
+        for (int k = kGrundPlatser; k < kPerKolumn; ++k) {
+            const int top = m + sv + 2 * k + 30 * (k - kGrundPlatser);
+            luckor[GrundBas(c) + k].NyPos(HeltalsRuta(left, top, left + cw, top + ch));
+        }
+    }
+    for (int i = 0; i <= kSistaLek - kForstaLek; ++i) {
+        const int left = 4 * su + m;
+        const int top = ch + 2 * m + 2 * i;
+        luckor[kForstaLek + i].NyPos(HeltalsRuta(left, top, left + cw, top + ch));
+    }
+    const BRect bas = luckor[kForstaLek].GePos();
+    u.lekRuta = BRect(bas.left, bas.top, bas.left + static_cast<float>(cw), bas.bottom + kLekFall);
+    return u;
+}
+
+int Traff(const std::vector<Lucka>& luckor, BPoint p) {
+    return TraffMedBand(luckor, 0, kForstaLek - 1, p, kRemsa);
+}
+
+int ToppFor(const std::vector<Lucka>& luckor, int i) {
+    const int sista = SistaI(i);
+    while (i < sista && Fylld(luckor, i + 1))
+        ++i;
+    return i;
+}
+
+bool Tar(const std::vector<Lucka>& luckor, int t, const Kort& kort) {
+    return IGrunden(t) && Topp(luckor, t) && kort.KortValor() == luckor[t].GeKort().KortValor() + 1;
+}
+
+int KlickMal(const std::vector<Lucka>& luckor, const Kort& kort) {
+    for (int t = 0; t < kForstaLek; ++t)
+        if (Tar(luckor, t, kort))
+            return t + 1;
+    return -1;
+}
+
+int DropMal(const std::vector<Lucka>& luckor, const Kort& kort, BPoint q) {
+    for (int t = 0; t < kForstaLek; ++t)
+        if (IGrunden(t) && luckor[t].GePos().Contains(q) && Tar(luckor, t, kort))
+            return t + 1;
+    return -1;
+}
+
+bool LekKlick(const Stallning& bord, BPoint p) {
+    return bord.lekKlickRuta.Contains(p) && !kLeken.Tom(bord.luckor);
+}
+
+std::optional<Drag> KlickDrag(const Stallning& bord, BPoint p) {
+    int traff = Traff(bord.luckor, p);
+    if (traff >= 0 && ToppFor(bord.luckor, traff) == traff) {
+        int till = KlickMal(bord.luckor, bord.luckor[traff].GeKort());
+        if (till >= 0)
+            return KortDrag(traff, till);
+    }
+    if (LekKlick(bord, p))
+        return KnappDrag();
+    return std::nullopt;
+}
+
+std::optional<Drag> DropDrag(const Stallning& bord, BPoint p, BPoint q) {
+    int traff = Traff(bord.luckor, p);
+    if (traff >= 0) {
+        // A run of two or more goes back where it was.
+        if (ToppFor(bord.luckor, traff) != traff)
+            return std::nullopt;
+        int till = DropMal(bord.luckor, bord.luckor[traff].GeKort(), q);
+        if (till < 0)
+            return std::nullopt;
+        return KortDrag(traff, till);
+    }
+    if (LekKlick(bord, p))
+        return KnappDrag();
+    return std::nullopt;
+}
+
+void Skapa(Stallning& bord) {
+    bord.luckor.clear();
+    bord.luckor.reserve(kAntalLuckor);
+    for (int i = 0; i < kAntalLuckor; ++i)
+        bord.luckor.emplace_back(BRect(0, 0, 0, 0), i >= kForstaLek);
+    bord.antalUndo = 0;
+}
+
+void LaggUtLeken(Stallning& bord) {
+    for (Lucka& lucka : bord.luckor)
+        lucka.TaBortKort();
+    bord.undoLista.clear();
+    bord.kortlek.NyKortlek();
+    bord.kortlek.Blanda();
+    // The aces lie on top of the stock, the first one taken out lowest.
+    for (int i = kSistaLek - 3; i <= kSistaLek; ++i)
+        bord.luckor[i].TaEmotKort(bord.kortlek.GeEss());
+    for (int i = kForstaLek; i < kSistaLek - 3; ++i)
+        bord.luckor[i].TaEmotKort(bord.kortlek.GeKort());
+}
+
+void DelaUt(Stallning& bord, Flygledare* flyg) {
+    // The aces to the foundations, then a card to each pile.
+    std::vector<int> mal;
+    for (int r = 0; r < 2; ++r)
+        for (int c = 0; c < kKolumner; ++c)
+            mal.push_back(GrundBas(c) + kGrundPlatser * r);
+    LekRegler::DelaFranLeken(bord, kLeken, mal, flyg, kGivSteg);
+}
+
+std::vector<Drag> LagligaDrag(const Stallning& bord) {
+    const std::vector<Lucka>& luckor = bord.luckor;
+    std::vector<int> toppar;
+    for (int c = 0; c < kKolumner; ++c)
+        for (int bas : {GrundBas(c), HogBas(c)})
+            if (Fylld(luckor, bas))
+                toppar.push_back(ToppFor(luckor, bas));
+    std::vector<Drag> drag;
+    for (int fran : toppar)
+        for (int t : toppar)
+            if (Tar(luckor, t, luckor[fran].GeKort()))
+                drag.push_back(KortDrag(fran, t + 1));
+    if (!kLeken.Tom(luckor))
+        drag.push_back(KnappDrag());
+    return drag;
+}
+
+void GorDrag(Stallning& bord, const Drag& drag, Flygledare* flyg) {
+    if (drag.slag == DragSlag::Knapp) {
+        int topp = kLeken.Topp(bord.luckor);
+        if (topp < 0)
+            return;
+        // What a click still deals from ends at the card that will then be on top.
+        int t = topp - kForstaLek;
+        bord.lekKlickRuta.bottom = bord.lekRuta.bottom - static_cast<float>(2 * (47 - t));
+        std::vector<int> mal;
+        for (int c = 0; c < kKolumner; ++c)
+            mal.push_back(ForstaTomma(bord.luckor, HogBas(c), GrundBas(c) + kPerKolumn - 1));
+        LekRegler::GeFranLeken(bord, kLeken, mal, flyg, kLekSteg);
+        return;
+    }
+    FlyttaOchSpara(bord, drag.fran, drag.till, flyg, kFlyttSteg);
+}
+
+int Angra(Stallning& bord, Flygledare* flyg) {
+    if (bord.undoLista.empty())
+        return 0;
+    if (bord.undoLista.back().first == LekRegler::kFranLeken) {
+        // A stock click's four cards go back together, and count as four undos.
+        bord.antalUndo += 4;
+        LekRegler::AngraFranLeken(bord, kLeken, 4, flyg, kAngraSteg);
+    } else {
+        AngraSenaste(bord, flyg, kAngraSteg);
+    }
+    return static_cast<int>(bord.undoLista.size());
+}
+
+bool KlarSpel(Stallning& bord) {
+    const std::vector<Lucka>& luckor = bord.luckor;
+    if (!luckor[kForstaLek].Tom())
+        return false;
+    for (int c = 0; c < kKolumner; ++c) {
+        const Lucka& kung = luckor[GrundBas(c) + 12];
+        if (kung.Tom() || kung.GeKort().KortValor() != 13 || !luckor[HogBas(c)].Tom())
+            return false;
+    }
+    return true;
+}
+
+HiscoreResultat Resultat(const Stallning& bord) {
+    int kort = 0;
+    for (int c = 0; c < kKolumner; ++c)
+        kort += AntalFyllda(bord.luckor, GrundBas(c), HogBas(c) - 1);
+    return HiscoreResultat{kort, 1};
+}
+
+const SpelRegler& Regler() {
+    static const ReglerAv<Stallning> regler(
+        {Skapa, LaggUtLeken, DelaUt, LagligaDrag, GorDrag, Angra, KlarSpel, Resultat});
+    return regler;
+}
+
+} // namespace GodnattvalsenRegler

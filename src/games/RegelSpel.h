@@ -1,0 +1,106 @@
+#pragma once
+
+#include "cards/Drag.h"
+#include "cards/Hiscore.h"
+#include "cards/KortSpel.h"
+#include "cards/Lucka.h"
+
+#include <vector>
+
+// What a game whose rules decide everything does the same way as the next: deal, recount,
+// undo with flights, and enter its result. A game gives its layout, its drawing, its
+// gestures and its flights.
+template <typename B> class RegelSpel : public PatiensPa<B>, protected Flygledare {
+public:
+    RegelSpel(SpelYta* view, bool animeraKort) {
+        this->vy = view;
+        this->animera = animeraKort;
+    }
+
+    void NyttSpel(BRect bounds) override {
+        this->Regler().LaggUtLeken(this->bord);
+        this->OmRaknaLuckaKort(bounds);
+        DelaUtKort();
+        KlarSpel();
+        this->VisaNyttSpel();
+    }
+    bool KlarSpel() override { return this->Regler().KlarSpel(this->bord); }
+    // The table is shown before the first card leaves the stock, and again when all lie.
+    void DelaUtKort() override {
+        this->RitaBordet();
+        this->Regler().DelaUt(this->bord, Flyg());
+        this->RitaBordet();
+    }
+    void BlandaKort() override { this->bord.kortlek.Blanda(); }
+    void SpelKnapp(BPoint) override {}
+    void NyttForsok() override {}
+    int Undo() override {
+        if (this->bord.undoLista.empty())
+            return 0;
+        int kvar = this->Regler().Angra(this->bord, Flyg());
+        this->vy->InvalidateOffscreen();
+        return kvar;
+    }
+    bool Has_Undos() override { return !this->bord.undoLista.empty(); }
+    int AddHiscore() override {
+        return ::AddHiscore(this->SpelNummer(), this->Regler().Resultat(this->bord),
+                            this->bord.antalUndo, this->vy->SpelarNamn(), this->startTid);
+    }
+    // Only a single card is put down; it goes where the rules say, without a flight.
+    void Drop(SpelYta* view, int /*target*/) override {
+        std::vector<int> valda;
+        valda.swap(this->valdaLuckor);
+        if (valda.size() != 1)
+            return;
+        BPoint q;
+        uint32_t knappar = 0;
+        view->GetMouse(&q, &knappar);
+        int till = DropMalFor(valda.front(), q);
+        if (till >= 0)
+            Gor(KortDrag(valda.front(), till), false);
+    }
+
+protected:
+    // The flights' guide while animations are on.
+    Flygledare* Flyg() { return this->animera ? this : nullptr; }
+    void FlygRad(int, int, int, int) override {}
+    // Makes a move the rules made of a gesture, the card flying when `flyga` says so.
+    void Gor(const Drag& drag, bool flyga) {
+        this->Regler().GorDrag(this->bord, drag, flyga ? Flyg() : nullptr);
+    }
+    // Where the card of slot `lucka` dropped at `q` goes; -1: nowhere.
+    virtual int DropMalFor(int lucka, BPoint q) const = 0;
+};
+
+// A game in which a press lifts the card under the pointer with every card above it on its
+// pile, and the cards stay where they lie while their picture is carried; a click sends a
+// top card alone where the rules say, and a drop puts down a single card only.
+template <typename B> class LyftSpel : public RegelSpel<B> {
+public:
+    using RegelSpel<B>::RegelSpel;
+
+    bool FlyttaKort(SpelYta* view, BPoint where) override {
+        int traff = Traffad(where);
+        if (traff < 0)
+            return false;
+        int topp = ToppAv(traff);
+        this->valdaLuckor.clear();
+        for (int i = traff; i <= topp; ++i)
+            this->valdaLuckor.push_back(i);
+        if (this->VantaPaAvsikt(view, where) == Patiens::Avsikt::Klick) {
+            int till = traff == topp ? KlickMalFor(traff) : -1;
+            if (till >= 0)
+                this->Gor(KortDrag(traff, till), true);
+            return false;
+        }
+        this->ByggDragBild(this->bord.luckor, this->valdaLuckor, where);
+        return true;
+    }
+
+protected:
+    // The slot a press at `p` picks up (-1: none), and the top of its pile.
+    virtual int Traffad(BPoint p) const = 0;
+    virtual int ToppAv(int lucka) const = 0;
+    // Where a click sends the top card of slot `lucka`; -1: nowhere.
+    virtual int KlickMalFor(int lucka) const = 0;
+};

@@ -1,0 +1,203 @@
+#include "games/StrategyRegler.h"
+
+#include "cards/Flyttar.h"
+#include "cards/Luckor.h"
+
+namespace StrategyRegler {
+
+using KolumnRegler::Rutnat;
+
+namespace {
+
+int HogBas(int c) {
+    return kPerHog * c;
+}
+
+// Where the foundation of slot j takes `kort`, testing j alone.
+int GrundMalVid(const std::vector<Lucka>& luckor, int j, const Kort& kort) {
+    if (kort.KortValor() == 1)
+        return luckor[j].Tom() && j % kPerHog == 0 ? j : -1;
+    if (Fylld(luckor, j) && luckor[j].GeKort().KortFarg() == kort.KortFarg() &&
+        luckor[j].GeKort().KortValor() == kort.KortValor() - 1 && TomLucka(luckor, j + 1))
+        return j + 1;
+    return -1;
+}
+
+} // namespace
+
+Rutnat RaknaUtLuckor(std::vector<Lucka>& luckor, BRect ram) {
+    Rutnat r = KolumnRegler::KolumnRutnat(ram);
+    for (int c = 0; c < kHogar; ++c)
+        for (int p = 0; p < kPerHog; ++p)
+            luckor[HogBas(c) + p].NyPos(r.Ruta(c, 30 * p + r.h + 2 * r.m));
+    for (int f = 0; f < 4; ++f)
+        for (int k = 0; k < kPerHog; ++k)
+            luckor[kForstaGrund + kPerHog * f + k].NyPos(r.Ruta(f + 1, r.m));
+    for (int k = 0; k <= kSistaLek - kForstaLek; ++k) {
+        BRect ruta = r.Ruta(5, r.m);
+        ruta.left += static_cast<float>(3 * k);
+        ruta.right += static_cast<float>(3 * k);
+        luckor[kForstaLek + k].NyPos(ruta);
+    }
+    return r;
+}
+
+int LekensTopp(const std::vector<Lucka>& luckor) {
+    return LekTopp(luckor, kForstaLek, kSistaLek);
+}
+
+int Traff(const std::vector<Lucka>& luckor, BPoint p) {
+    if (LekensTopp(luckor) >= 0) {
+        for (int i = 0; i < kAntalLuckor; ++i)
+            if (luckor[i].GePos().Contains(p))
+                return i;
+        return -1;
+    }
+    for (int i = 0; i < kForstaGrund; ++i)
+        if (luckor[i].GePos().Contains(p) && Topp(luckor, i))
+            return i;
+    return -1;
+}
+
+int GrundMal(const std::vector<Lucka>& luckor, const Kort& kort) {
+    for (int j = kForstaGrund; j <= kSistaGrund; ++j)
+        if (int mal = GrundMalVid(luckor, j, kort); mal >= 0)
+            return mal;
+    return -1;
+}
+
+int DropMal(const std::vector<Lucka>& luckor, const Kort& kort, BPoint q) {
+    if (LekensTopp(luckor) >= 0 && kort.KortValor() != 1)
+        return -1;
+    for (int j = kForstaGrund; j <= kSistaGrund; ++j) {
+        if (!Forlangd(luckor[j].GePos(), kDropForlangning).Contains(q))
+            continue;
+        if (int mal = GrundMalVid(luckor, j, kort); mal >= 0)
+            return mal;
+    }
+    return -1;
+}
+
+std::optional<Drag> KlickDrag(const Stallning& bord, BPoint p) {
+    const std::vector<Lucka>& luckor = bord.luckor;
+    int traff = Traff(luckor, p);
+    if (traff < 0)
+        return std::nullopt;
+    int lek = LekensTopp(luckor);
+    if (lek < 0) {
+        int till = GrundMal(luckor, luckor[traff].GeKort());
+        if (till < 0)
+            return std::nullopt;
+        return KortDrag(traff, till);
+    }
+    // The stock's card goes onto the pile clicked, wherever on its column.
+    int hog = traff / kPerHog;
+    if (traff >= kForstaLek)
+        return std::nullopt;
+    int till = ForstaTomma(luckor, HogBas(hog), HogBas(hog) + kPerHog - 1);
+    if (till < 0)
+        return std::nullopt;
+    if (IGrunden(till) && (till != HogBas(hog) || luckor[lek].GeKort().KortValor() != 1))
+        return std::nullopt;
+    return KortDrag(lek, till);
+}
+
+int LyftVid(const std::vector<Lucka>& luckor, BPoint p) {
+    int traff = Traff(luckor, p);
+    if (traff < 0)
+        return -1;
+    int lek = LekensTopp(luckor);
+    if (lek < 0)
+        return traff;
+    return luckor[lek].GePos().Contains(p) ? lek : -1;
+}
+
+std::optional<Drag> DropDrag(const Stallning& bord, BPoint p, BPoint q) {
+    int fran = LyftVid(bord.luckor, p);
+    if (fran < 0)
+        return std::nullopt;
+    int till = DropMal(bord.luckor, bord.luckor[fran].GeKort(), q);
+    if (till < 0)
+        return std::nullopt;
+    return KortDrag(fran, till);
+}
+
+void Skapa(Stallning& bord) {
+    bord.luckor.assign(kAntalLuckor, Lucka(BRect(0, 0, 0, 0), false));
+}
+
+void LaggUtLeken(Stallning& bord) {
+    for (Lucka& lucka : bord.luckor)
+        lucka.TaBortKort();
+    bord.kortHemma = 0;
+    bord.antalUndo = 0;
+    bord.forsok = 1;
+    bord.undoLista.clear();
+    bord.kortlek.NyKortlek();
+    bord.kortlek.Blanda();
+    for (int i = kForstaLek; i < kSistaLek; ++i)
+        bord.luckor[i].TaEmotKort(bord.kortlek.GeKort());
+}
+
+void DelaUt(Stallning&, Flygledare*) {}
+
+std::vector<Drag> LagligaDrag(const Stallning& bord) {
+    const std::vector<Lucka>& luckor = bord.luckor;
+    std::vector<Drag> drag;
+    int lek = LekensTopp(luckor);
+    if (lek >= 0) {
+        for (int c = 0; c < kHogar; ++c)
+            if (int till = ForstaTomma(luckor, HogBas(c), HogBas(c) + kPerHog - 1); till >= 0)
+                drag.push_back(KortDrag(lek, till));
+        if (luckor[lek].GeKort().KortValor() == 1)
+            for (int bas = kForstaGrund; bas < kForstaLek; bas += kPerHog)
+                if (luckor[bas].Tom())
+                    drag.push_back(KortDrag(lek, bas));
+        return drag;
+    }
+    for (int fran = 0; fran < kForstaGrund; ++fran) {
+        if (!Topp(luckor, fran))
+            continue;
+        const Kort& kort = luckor[fran].GeKort();
+        // A click goes to the first foundation that takes the card, a drop to any.
+        for (int bas = kForstaGrund; bas < kForstaLek; bas += kPerHog)
+            for (int j = bas; j < bas + kPerHog; ++j)
+                if (int till = GrundMalVid(luckor, j, kort); till >= 0) {
+                    drag.push_back(KortDrag(fran, till));
+                    break;
+                }
+    }
+    return drag;
+}
+
+void GorDrag(Stallning& bord, const Drag& drag, Flygledare* flyg) {
+    if (drag.slag != DragSlag::Kort)
+        return;
+    FlyttaOchSpara(bord, drag.fran, drag.till, flyg, kFlyttSteg);
+    KlarSpel(bord);
+}
+
+int Angra(Stallning& bord, Flygledare* flyg) {
+    if (bord.undoLista.empty())
+        return 0;
+    AngraSenaste(bord, flyg, kAngraSteg);
+    KlarSpel(bord);
+    return static_cast<int>(bord.undoLista.size());
+}
+
+bool KlarSpel(Stallning& bord) {
+    bord.kortHemma = AntalFyllda(bord.luckor, kForstaGrund, kSistaGrund);
+    return bord.kortHemma == kVunnet;
+}
+
+HiscoreResultat Resultat(const Stallning& bord) {
+    return HiscoreResultat{bord.kortHemma, bord.forsok};
+}
+
+const SpelRegler& Regler() {
+    static const ReglerAv<Stallning> regler(
+        {Skapa, LaggUtLeken, DelaUt, LagligaDrag, GorDrag, Angra, KlarSpel, Resultat});
+    return regler;
+}
+
+} // namespace StrategyRegler

@@ -1,0 +1,401 @@
+#include "app/FjolkView.h"
+#include "cards/Hiscore.h"
+#include "cards/Kortlek.h"
+#include "cards/Luckor.h"
+#include "games/Godnattvalsen.h"
+#include "games/GodnattvalsenRegler.h"
+#include "platform/AttributeStore.h"
+#include "platform/QtGeometry.h"
+#include "support/Brevlada.h"
+#include "support/Gester.h"
+#include "support/Losare.h"
+#include "support/SpelVy.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+#include <cstdlib>
+#include <string>
+#include <utility>
+#include <vector>
+
+using namespace GodnattvalsenRegler;
+
+namespace {
+
+constexpr unsigned kFro = 3;
+// A deal the search below wins.
+constexpr unsigned kVinstFro = 189;
+
+struct Bord : SpelVy<Godnattvalsen> {
+    explicit Bord(unsigned fro = kFro, int bredd = 640, int hojd = 480, bool animera = false)
+        : SpelVy(2, fro, bredd, hojd, animera) {}
+    const Stallning& S() { return spel->Bordet(); }
+    // A point on the stock that every click leaves inside the part it deals from.
+    BPoint Leken() { return BPoint(S().lekRuta.left + 20, S().lekRuta.top + 10); }
+    // An ace on each foundation base, suits 0..3 from the left.
+    void Ess() {
+        for (int c = 0; c < kKolumner; ++c)
+            Lagg(GrundBas(c), static_cast<kortfarg>(c), 1);
+    }
+};
+
+// Moving a card between foundations never changes which values lie on top, so the search
+// tells tables apart by the piles, the stock and the foundations' top values, and tries
+// the piles' cards before the stock.
+std::string SokNyckel(const SpelBord& bord) {
+    std::string nyckel;
+    std::vector<int> toppar;
+    for (int c = 0; c < kKolumner; ++c) {
+        int topp = -1;
+        for (int i = GrundBas(c); i < HogBas(c); ++i)
+            if (!bord.luckor[i].Tom())
+                topp = bord.luckor[i].GeKort().KortValor();
+        toppar.push_back(topp);
+        for (int i = HogBas(c); i < GrundBas(c) + kPerKolumn; ++i) {
+            const Lucka& l = bord.luckor[i];
+            nyckel.push_back(l.Tom() ? '\0'
+                                     : static_cast<char>(1 + 13 * l.GeKort().KortFarg() +
+                                                         l.GeKort().KortValor()));
+        }
+    }
+    std::sort(toppar.begin(), toppar.end());
+    for (int t : toppar)
+        nyckel.push_back(static_cast<char>(t + 2));
+    nyckel.push_back(static_cast<char>(AntalFyllda(bord.luckor, kForstaLek, kSistaLek)));
+    return nyckel;
+}
+
+void SokOrdning(const SpelBord&, std::vector<Drag>& dragen) {
+    std::vector<Drag> ordning;
+    for (const Drag& d : dragen)
+        if (d.slag == DragSlag::Kort && IHogen(d.fran))
+            ordning.push_back(d);
+    for (const Drag& d : dragen)
+        if (d.slag == DragSlag::Knapp)
+            ordning.push_back(d);
+    dragen = ordning;
+}
+
+} // namespace
+
+class TestGodnattvalsen : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir dataMapp;
+
+private slots:
+    void initTestCase() {
+        QVERIFY(dataMapp.isValid());
+        AttributeStore::SetDataDirectory(dataMapp.path().toStdString());
+        Bord b;
+        QVERIFY(b.spel != nullptr);
+        QCOMPARE(b.spel->SpelNummer(), 2);
+        QCOMPARE(static_cast<int>(b.L().size()), 164);
+        for (int i = 0; i < 164; ++i)
+            QCOMPARE(b.L()[i].BakSida(), i >= 112);
+    }
+
+    void utlaggVid640x480() {
+        std::vector<Lucka> l(kAntalLuckor, Lucka(BRect(0, 0, 0, 0), false));
+        // ch = (479 - 40) / 8 = 54, raised to 70; cw = (639 - 20) / 5.5 = 112; u = 117, v = 75.
+        Utlagg u = RaknaUtLuckor(l, BRect(0, 0, 639, 479));
+        QCOMPARE(u.w, 112);
+        QCOMPARE(u.h, 70);
+        QCOMPARE(l[0].GePos(), BRect(0, 5, 112, 75));
+        QCOMPARE(l[13].GePos(), BRect(0, 31, 112, 101));
+        QCOMPARE(l[28].GePos(), BRect(117, 5, 229, 75));
+        QCOMPARE(l[14].GePos(), BRect(0, 108, 112, 178));
+        QCOMPARE(l[15].GePos(), BRect(0, 140, 112, 210));
+        QCOMPARE(l[111].GePos(), BRect(351, 524, 463, 594));
+        QCOMPARE(l[112].GePos(), BRect(473, 80, 585, 150));
+        QCOMPARE(l[163].GePos(), BRect(473, 182, 585, 252));
+        QCOMPARE(u.lekRuta, BRect(473, 80, 585, 236));
+    }
+
+    void utlaggVid1280x1024() {
+        std::vector<Lucka> l(kAntalLuckor, Lucka(BRect(0, 0, 0, 0), false));
+        // ch = 983 / 8 = 122; cw = 1259 / 5.5 = 228; u = 233, v = 127.
+        Utlagg u = RaknaUtLuckor(l, BRect(0, 0, 1279, 1023));
+        QCOMPARE(u.w, 228);
+        QCOMPARE(u.h, 122);
+        QCOMPARE(l[14].GePos(), BRect(0, 160, 228, 282));
+        QCOMPARE(l[84].GePos(), BRect(699, 5, 927, 127));
+        QCOMPARE(l[97].GePos(), BRect(699, 31, 927, 153));
+        QCOMPARE(l[99].GePos(), BRect(699, 192, 927, 314));
+        QCOMPARE(l[112].GePos(), BRect(937, 132, 1165, 254));
+        QCOMPARE(u.lekRuta, BRect(937, 132, 1165, 340));
+        Bord b(kFro, 1280, 1024);
+        QCOMPARE(b.S().lekKlickRuta, b.S().lekRuta);
+    }
+
+    void givetLaggerEssenOchEttKortPerHog() {
+        Bord b;
+        std::srand(kFro);
+        Kortlek lek;
+        lek.Blanda();
+        std::vector<Kort> lekPlatser;
+        for (int i = 0; i < 4; ++i)
+            lekPlatser.push_back(lek.GeEss());
+        std::vector<Kort> ovriga;
+        while (lek.AntalKortKvar() > 0)
+            ovriga.push_back(lek.GeKort());
+        lekPlatser.insert(lekPlatser.begin(), ovriga.begin(), ovriga.end());
+        // lekPlatser[i] lay in stock slot 112 + i; the four aces on top.
+        std::vector<std::pair<int, int>> giv{{163, 0},  {162, 28}, {161, 56}, {160, 84},
+                                             {159, 14}, {158, 42}, {157, 70}, {156, 98}};
+        for (auto [lekLucka, till] : giv) {
+            const Kort& k = lekPlatser[lekLucka - 112];
+            QVERIFY(b.Har(till, k.KortFarg(), k.KortValor()));
+        }
+        for (int c = 0; c < 4; ++c)
+            QCOMPARE(b.Valor(GrundBas(c)), 1);
+        for (int i = 112; i < 156; ++i) {
+            const Kort& k = lekPlatser[i - 112];
+            QVERIFY(b.Har(i, k.KortFarg(), k.KortValor()));
+        }
+        for (int i = 156; i < 164; ++i)
+            QVERIFY(b.L()[i].Tom());
+        QVERIFY(b.spel->UndoLista().empty());
+        QCOMPARE(b.spel->AntalUndo(), 0);
+    }
+
+    void tvaAvVilkenFargSomHelstPaVilketEssSomHelst() {
+        Bord b;
+        b.Tomt();
+        b.Ess();
+        b.Lagg(14, SPADER, 2);
+        b.Lagg(42, RUTER, 2);
+        KlickaPa(*b.vy, b.Botten(14));
+        QVERIFY(b.Har(1, SPADER, 2));
+        QVERIFY(b.L()[14].Tom());
+        KlickaPa(*b.vy, b.Botten(42));
+        QVERIFY(b.Har(29, RUTER, 2));
+        // A drag goes onto any ace the pointer is over, whatever its suit.
+        b.Lagg(70, KLOVER, 2);
+        DraFranTill(*b.vy, b.Botten(70), b.Botten(GrundBas(3)));
+        QVERIFY(b.Har(85, KLOVER, 2));
+        std::vector<std::pair<int, int>> vantat{{14, 1}, {42, 29}, {70, 85}};
+        QCOMPARE(b.spel->UndoLista(), vantat);
+    }
+
+    void grundenTarBaraEttHogre() {
+        Bord b;
+        b.Tomt();
+        b.Ess();
+        b.Lagg(14, HJARTER, 3);
+        KlickaPa(*b.vy, b.Botten(14));
+        QVERIFY(b.Har(14, HJARTER, 3));
+        DraFranTill(*b.vy, b.Botten(14), b.Botten(0));
+        QVERIFY(b.Har(14, HJARTER, 3));
+        // Released outside every foundation top: it stays.
+        b.Lagg(1, KLOVER, 2);
+        DraFranTill(*b.vy, b.Botten(14), Mitt(b.Pos(43)));
+        QVERIFY(b.Har(14, HJARTER, 3));
+        DraOchSlappUtanfor(*b.vy, b.Botten(14));
+        QVERIFY(b.Har(14, HJARTER, 3));
+        QVERIFY(b.spel->UndoLista().empty());
+        DraFranTill(*b.vy, b.Botten(14), b.Botten(1));
+        QVERIFY(b.Har(2, HJARTER, 3));
+    }
+
+    void grundensKortKanFlyttas() {
+        Bord b;
+        b.Tomt();
+        b.Ess();
+        b.Lagg(1, HJARTER, 2);
+        // The foundation's top band belongs to its ace: a run of two, which a click leaves.
+        KlickaPa(*b.vy, b.Band(0));
+        QVERIFY(b.Har(1, HJARTER, 2));
+        KlickaPa(*b.vy, b.Botten(1));
+        QVERIFY(b.Har(29, HJARTER, 2));
+        QVERIFY(b.L()[1].Tom());
+    }
+
+    void hogkortNarGrundenBaraSomTopp() {
+        Bord b;
+        b.Tomt();
+        b.Ess();
+        b.Lagg(14, HJARTER, 2);
+        b.Lagg(15, SPADER, 9);
+        KlickaPa(*b.vy, b.Band(14));
+        QVERIFY(b.Har(14, HJARTER, 2));
+        // Dragged, the covered card lifts the card above it, and two never go down.
+        TryckOchDra(*b.vy, b.Band(14), b.Botten(0));
+        QCOMPARE(b.spel->valdaLuckor, (std::vector<int>{14, 15}));
+        QTest::mouseRelease(b.vy.get(), Qt::LeftButton, Qt::NoModifier, ToQPoint(Mitt(b.Pos(0))));
+        QVERIFY(b.Har(14, HJARTER, 2));
+        QVERIFY(b.Har(15, SPADER, 9));
+        QVERIFY(b.spel->UndoLista().empty());
+        b.L()[15].TaBortKort();
+        KlickaPa(*b.vy, b.Band(14));
+        QVERIFY(b.Har(1, HJARTER, 2));
+    }
+
+    void lekenGerElvaGangerSedanInget() {
+        Bord b;
+        for (int klick = 1; klick <= 11; ++klick) {
+            int topp = kLeken.Topp(b.L());
+            KlickaPa(*b.vy, b.Leken());
+            QCOMPARE(kLeken.Topp(b.L()), topp - 4 < kForstaLek ? -1 : topp - 4);
+            QCOMPARE(static_cast<int>(b.spel->UndoLista().size()), 4 * klick);
+            QCOMPARE(b.spel->UndoLista().back(), std::make_pair(222, HogBas(3) + klick));
+            QCOMPARE(b.S().lekKlickRuta.bottom,
+                     b.S().lekRuta.bottom - 2.0f * static_cast<float>(47 - (topp - 112)));
+        }
+        QVERIFY(kLeken.Tom(b.L()));
+        for (int c = 0; c < 4; ++c)
+            QCOMPARE(ForstaTomma(b.L(), HogBas(c), GrundBas(c) + 27), HogBas(c) + 12);
+        auto fore = Bordet(*b.spel);
+        KlickaPa(*b.vy, b.Leken());
+        QCOMPARE(Bordet(*b.spel), fore);
+        QCOMPARE(static_cast<int>(b.spel->UndoLista().size()), 44);
+    }
+
+    void angraAvLekklickTarTillbakaFyraKort() {
+        Bord b;
+        auto givet = Bordet(*b.spel);
+        KlickaPa(*b.vy, b.Leken());
+        QVERIFY(b.L()[15].GeKort().KortValor() > 0);
+        QCOMPARE(b.spel->Undo(), 0);
+        QCOMPARE(Bordet(*b.spel), givet);
+        QCOMPARE(b.spel->AntalUndo(), 4);
+        QVERIFY(!b.spel->Has_Undos());
+        QCOMPARE(b.spel->Undo(), 0);
+        QCOMPARE(b.spel->AntalUndo(), 4);
+    }
+
+    void angraLamnarLekensKlickrutaDarKlicketSatteDen() {
+        Bord b;
+        KlickaPa(*b.vy, b.Leken());
+        BRect efter = b.S().lekKlickRuta;
+        b.spel->Undo();
+        QCOMPARE(b.S().lekKlickRuta, efter);
+        // The last 8 pixels of the restored stock deal nothing until the next layout.
+        BPoint langstNer(b.S().lekRuta.left + 20, b.S().lekRuta.bottom - 3);
+        KlickaPa(*b.vy, langstNer);
+        QVERIFY(b.spel->UndoLista().empty());
+        b.spel->OmRaknaLuckaKort(b.vy->Bounds());
+        KlickaPa(*b.vy, langstNer);
+        QCOMPARE(static_cast<int>(b.spel->UndoLista().size()), 4);
+    }
+
+    void angraraknasVidareOverNyGiv() {
+        Bord b;
+        KlickaPa(*b.vy, b.Leken());
+        b.spel->Undo();
+        QCOMPARE(b.spel->AntalUndo(), 4);
+        b.spel->NyttSpel(b.vy->Bounds());
+        QCOMPARE(b.spel->AntalUndo(), 4);
+        QVERIFY(!b.spel->Has_Undos());
+        KlickaPa(*b.vy, b.Leken());
+        b.spel->Undo();
+        QCOMPARE(b.spel->AntalUndo(), 8);
+    }
+
+    void klartNarLekenOchHogarnaArTommaOchKungarnaLigger() {
+        Bord b;
+        b.Tomt();
+        for (int c = 0; c < 4; ++c)
+            for (int v = 1; v <= 13; ++v)
+                b.Lagg(GrundBas(c) + v - 1, static_cast<kortfarg>((c + v) % 4), v);
+        QVERIFY(b.spel->KlarSpel());
+        b.Lagg(112, HJARTER, 5);
+        QVERIFY(!b.spel->KlarSpel());
+        b.L()[112].TaBortKort();
+        b.Lagg(42, HJARTER, 5);
+        QVERIFY(!b.spel->KlarSpel());
+        b.L()[42].TaBortKort();
+        b.L()[68].TaBortKort();
+        QVERIFY(!b.spel->KlarSpel());
+    }
+
+    void tommaPlatserRitasInte() {
+        Bord b;
+        b.Tomt();
+        b.vy->InvalidateOffscreen();
+        BPoint p = Mitt(b.Pos(14));
+        QCOMPARE(QColor(b.vy->OffBitmap().pixel(int(p.x), int(p.y))), QColor(0, 160, 0));
+        BRect r = b.Pos(0);
+        QCOMPARE(QColor(b.vy->OffBitmap().pixel(int(r.left) + 20, int(r.top))), QColor(0, 160, 0));
+    }
+
+    void sammaBordMedOchUtanAnimering() {
+        Bord utan(kFro, 640, 480, false);
+        Bord med(kFro, 640, 480, true);
+        QCOMPARE(Bordet(*med.spel), Bordet(*utan.spel));
+        for (Bord* b : {&utan, &med}) {
+            KlickaPa(*b->vy, b->Leken());
+            KlickaPa(*b->vy, b->Leken());
+            b->spel->Undo();
+        }
+        QCOMPARE(Bordet(*med.spel), Bordet(*utan.spel));
+        QCOMPARE(med.spel->AntalUndo(), utan.spel->AntalUndo());
+        std::srand(11);
+        utan.spel->NyttSpel(utan.vy->Bounds());
+        std::srand(11);
+        med.spel->NyttSpel(med.vy->Bounds());
+        QCOMPARE(Bordet(*med.spel), Bordet(*utan.spel));
+    }
+
+    void angraTillbakaTillGivet() {
+        Bord b(kVinstFro, 1280, 1024);
+        auto givet = Bordet(*b.spel);
+        KlickaPa(*b.vy, b.Leken());
+        std::vector<Drag> dragen = Regler().LagligaDrag(b.S());
+        for (const Drag& d : dragen)
+            if (d.slag == DragSlag::Kort) {
+                QVERIFY(b.GorMedGester({d}));
+                break;
+            }
+        KlickaPa(*b.vy, b.Leken());
+        QVERIFY(b.spel->UndoLista().size() >= 8);
+        while (b.spel->Has_Undos())
+            b.spel->Undo();
+        QCOMPARE(Bordet(*b.spel), givet);
+    }
+
+    void vinnerGenomRiktigtSpel() {
+        Bord b(kVinstFro, 1280, 1024);
+        Brevlada brevlada;
+        b.vy->window()->installEventFilter(&brevlada);
+        auto vag = SokVinst(Regler(), b.S(), 50000, SokNyckel, SokOrdning);
+        QVERIFY(vag.has_value());
+        QVERIFY(b.GorMedGester(*vag));
+        QVERIFY(b.spel->KlarSpel());
+        QCoreApplication::sendPostedEvents();
+        QCOMPARE(brevlada.klart, 1);
+        b.GlomHiscore();
+        QCOMPARE(b.spel->AddHiscore(), 1);
+        QCOMPARE(static_cast<int>(b.Post(1).kort), 52);
+        QCOMPARE(static_cast<int>(b.Post(1).giv), 1);
+        QCOMPARE(b.Post(1).angra, 0);
+    }
+
+    void hiscoreRaknarGrundensKortOchFlerAngerForst() {
+        Bord b;
+        b.GlomHiscore();
+        // Four aces at the deal, and four undos.
+        KlickaPa(*b.vy, b.Leken());
+        b.spel->Undo();
+        QCOMPARE(b.spel->AddHiscore(), 1);
+        QCOMPARE(static_cast<int>(b.Post(1).kort), 4);
+        QCOMPARE(static_cast<int>(b.Post(1).giv), 1);
+        QCOMPARE(b.Post(1).angra, 4);
+        // The same cards with more undos ranks higher; with fewer, lower.
+        KlickaPa(*b.vy, b.Leken());
+        b.spel->Undo();
+        QCOMPARE(b.spel->AddHiscore(), 1);
+        QCOMPARE(b.Post(1).angra, 8);
+        b.spel->BordForTest().antalUndo = 0;
+        QCOMPARE(b.spel->AddHiscore(), 3);
+        // More cards on the foundations rank first.
+        b.Lagg(1, HJARTER, 2);
+        QCOMPARE(b.spel->AddHiscore(), 1);
+        QCOMPARE(static_cast<int>(b.Post(1).kort), 5);
+    }
+};
+
+QTEST_MAIN(TestGodnattvalsen)
+#include "test_godnattvalsen.moc"
