@@ -199,6 +199,22 @@ private slots:
         QVERIFY(k.win->Avslutad());
     }
 
+    void lagratLangtNamnVisasFranForstaBokstaven() {
+        Korning k;
+        char namn[20] = "Abcdefghijklmnopqrs";
+        k.Store().WriteAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, namn, sizeof namn);
+        k.StartaOm();
+        QLineEdit* falt = k.win->ValkomstVy()->spelarFalt;
+        QCOMPARE(falt->text(), QStringLiteral("Abcdefghijklmnopqrs"));
+        QVERIFY(QFontMetrics(falt->font()).horizontalAdvance(falt->text()) > falt->width());
+        // Painted, the field has scrolled as far as its cursor needs: the cursor, and with it
+        // the text, starts at the field's left edge.
+        falt->grab();
+        QRect markor = falt->inputMethodQuery(Qt::ImCursorRectangle).toRect();
+        QVERIFY2(markor.left() < QFontMetrics(falt->font()).horizontalAdvance(QLatin1Char('A')),
+                 qPrintable(QString::number(markor.left())));
+    }
+
     void namnPa25TeckenLagrasSomDeForsta19() {
         Korning k;
         k.win->ValkomstVy()->spelarFalt->setText(QStringLiteral("Abcdefghijklmnopqrstuvwxy"));
