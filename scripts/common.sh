@@ -3,10 +3,12 @@ set -euo pipefail
 
 ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 
-# Debian 12 / Ubuntu package names. fonts-dejavu-core gives the card labels their face;
-# librsvg2-bin renders the program's icon at its PNG sizes.
+# Debian 12 / Ubuntu package names. fonts-dejavu-core gives the card labels and the
+# hiscore rows their faces; fonts-dejavu-extra the narrower face of the welcome screen's
+# tightest texts; librsvg2-bin renders the program's icon at its PNG sizes.
 FJOLK_PACKAGES=(cmake ninja-build g++ pkg-config qt6-base-dev libsqlite3-dev
-                libgl-dev fonts-dejavu-core sqlite3 libbenchmark-dev librsvg2-bin)
+                libgl-dev fonts-dejavu-core fonts-dejavu-extra sqlite3 libbenchmark-dev
+                librsvg2-bin)
 
 install_missing() {
     local missing=()

@@ -1,7 +1,9 @@
 #include "cards/KortUtSeende.h"
 #include "platform/QtGeometry.h"
 
+#include <QFontInfo>
 #include <QGuiApplication>
+#include <QPainter>
 #include <QTest>
 
 #include <cstdlib>
@@ -26,6 +28,30 @@ bool HarFarg(const QImage& bild, BRect r, bool rod) {
                 return true;
         }
     return false;
+}
+
+// Dark pixels of a black label inside `q`.
+int SvartaPixlar(const QImage& bild, QRect q) {
+    int n = 0;
+    for (int y = q.top(); y <= q.bottom(); ++y)
+        for (int x = q.left(); x <= q.right(); ++x)
+            if (qAlpha(bild.pixel(x, y)) == 255 && qRed(bild.pixel(x, y)) < 128)
+                ++n;
+    return n;
+}
+
+// The label `text` drawn alone on a plain grey card of w × h with its base point at
+// `bas`, in `font`.
+QImage EnEtikett(const QString& text, QFont font, int w, int h, QPoint bas) {
+    QImage bild(w, h, QImage::Format_ARGB32_Premultiplied);
+    bild.fill(QColor(220, 220, 220));
+    QPainter p(&bild);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setRenderHint(QPainter::TextAntialiasing);
+    p.setFont(font);
+    p.setPen(Qt::black);
+    p.drawText(QPointF(bas), text);
+    return bild;
 }
 
 } // namespace
@@ -99,6 +125,42 @@ private slots:
         for (int i = 0; i < 4 * (44 / 5) * 3; ++i)
             std::rand();
         QCOMPARE(std::rand(), efter);
+    }
+
+    void etiketternaArDenRakaStilen() {
+        for (Utseende u : {Utseende::A, Utseende::B}) {
+            QFont font = KortEtikettFont(u);
+            QCOMPARE(font.pixelSize(), u == Utseende::A ? 32 : 26);
+            QCOMPARE(font.weight(), QFont::Normal);
+            QFontInfo info(font);
+            QCOMPARE(info.family(), QStringLiteral("DejaVu Sans"));
+            QVERIFY(!info.bold());
+        }
+    }
+
+    void kungensEtikettHarDenRakaStilensPixlar() {
+        const int w = 60;
+        const int h = 100;
+        // The king of spades, row 3, column 12: its label's base point is (w − 30, h − 5).
+        // Without the symbols, which in look B would lie under the label.
+        const QPoint bas(w - 30, h - 5);
+        const QRect etikett(bas.x() - 2, bas.y() - 30, 26, 32);
+        for (Utseende u : {Utseende::A, Utseende::B}) {
+            KortBilder b = RitaKortUtSeende(u, w, h, QImage());
+            int kort = SvartaPixlar(b.bild, etikett.translated(12 * w, 3 * h));
+            QFont rak(QStringLiteral("DejaVu Sans"));
+            rak.setPixelSize(u == Utseende::A ? 32 : 26);
+            QFont fet = rak;
+            fet.setBold(true);
+            int iRak = SvartaPixlar(EnEtikett(QStringLiteral("K"), rak, w, h, bas), etikett);
+            int iFet = SvartaPixlar(EnEtikett(QStringLiteral("K"), fet, w, h, bas), etikett);
+            QVERIFY2(iFet > iRak + iRak / 5,
+                     qPrintable(QStringLiteral("%1 %2").arg(iRak).arg(iFet)));
+            QVERIFY2(
+                std::abs(kort - iRak) <= iRak / 20,
+                qPrintable(
+                    QStringLiteral("card %1, plain %2, bold %3").arg(kort).arg(iRak).arg(iFet)));
+        }
     }
 
     void utanSymbolbildRitasKortenAnda() {

@@ -6,9 +6,14 @@
 #include "welcome/WelcomeView.h"
 
 #include <QCheckBox>
+#include <QFontInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
+#include <QStyle>
+#include <QStyleOptionButton>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
@@ -69,6 +74,63 @@ QString Blanka(int n) {
     return QString(n, QLatin1Char(' '));
 }
 
+// Ink: a pixel of text darker than `grans`, below the white of the list (255) or the olive
+// of the page (142).
+bool Black(QRgb p, int grans) {
+    return qGray(p) < grans;
+}
+constexpr int kListInk = 200;
+constexpr int kSidInk = 100;
+
+// The left edges of the runs of ink along a band of rows, runs split where at least
+// `glapp` columns hold no ink.
+std::vector<int> InkLopp(const QImage& bild, int topp, int botten, int glapp, int grans) {
+    std::vector<int> lopp;
+    int tomma = glapp;
+    for (int x = 0; x < bild.width(); ++x) {
+        bool ink = false;
+        for (int y = std::max(topp, 0); y <= std::min(botten, bild.height() - 1) && !ink; ++y)
+            ink = Black(bild.pixel(x, y), grans);
+        if (ink && tomma >= glapp)
+            lopp.push_back(x);
+        tomma = ink ? 0 : tomma + 1;
+    }
+    return lopp;
+}
+
+// The words of a heading as it reads: each runs up to and including its colon.
+QStringList Ord(const QString& rubrik) {
+    QStringList ord;
+    for (const QString& del : rubrik.split(QLatin1Char(':'))) {
+        QString o = del.trimmed();
+        if (!o.isEmpty())
+            ord << o;
+    }
+    for (qsizetype i = 0; i + 1 < ord.size(); ++i)
+        ord[i] += QStringLiteral(" :");
+    return ord;
+}
+
+// The room a check box or button leaves for its text.
+int Textrum(QAbstractButton* knapp, QStyle::SubElement del) {
+    QStyleOptionButton option;
+    option.initFrom(knapp);
+    return knapp->style()->subElementRect(del, &option, knapp).width();
+}
+
+// The text of a control is not wider than the room its control gives it.
+void Ryms(const QString& text, const QFont& font, int rum, const char* vad) {
+    int bredd = QFontMetrics(font).horizontalAdvance(text);
+    qreal exakt = QFontMetricsF(font).horizontalAdvance(text);
+    QVERIFY2(bredd <= rum && exakt <= rum,
+             qPrintable(QStringLiteral("%1 \"%2\": %3 px in %4 px at %5 px %6")
+                            .arg(QString::fromLatin1(vad), text)
+                            .arg(exakt)
+                            .arg(rum)
+                            .arg(font.pixelSize())
+                            .arg(QFontInfo(font).family())));
+}
+
 } // namespace
 
 class WelcomeViewTest : public QObject {
@@ -86,7 +148,7 @@ private slots:
         QCOMPARE(s.vy->optionFlik->objectName(), QStringLiteral("OptionView"));
         QCOMPARE(s.vy->hjalpRad->text(),
                  QStringLiteral("Enter a name or click in the hiscoretable"));
-        QCOMPARE(s.vy->hjalpRad->pos(), QPoint(10, 10));
+        QCOMPARE(s.vy->hjalpRad->geometry(), ToQRect(BRect(10, 10, 210, 30)));
         QCOMPARE(s.vy->titelRad->objectName(), QStringLiteral("hititleview"));
         QCOMPARE(s.vy->titelRad->geometry(), ToQRect(BRect(300, 20, 600, 40)));
         QCOMPARE(s.vy->titelRad->text(), QStringLiteral("Highscore for Idioten 1"));
@@ -122,6 +184,178 @@ private slots:
         QCOMPARE(s.vy->palette().color(QPalette::Window), QColor(0, 160, 0));
         QCOMPARE(s.vy->spelFlik->palette().color(QPalette::Window), QColor(160, 160, 0));
         QCOMPARE(s.vy->optionFlik->palette().color(QPalette::Window), QColor(0, 160, 160));
+    }
+
+    void ingenTextArBredareAnSinKontroll() {
+        Skarm s(true);
+        s.SparaTabell(5);
+        for (QLabel* etikett : s.vy->findChildren<QLabel*>()) {
+            if (etikett == s.vy->rubrikRad)
+                continue;
+            Ryms(etikett->text(), etikett->font(), etikett->contentsRect().width(), "label");
+        }
+        for (QCheckBox* ruta : s.vy->findChildren<QCheckBox*>())
+            Ryms(ruta->text(), ruta->font(), Textrum(ruta, QStyle::SE_CheckBoxContents),
+                 "check box");
+        for (QPushButton* knapp : s.vy->findChildren<QPushButton*>())
+            Ryms(knapp->text(), knapp->font(), Textrum(knapp, QStyle::SE_PushButtonContents),
+                 "button");
+        QTabBar* flikar = s.vy->flikar->tabBar();
+        for (int i = 0; i < flikar->count(); ++i)
+            Ryms(flikar->tabText(i), flikar->font(), flikar->tabRect(i).width(), "tab");
+        // The title of every game, and every heading, word by word.
+        for (int spel = 0; spel < 12; ++spel) {
+            s.vy->hiscoreLista->VisaHiscoreLista(spel);
+            Ryms(s.vy->titelRad->text(), s.vy->titelRad->font(), s.vy->titelRad->width(), "title");
+            std::vector<RubrikRad::Ord> ord = s.vy->rubrikRad->OrdRutor();
+            if (ord.empty()) {
+                QCOMPARE(s.vy->rubrikRad->text(), QStringLiteral("No Highscore table found "));
+                Ryms(s.vy->rubrikRad->text(), s.vy->rubrikRad->font(), s.vy->rubrikRad->width(),
+                     "heading");
+            }
+            for (const RubrikRad::Ord& o : ord)
+                QVERIFY2(QRectF(s.vy->rubrikRad->rect()).contains(o.ruta), qPrintable(o.text));
+        }
+        // The controls' fonts stay readable.
+        for (QWidget* w : s.vy->findChildren<QWidget*>())
+            QVERIFY2(w->font().pixelSize() >= 7, qPrintable(w->objectName()));
+    }
+
+    void radernaArFastBredd12() {
+        Skarm s(true);
+        QFont font = s.vy->hiscoreLista->font();
+        QCOMPARE(font.pixelSize(), 12);
+        QFontInfo info(font);
+        QVERIFY(info.fixedPitch());
+        QCOMPARE(info.family(), QStringLiteral("DejaVu Sans Mono"));
+        // The longest row that a table can hold ends inside the list.
+        HighScoreTable lang = Post("Abcdefghijklmnopqrs", 52, 3, 999, "59:59", "28/12 2024");
+        QString rad = QString::fromUtf8(HiscoreRad(38, lang, 0)).trimmed();
+        QCOMPARE(rad.size(), qsizetype(49));
+        QVERIFY(s.vy->hiscoreLista->KolumnX(0) + QFontMetricsF(font).horizontalAdvance(rad) <=
+                s.vy->hiscoreLista->viewport()->geometry().right() + 1);
+    }
+
+    void rubrikensOrdStarOverSinaKolumner() {
+        Skarm s;
+        const qreal tecken = QFontMetricsF(s.vy->hiscoreLista->font()).horizontalAdvance('0');
+        // Each of the five layouts, every game, and the first heading over game 0's rows.
+        for (int spel = -1; spel < 12; ++spel) {
+            HiscoreLista tabell = TomTabell(HiscoreFamiljFor(std::max(spel, 0)));
+            tabell[0] = Post("Eva", 52, 3, 120, "12:34", "1/2 2003");
+            std::string namn = HiscoreAttributNamn(std::max(spel, 0));
+            s.store.WriteAttr(namn.c_str(), B_RAW_TYPE, 0, tabell.data(), sizeof tabell);
+            std::unique_ptr<Skarm> forsta;
+            WelcomeView* vy = s.vy;
+            if (spel < 0) {
+                forsta = std::make_unique<Skarm>(true);
+                forsta->store.WriteAttr(namn.c_str(), B_RAW_TYPE, 0, tabell.data(), sizeof tabell);
+                forsta->vy->deleteLater();
+                forsta->vy = new WelcomeView(&forsta->fonster, forsta->store);
+                forsta->vy->setGeometry(0, 0, 640, 375);
+                forsta->vy->show();
+                QCoreApplication::processEvents();
+                vy = forsta->vy;
+                QCOMPARE(vy->rubrikRad->text(), QString::fromLatin1(kRubrikStart));
+            } else {
+                vy->hiscoreLista->VisaHiscoreLista(spel);
+                QCOMPARE(vy->rubrikRad->text(), QString::fromLatin1(HiscoreRubrik(spel)));
+            }
+            QCoreApplication::processEvents();
+            const QString vad = QStringLiteral("game %1").arg(spel);
+
+            // Where the fields of the first row begin, in the list's pixels: a blank between
+            // two fields leaves most of a character without ink, glyphs within one far less.
+            HighOLLView* lista = vy->hiscoreLista;
+            QImage listBild = lista->grab().toImage();
+            QRect rad = lista->visualItemRect(lista->item(0))
+                            .translated(lista->viewport()->pos())
+                            .adjusted(0, 1, 0, -1);
+            std::vector<int> falt = InkLopp(listBild, rad.top(), rad.bottom(),
+                                            static_cast<int>(tecken * 3 / 4), kListInk);
+
+            // Where each heading word's ink begins; no ink outside the words.
+            RubrikRad* rubrik = vy->rubrikRad;
+            QImage rubrikBild = rubrik->grab().toImage();
+            std::vector<RubrikRad::Ord> ord = rubrik->OrdRutor();
+            QStringList texter;
+            for (const RubrikRad::Ord& o : ord)
+                texter << o.text;
+            QCOMPARE(texter, Ord(rubrik->text()));
+            QVERIFY2(falt.size() >= ord.size(), qPrintable(vad));
+            for (int y = 0; y < rubrikBild.height(); ++y)
+                for (int x = 0; x < rubrikBild.width(); ++x)
+                    if (Black(rubrikBild.pixel(x, y), kSidInk)) {
+                        bool iOrd = false;
+                        for (const RubrikRad::Ord& o : ord)
+                            iOrd = iOrd || o.ruta.adjusted(-1, -1, 1, 1).contains(QPointF(x, y));
+                        QVERIFY2(iOrd, qPrintable(QStringLiteral("%1: ink at %2, %3 outside "
+                                                                 "the words")
+                                                      .arg(vad)
+                                                      .arg(x)
+                                                      .arg(y)));
+                    }
+            for (size_t i = 0; i < ord.size(); ++i) {
+                QRect ruta = ord[i].ruta.toAlignedRect();
+                std::vector<int> ink = InkLopp(rubrikBild.copy(ruta), 0, ruta.height(), 1, kSidInk);
+                QVERIFY2(!ink.empty(), qPrintable(ord[i].text));
+                int ordX = rubrik->x() + ruta.left() + ink.front();
+                int faltX = lista->x() + falt[i];
+                QVERIFY2(std::abs(ordX - faltX) <= tecken,
+                         qPrintable(QStringLiteral("%1: \"%2\" begins at %3, its column at %4")
+                                        .arg(vad, ord[i].text)
+                                        .arg(ordX)
+                                        .arg(faltX)));
+                for (size_t j = 0; j < i; ++j)
+                    QVERIFY2(!ord[i].ruta.intersects(ord[j].ruta), qPrintable(ord[i].text));
+            }
+        }
+    }
+
+    void spellistanVisarVarjeRad() {
+        Skarm s;
+        QListWidget* lista = s.vy->spelLista;
+        QCOMPARE(lista->count(), 12);
+        for (int rad = 0; rad < 12; ++rad)
+            QVERIFY2(lista->viewport()->rect().contains(lista->visualItemRect(lista->item(rad))),
+                     qPrintable(lista->item(rad)->text()));
+        lista->scrollToItem(lista->item(11));
+        QVERIFY(lista->viewport()->rect().contains(lista->visualItemRect(lista->item(11))));
+    }
+
+    void langtNamnVisasFranForstaBokstaven() {
+        Skarm s(true);
+        QLineEdit* falt = s.vy->spelarFalt;
+        const QString namn = QStringLiteral("Abcdefghijklmnopqrs");
+        QVERIFY(QFontMetrics(falt->font()).horizontalAdvance(namn) > falt->width());
+        // A field of the same size that holds only the first letters shows them where a long
+        // name that shows from its first letter shows its own.
+        QLineEdit borjan(QStringLiteral("Abcde"), falt->parentWidget());
+        borjan.setGeometry(falt->geometry().translated(0, 100));
+        borjan.show();
+        const int bredd = QFontMetrics(falt->font()).horizontalAdvance(QStringLiteral("Abcd"));
+        auto visarBorjan = [&] {
+            QImage bild = falt->grab().toImage();
+            QImage ref = borjan.grab().toImage();
+            QRect del(0, 0, bredd, falt->height());
+            return bild.copy(del) == ref.copy(del);
+        };
+
+        falt->setText(namn);
+        QVERIFY(visarBorjan());
+        s.vy->spelarFalt->setText(QStringLiteral("Guest"));
+        QVERIFY(!visarBorjan());
+        s.KlickaRad(s.vy->hiscoreLista, 1);
+        QCOMPARE(falt->text(), namn);
+        QVERIFY(visarBorjan());
+        // Typed, it shows its end while the typing goes on, and its beginning after.
+        falt->clear();
+        falt->setFocus();
+        QTest::keyClicks(falt, namn);
+        QVERIFY(!visarBorjan());
+        s.KlickaRad(s.vy->spelLista, 3);
+        QVERIFY(!falt->hasFocus());
+        QVERIFY(visarBorjan());
     }
 
     void utanTabellStarRubrikenSomIngenTabell() {

@@ -18,6 +18,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -87,6 +88,16 @@ void FyllTabell(AttributeStore& store, int hoga) {
     store.WriteAttr("FJOLK:Spel0", B_RAW_TYPE, 0, tabell.data(), sizeof tabell);
 }
 
+// The window active, with no alert over it, and the keyboard focus in the name field.
+void FokusINamnfaltet(Korning& k) {
+    for (QMessageBox* box : k.win->findChildren<QMessageBox*>())
+        box->close();
+    k.win->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(k.win.get()));
+    k.win->ValkomstVy()->spelarFalt->setFocus();
+    QVERIFY(k.win->ValkomstVy()->spelarFalt->hasFocus());
+}
+
 } // namespace
 
 class FjolkWinTest : public QObject {
@@ -141,6 +152,68 @@ private slots:
         }
         QCOMPARE(texter, (QStringList{"Game", "New Deal Ctrl+D", "Undo Ctrl+Z", "Close Ctrl+W", "-",
                                       "Exit Ctrl+Q", "Help", "Help Ctrl+H", "About Ctrl+A"}));
+    }
+
+    void ctrlAINamnfaltetOppnarOmOchBokstaverSkrivsIFaltet() {
+        Korning k;
+        QLineEdit* falt = k.win->ValkomstVy()->spelarFalt;
+        FokusINamnfaltet(k);
+        QTest::keyClick(falt, Qt::Key_A, Qt::ControlModifier);
+        Behandla();
+        QMessageBox* om = k.win->findChild<QMessageBox*>(QStringLiteral("About"));
+        QVERIFY(om != nullptr && om->isVisible());
+        QVERIFY(falt->selectedText().isEmpty());
+        QCOMPARE(falt->text(), QStringLiteral("Guest"));
+
+        FokusINamnfaltet(k);
+        falt->setCursorPosition(0);
+        QTest::keyClicks(falt, QStringLiteral("Bo "));
+        QCOMPARE(falt->text(), QStringLiteral("Bo Guest"));
+        // Undo is disabled on the welcome screen: its key still belongs to the menu and
+        // does not take the typing back.
+        QTest::keyClick(falt, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(falt->text(), QStringLiteral("Bo Guest"));
+    }
+
+    void allaMenyernasTangenterNarMenynFranNamnfaltet() {
+        Korning k;
+        QLineEdit* falt = k.win->ValkomstVy()->spelarFalt;
+        QMap<QString, QAction*> items;
+        for (QAction* meny : k.win->menuBar()->actions())
+            for (QAction* a : meny->menu()->actions())
+                if (!a->isSeparator())
+                    items[a->shortcut().toString()] = a;
+        // Exit and Close last: on the welcome screen both end the program.
+        for (const char* tangenter : {"Ctrl+A", "Ctrl+H", "Ctrl+D", "Ctrl+Z", "Ctrl+W", "Ctrl+Q"}) {
+            QAction* item = items.value(QString::fromLatin1(tangenter));
+            QVERIFY2(item != nullptr, tangenter);
+            // New Deal and Undo wait for a game; enabled, their keys reach them too.
+            item->setEnabled(true);
+            QSignalSpy utlost(item, &QAction::triggered);
+            FokusINamnfaltet(k);
+            QKeyCombination tangent = QKeySequence(QString::fromLatin1(tangenter))[0];
+            QTest::keyClick(falt, tangent.key(), tangent.keyboardModifiers());
+            QCOMPARE(utlost.count(), 1);
+            QVERIFY2(falt->selectedText().isEmpty(), tangenter);
+            Behandla();
+        }
+        QVERIFY(k.win->Avslutad());
+    }
+
+    void lagratLangtNamnVisasFranForstaBokstaven() {
+        Korning k;
+        char namn[20] = "Abcdefghijklmnopqrs";
+        k.Store().WriteAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, namn, sizeof namn);
+        k.StartaOm();
+        QLineEdit* falt = k.win->ValkomstVy()->spelarFalt;
+        QCOMPARE(falt->text(), QStringLiteral("Abcdefghijklmnopqrs"));
+        QVERIFY(QFontMetrics(falt->font()).horizontalAdvance(falt->text()) > falt->width());
+        // Painted, the field has scrolled as far as its cursor needs: the cursor, and with it
+        // the text, starts at the field's left edge.
+        falt->grab();
+        QRect markor = falt->inputMethodQuery(Qt::ImCursorRectangle).toRect();
+        QVERIFY2(markor.left() < QFontMetrics(falt->font()).horizontalAdvance(QLatin1Char('A')),
+                 qPrintable(QString::number(markor.left())));
     }
 
     void namnPa25TeckenLagrasSomDeForsta19() {

@@ -15,6 +15,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QImageReader>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -115,6 +116,33 @@ void FjolkWin::ByggMeny() {
     item(hjalpMeny, "Help", kHjalp, QKeySequence(Qt::CTRL | Qt::Key_H));
     item(hjalpMeny, "About", kOm, QKeySequence(Qt::CTRL | Qt::Key_A));
     connect(spelMeny, &QMenu::aboutToShow, this, [this] { MenusBeginning(); });
+    qApp->installEventFilter(this);
+}
+
+QAction* FjolkWin::MenyItem(const QKeySequence& tangenter) const {
+    for (QAction* meny : menuBar()->actions())
+        for (QAction* item : meny->menu()->actions())
+            if (!item->shortcut().isEmpty() && item->shortcut() == tangenter)
+                return item;
+    return nullptr;
+}
+
+// The menu's keys come first wherever the focus is in this window, as they always did: a
+// control such as the name field never takes Ctrl+A or Ctrl+Z for itself, and the key of a
+// disabled item is swallowed rather than handed to the control.
+bool FjolkWin::eventFilter(QObject* mal, QEvent* e) {
+    if (e->type() != QEvent::ShortcutOverride && e->type() != QEvent::KeyPress)
+        return false;
+    auto* widget = qobject_cast<QWidget*>(mal);
+    if (widget == nullptr || widget->window() != this)
+        return false;
+    auto* tangent = static_cast<QKeyEvent*>(e);
+    if (MenyItem(QKeySequence(tangent->keyCombination())) == nullptr)
+        return false;
+    // An override left unaccepted lets the item's shortcut run; a key press that arrives
+    // at all belongs to an item that is disabled, and ends here.
+    e->setAccepted(e->type() == QEvent::KeyPress);
+    return true;
 }
 
 void FjolkWin::Posta(type_code what) {

@@ -53,12 +53,14 @@ public:
 
 protected:
     bool event(QEvent* event) override;
+    bool eventFilter(QObject* mal, QEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
     void ByggMeny();
+    QAction* MenyItem(const QKeySequence& tangenter) const;
     void Posta(type_code what);
     void SattStorleksGranser(int minW, int maxW, int minH, int maxH);
     void VisaVarning(const QString& titel, const QString& text, const QString& knapp);

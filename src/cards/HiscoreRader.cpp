@@ -40,6 +40,10 @@ Kolumner KolumnerFor(int spelNr) {
 }
 
 constexpr int kRadLangd = 60;
+constexpr int kPosKolumn = 0;
+constexpr int kNamnKolumn = 3;
+constexpr int kTidKolumn = 33;
+constexpr int kDatumKolumn = 39;
 
 // Writes `text` followed by `blanka` blanks at `kolumn`, as far as the row reaches.
 void SkrivVid(char* rad, int kolumn, const char* text, size_t textLangd, int blanka) {
@@ -66,16 +70,16 @@ std::string HiscoreRad(int index, const HighScoreTable& post, int spelNr) {
     char rad[kRadLangd + 1];
     std::memset(rad, ' ', kRadLangd);
     rad[kRadLangd] = '\0';
-    SkrivTal(rad, 0, index + 1, 3);
-    SkrivVid(rad, 3, post.namn, strnlen(post.namn, sizeof post.namn), 28);
+    SkrivTal(rad, kPosKolumn, index + 1, 3);
+    SkrivVid(rad, kNamnKolumn, post.namn, strnlen(post.namn, sizeof post.namn), 28);
     Kolumner k = KolumnerFor(spelNr);
     if (k.a >= 0)
         SkrivTal(rad, k.a, post.kort, 16);
     if (k.b >= 0)
         SkrivTal(rad, k.b, post.giv, 15);
     SkrivTal(rad, k.c, post.angra, 15);
-    SkrivVid(rad, 33, post.tid, strnlen(post.tid, sizeof post.tid), 26);
-    SkrivVid(rad, 39, post.datum, strnlen(post.datum, sizeof post.datum), 2);
+    SkrivVid(rad, kTidKolumn, post.tid, strnlen(post.tid, sizeof post.tid), 26);
+    SkrivVid(rad, kDatumKolumn, post.datum, strnlen(post.datum, sizeof post.datum), 2);
     return std::string(rad, strnlen(rad, kRadLangd));
 }
 
@@ -91,4 +95,15 @@ const char* HiscoreRubrik(int spelNr) {
     default:
         return kRubrikKort;
     }
+}
+
+std::vector<int> HiscoreKolumner(int spelNr) {
+    Kolumner k = KolumnerFor(spelNr);
+    std::vector<int> kolumner = {kPosKolumn, kNamnKolumn};
+    for (int kolumn : {k.a, k.b, k.c})
+        if (kolumn >= 0)
+            kolumner.push_back(kolumn);
+    kolumner.push_back(kTidKolumn);
+    kolumner.push_back(kDatumKolumn);
+    return kolumner;
 }

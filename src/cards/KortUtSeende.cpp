@@ -77,6 +77,13 @@ QImage LaddaKortSymboler() {
     return bild.convertToFormat(QImage::Format_ARGB32_Premultiplied);
 }
 
+QFont KortEtikettFont(Utseende utseende) {
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPixelSize(utseende == Utseende::A ? 32 : 26);
+    font.setWeight(QFont::Normal);
+    return font;
+}
+
 KortBilder RitaKortUtSeende(Utseende utseende, int w, int h, const QImage& symboler) {
     KortBilder resultat;
     resultat.ram = BRect(0, 0, static_cast<float>(14 * w + 5), static_cast<float>(4 * h + 5));
@@ -92,10 +99,7 @@ KortBilder RitaKortUtSeende(Utseende utseende, int w, int h, const QImage& symbo
     QPainter p(&resultat.bild);
     p.setRenderHint(QPainter::Antialiasing);
     p.setRenderHint(QPainter::TextAntialiasing);
-    QFont font(QStringLiteral("DejaVu Sans"));
-    font.setPixelSize(utseende == Utseende::A ? 32 : 26);
-    font.setBold(true);
-    p.setFont(font);
+    p.setFont(KortEtikettFont(utseende));
 
     // Every face starts as the same blank card: drawn once, copied 52 times.
     QImage tomtKort(w, h, QImage::Format_ARGB32_Premultiplied);

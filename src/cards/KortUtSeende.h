@@ -2,6 +2,7 @@
 
 #include "platform/Geometry.h"
 
+#include <QFont>
 #include <QImage>
 
 #include <array>
@@ -21,6 +22,9 @@ struct KortBilder {
 
 // Where the four suit symbols lie in "Kort.png": heart, diamond, club, spade.
 const std::array<BRect, 4>& SymbolRektanglar();
+
+// The plain font of the value labels: 32 pixels in look A, 26 in look B.
+QFont KortEtikettFont(Utseende utseende);
 
 // Renders the faces at w × h. The backs are striped in fresh random colours each time.
 KortBilder RitaKortUtSeende(Utseende utseende, int w, int h, const QImage& symboler);

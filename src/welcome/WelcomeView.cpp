@@ -5,6 +5,7 @@
 #include "platform/Meddelande.h"
 #include "platform/QtGeometry.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QCoreApplication>
 #include <QFontDatabase>
@@ -13,11 +14,17 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPushButton>
+#include <QStyle>
+#include <QStyleOptionButton>
+#include <QStyledItemDelegate>
 #include <QTabWidget>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <limits>
+#include <tuple>
 
 namespace {
 
@@ -25,15 +32,154 @@ QRect Ram(float l, float t, float r, float b) {
     return ToQRect(BRect(l, t, r, b));
 }
 
+// The rows' fixed-width font. DejaVu Sans Mono comes with the program's set-up; the
+// system's fixed-width font stands in only where it is missing.
 QFont FastBredd(int storlek) {
-    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    if (!QFontInfo(font).fixedPitch()) {
-        font = QFont(QStringLiteral("DejaVu Sans Mono"));
-        font.setStyleHint(QFont::Monospace);
-        font.setFixedPitch(true);
+    const QString dejaVu = QStringLiteral("DejaVu Sans Mono");
+    QFont font = QFontDatabase::hasFamily(dejaVu)
+                     ? QFont(dejaVu)
+                     : QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setStyleHint(QFont::Monospace);
+    font.setFixedPitch(true);
+    font.setPixelSize(storlek);
+    return font;
+}
+
+// Below this a text is no longer read at a glance; a control's font never gets smaller.
+constexpr int kMinstaStorlek = 7;
+
+bool Ryms(const QFont& font, const QStringList& texter, int ledig) {
+    QFontMetricsF fm(font);
+    return std::all_of(texter.begin(), texter.end(), [&](const QString& text) {
+        return std::ceil(fm.horizontalAdvance(text)) <= ledig;
+    });
+}
+
+// The narrower face of our plain font, for texts that the plain one makes too wide.
+QFont Smal(QFont font) {
+    const QString smal = QStringLiteral("DejaVu Sans Condensed");
+    if (QFontDatabase::hasFamily(smal))
+        font.setFamily(smal);
+    return font;
+}
+
+// `font` at `storst` if every one of `texter` is at most `ledig` pixels wide in it; else
+// its narrower face at the largest size, from `storst` down, at which they are.
+QFont PassandeFont(QFont font, const QStringList& texter, int ledig, int storst) {
+    font.setPixelSize(storst);
+    if (Ryms(font, texter, ledig))
+        return font;
+    font = Smal(font);
+    int storlek = storst;
+    for (; storlek > kMinstaStorlek; --storlek) {
+        font.setPixelSize(storlek);
+        if (Ryms(font, texter, ledig))
+            break;
     }
     font.setPixelSize(storlek);
     return font;
+}
+
+void SattStorlek(QWidget* w, int storlek) {
+    QFont font = w->font();
+    font.setPixelSize(storlek);
+    w->setFont(font);
+}
+
+// The room a check box or button leaves for its text inside its frame.
+int Textrum(QAbstractButton* knapp, QStyle::SubElement del) {
+    QStyleOptionButton option;
+    option.initFrom(knapp);
+    return knapp->style()->subElementRect(del, &option, knapp).width();
+}
+
+// Rows of fixed-width text, each drawn from a known point so that the column headings can
+// be placed over the columns.
+constexpr qreal kRadMarginal = 1;
+
+class RadRitare : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* p, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override {
+        QStyleOptionViewItem o = option;
+        initStyleOption(&o, index);
+        const QString text = o.text;
+        o.text.clear();
+        const QWidget* lista = o.widget;
+        QStyle* stil = lista != nullptr ? lista->style() : QApplication::style();
+        stil->drawControl(QStyle::CE_ItemViewItem, &o, p, lista);
+        const bool vald = (o.state & QStyle::State_Selected) != 0;
+        QFontMetricsF fm(o.font);
+        p->save();
+        p->setFont(o.font);
+        p->setPen(o.palette.color(vald ? QPalette::HighlightedText : QPalette::Text));
+        qreal bas = o.rect.top() + (o.rect.height() - fm.height()) / 2 + fm.ascent();
+        p->drawText(QPointF(o.rect.left() + kRadMarginal, bas), text);
+        p->restore();
+    }
+};
+
+// The player's name shows from its first letter whenever it is not being typed: when it
+// is set from the stored name or the hiscore list, and when the typing is done.
+class NamnFalt : public QLineEdit {
+public:
+    NamnFalt(const QString& text, QWidget* parent) : QLineEdit(text, parent) {
+        connect(this, &QLineEdit::textChanged, this, [this] {
+            if (!hasFocus())
+                setCursorPosition(0);
+        });
+    }
+
+protected:
+    void focusOutEvent(QFocusEvent* e) override {
+        QLineEdit::focusOutEvent(e);
+        setCursorPosition(0);
+    }
+};
+
+// A heading's words: each runs up to and including its colon, the last to the end.
+QStringList RubrikensOrd(const QString& rubrik) {
+    QStringList ord;
+    qsizetype start = 0;
+    for (qsizetype i = 0; i < rubrik.size(); ++i)
+        if (rubrik[i] == QLatin1Char(':')) {
+            ord << rubrik.mid(start, i + 1 - start).trimmed();
+            start = i + 1;
+        }
+    QString sista = rubrik.mid(start).trimmed();
+    if (!sista.isEmpty())
+        ord << sista;
+    return ord;
+}
+
+// On one line the words `ord` (anchors `a`, widths `b`, in order) keep `mellanrum` apart;
+// the smallest largest shift from their anchors that allows it, and the places.
+qreal PlaceraPaRad(const std::vector<size_t>& ord, const std::vector<qreal>& a,
+                   const std::vector<qreal>& b, qreal mellanrum, std::vector<qreal>& x) {
+    qreal skift = 0;
+    for (size_t i = 0; i < ord.size(); ++i) {
+        qreal langd = 0;
+        for (size_t j = i + 1; j < ord.size(); ++j) {
+            langd += b[ord[j - 1]] + mellanrum;
+            skift = std::max(skift, (langd - (a[ord[j]] - a[ord[i]])) / 2);
+        }
+    }
+    // As far left as the shift allows, then each as near its anchor as its right
+    // neighbour lets it be.
+    qreal slut = -std::numeric_limits<qreal>::infinity();
+    for (size_t k : ord) {
+        x[k] = std::max(a[k] - skift, slut);
+        slut = x[k] + b[k] + mellanrum;
+    }
+    for (size_t i = ord.size(); i-- > 0;) {
+        size_t k = ord[i];
+        qreal hoger = i + 1 < ord.size() ? x[ord[i + 1]] - mellanrum - b[k]
+                                         : std::numeric_limits<qreal>::infinity();
+        x[k] = std::max(x[k], std::min(a[k], hoger));
+    }
+    return skift;
 }
 
 void Farga(QWidget* w, QColor farg) {
@@ -92,10 +238,11 @@ void HighOLLView::VisaHiscoreLista(int spelNr) {
     clear();
     valkomst->hiscoreRader.fill(nullptr);
     if (!last) {
-        valkomst->rubrikRad->setText(QString::fromLatin1(kIngenTabell));
+        valkomst->rubrikRad->VisaRubrik(QString::fromLatin1(kIngenTabell), {});
         return;
     }
-    valkomst->rubrikRad->setText(QString::fromLatin1(HiscoreRubrik(spelNr)));
+    valkomst->rubrikRad->VisaRubrik(QString::fromLatin1(HiscoreRubrik(spelNr)),
+                                    HiscoreKolumner(spelNr));
     for (int i = 0; i < kHiscorePlatser; ++i) {
         auto* item = new QListWidgetItem(QString::fromUtf8(HiscoreRad(i, tabell[i], spelNr)));
         valkomst->hiscoreRader[i] = item;
@@ -112,9 +259,138 @@ void HighOLLView::MouseDown(QPoint where) {
     if (!LasTabell(valkomst->store, attributNamn, tabell))
         return;
     const char* namn = tabell[rad].namn;
+    valkomst->spelarFalt->clearFocus();
     valkomst->spelarFalt->setText(
         QString::fromUtf8(namn, static_cast<int>(strnlen(namn, sizeof tabell[rad].namn))));
-    valkomst->spelarFalt->clearFocus();
+    valkomst->spelarFalt->setCursorPosition(0);
+}
+
+qreal HighOLLView::KolumnX(int kolumn) const {
+    return contentsRect().left() + kRadMarginal +
+           QFontMetricsF(font()).horizontalAdvance(QString(kolumn, QLatin1Char(' ')));
+}
+
+qreal HighOLLView::Teckenbredd() const {
+    return QFontMetricsF(font()).horizontalAdvance(QLatin1Char(' '));
+}
+
+RubrikRad::RubrikRad(const QString& text, QWidget* parent, const HighOLLView* hiscoreLista)
+    : QLabel(text, parent), lista(hiscoreLista) {
+    setAlignment(Qt::AlignLeft | Qt::AlignBottom);
+}
+
+void RubrikRad::VisaRubrik(const QString& text, std::vector<int> kolumnerna) {
+    kolumner = std::move(kolumnerna);
+    setText(text);
+    update();
+}
+
+std::vector<RubrikRad::Ord> RubrikRad::Placera(const QString& text,
+                                               const std::vector<int>& kolumnerna,
+                                               const QFont& font, qreal* storstaSkift) const {
+    QStringList ord = RubrikensOrd(text);
+    if (kolumnerna.empty() || static_cast<size_t>(ord.size()) != kolumnerna.size())
+        return {};
+    QFontMetricsF fm(font);
+    const size_t n = kolumnerna.size();
+    std::vector<qreal> a(n);
+    std::vector<qreal> b(n);
+    for (size_t i = 0; i < n; ++i) {
+        a[i] = lista->x() + lista->KolumnX(kolumnerna[i]) - x();
+        b[i] = fm.horizontalAdvance(ord[static_cast<qsizetype>(i)]);
+    }
+    const qreal mellanrum = fm.horizontalAdvance(QLatin1Char(' '));
+    const int rader = std::clamp(static_cast<int>(height() / fm.lineSpacing()), 1, 2);
+
+    // Every way of sharing the words among the lines: the one whose largest shift is
+    // smallest, then with the fewest words above the lowest line, then the least shifted.
+    std::vector<int> basta(n, 0);
+    std::vector<qreal> bastaX(n);
+    qreal bastaSkift = std::numeric_limits<qreal>::infinity();
+    int bastaOvan = 0;
+    qreal bastaSumma = 0;
+    size_t antal = 1;
+    for (size_t i = 0; i < n; ++i)
+        antal *= static_cast<size_t>(rader);
+    for (size_t val = 0; val < antal; ++val) {
+        std::vector<int> rad(n);
+        size_t v = val;
+        int ovan = 0;
+        for (size_t i = 0; i < n; ++i) {
+            rad[i] = static_cast<int>(v % static_cast<size_t>(rader));
+            v /= static_cast<size_t>(rader);
+            ovan += rad[i] > 0 ? 1 : 0;
+        }
+        std::vector<qreal> xs(n);
+        qreal skift = 0;
+        for (int r = 0; r < rader; ++r) {
+            std::vector<size_t> paRaden;
+            for (size_t i = 0; i < n; ++i)
+                if (rad[i] == r)
+                    paRaden.push_back(i);
+            skift = std::max(skift, PlaceraPaRad(paRaden, a, b, mellanrum, xs));
+        }
+        qreal summa = 0;
+        for (size_t i = 0; i < n; ++i)
+            summa += std::abs(xs[i] - a[i]);
+        if (std::tie(skift, ovan, summa) < std::tie(bastaSkift, bastaOvan, bastaSumma)) {
+            bastaSkift = skift;
+            bastaOvan = ovan;
+            bastaSumma = summa;
+            basta = rad;
+            bastaX = xs;
+        }
+    }
+
+    std::vector<Ord> placerade;
+    for (size_t i = 0; i < n; ++i) {
+        qreal bas = height() - 1 - fm.descent() - basta[i] * fm.lineSpacing();
+        placerade.push_back(
+            {ord[static_cast<qsizetype>(i)],
+             QRectF(bastaX[i], bas - fm.ascent(), b[i], fm.ascent() + fm.descent())});
+    }
+    if (storstaSkift != nullptr)
+        *storstaSkift = bastaSkift;
+    return placerade;
+}
+
+std::vector<RubrikRad::Ord> RubrikRad::OrdRutor() const {
+    return Placera(text(), kolumner, font(), nullptr);
+}
+
+void RubrikRad::PassaFont(const std::vector<std::pair<QString, std::vector<int>>>& rubriker,
+                          int storst, qreal maxSkift) {
+    QFont prov = font();
+    int storlek = storst;
+    for (; storlek > kMinstaStorlek; --storlek) {
+        prov.setPixelSize(storlek);
+        bool passar = true;
+        for (const auto& [text, kolumnerna] : rubriker) {
+            qreal skift = 0;
+            std::vector<Ord> ord = Placera(text, kolumnerna, prov, &skift);
+            passar = passar && skift <= maxSkift && !ord.empty() &&
+                     ord.back().ruta.right() <= width() && ord.front().ruta.left() >= 0;
+            for (const Ord& o : ord)
+                passar = passar && o.ruta.top() >= 0 && o.ruta.right() <= width();
+        }
+        if (passar)
+            break;
+    }
+    SattStorlek(this, storlek);
+}
+
+void RubrikRad::paintEvent(QPaintEvent* event) {
+    std::vector<Ord> ord = OrdRutor();
+    if (ord.empty()) {
+        QLabel::paintEvent(event);
+        return;
+    }
+    QPainter p(this);
+    p.setFont(font());
+    p.setPen(palette().color(foregroundRole()));
+    QFontMetricsF fm(font());
+    for (const Ord& o : ord)
+        p.drawText(QPointF(o.ruta.left(), o.ruta.top() + fm.ascent()), o.text);
 }
 
 WelcomeView::WelcomeView(QWidget* parent, AttributeStore& attributStore)
@@ -125,6 +401,10 @@ WelcomeView::WelcomeView(QWidget* parent, AttributeStore& attributStore)
     stor.setPixelSize(34);
     setFont(stor);
 
+    // The controls keep the frames they have always had. The tab view's font at 12 is
+    // their texts' font wherever it fits; where our font is wider than the one the frames
+    // were measured for, a control takes the font's narrower face at the largest size at
+    // which its text shows whole.
     flikar = new QTabWidget(this);
     flikar->setObjectName(QStringLiteral("tab_view"));
     QFont flikFont = flikar->font();
@@ -140,9 +420,6 @@ WelcomeView::WelcomeView(QWidget* parent, AttributeStore& attributStore)
     hjalpRad = new QLabel(QStringLiteral("Enter a name or click in the hiscoretable"), spelFlik);
     hjalpRad->setObjectName(QStringLiteral("StringView"));
     hjalpRad->setGeometry(Ram(10, 10, 210, 30));
-    // Our font is wider than the one the line was measured for: let it run on rather
-    // than cut it.
-    hjalpRad->resize(std::max(hjalpRad->width(), hjalpRad->sizeHint().width()), hjalpRad->height());
 
     titelRad = new QLabel(QStringLiteral("Highscore for Idioten 1"), spelFlik);
     titelRad->setObjectName(QStringLiteral("hititleview"));
@@ -151,37 +428,50 @@ WelcomeView::WelcomeView(QWidget* parent, AttributeStore& attributStore)
     titelFont.setPixelSize(16);
     titelRad->setFont(titelFont);
     titelRad->setGeometry(Ram(300, 20, 600, 40));
-
-    rubrikRad = new QLabel(QString::fromLatin1(kRubrikStart), spelFlik);
-    rubrikRad->setObjectName(QStringLiteral("hiinfoview"));
-    // The headings are in the plain, proportional font: spelt with their blanks, they
-    // then stand over the columns of the fixed-width rows below.
-    QFont rubrikFont = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
-    rubrikFont.setPixelSize(10);
-    rubrikRad->setFont(rubrikFont);
-    rubrikRad->setGeometry(Ram(200, 50, 600, 63));
+    QStringList titlar;
+    for (const char* spel : kSpelRader)
+        titlar << QStringLiteral("Highscore for %1").arg(QString::fromUtf8(spel));
+    titelRad->setFont(PassandeFont(titelFont, titlar, titelRad->width(), 16));
 
     auto* spelarEtikett = new QLabel(QStringLiteral("Player = "), spelFlik);
     spelarEtikett->setGeometry(Ram(10, 40, 59, 60));
-    spelarFalt = new QLineEdit(QStringLiteral("Guest"), spelFlik);
+    spelarEtikett->setFont(
+        PassandeFont(flikFont, {spelarEtikett->text()}, spelarEtikett->width(), 12));
+    spelarFalt = new NamnFalt(QStringLiteral("Guest"), spelFlik);
     spelarFalt->setObjectName(QStringLiteral("textcontrol"));
     spelarFalt->setGeometry(Ram(60, 40, 170, 60));
 
     valjRad = new QLabel(QStringLiteral("Choose a game to play"), spelFlik);
     valjRad->setObjectName(QStringLiteral("StringView"));
     valjRad->setGeometry(Ram(10, 70, 210, 90));
+    // The two lines of help read as one voice: one size for both.
+    QFont hjalpFont =
+        PassandeFont(flikFont, {hjalpRad->text(), valjRad->text()}, hjalpRad->width(), 12);
+    hjalpRad->setFont(hjalpFont);
+    valjRad->setFont(hjalpFont);
 
     hiscoreLista = new HighOLLView(spelFlik, this);
-    hiscoreLista->setFont(FastBredd(11));
-    hiscoreLista->setTextElideMode(Qt::ElideNone);
+    hiscoreLista->setFont(FastBredd(12));
+    hiscoreLista->setItemDelegate(new RadRitare(hiscoreLista));
     hiscoreLista->setGeometry(Ram(200, 65, 570, 300));
     hiscoreLista->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     hiscoreLista->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
 
+    // The headings need two lines (see RubrikRad): their frame reaches up from the list
+    // to the title's.
+    rubrikRad = new RubrikRad(QString::fromLatin1(kRubrikStart), spelFlik, hiscoreLista);
+    rubrikRad->setObjectName(QStringLiteral("hiinfoview"));
+    rubrikRad->setFont(Smal(flikFont));
+    rubrikRad->setGeometry(Ram(200, 41, 600, 63));
+    std::vector<std::pair<QString, std::vector<int>>> rubriker = {
+        {QString::fromLatin1(kRubrikStart), HiscoreKolumner(0)}};
+    for (int spel = 0; spel < 12; ++spel)
+        rubriker.emplace_back(QString::fromLatin1(HiscoreRubrik(spel)), HiscoreKolumner(spel));
+    // A word may stand off its column by less than a character, never by a whole one.
+    rubrikRad->PassaFont(rubriker, 12, hiscoreLista->Teckenbredd() - 1);
+    rubrikRad->VisaRubrik(QString::fromLatin1(kRubrikStart), HiscoreKolumner(0));
+
     spelLista = new SpelOLLView(spelFlik, this);
-    QFont listFont = spelLista->font();
-    listFont.setPixelSize(14);
-    spelLista->setFont(listFont);
     spelLista->setGeometry(Ram(10, 100, 170, 300));
     spelLista->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     spelLista->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
@@ -189,6 +479,14 @@ WelcomeView::WelcomeView(QWidget* parent, AttributeStore& attributStore)
         spelRader[i] = new QListWidgetItem(QString::fromUtf8(SpelNamn(i)));
         spelLista->addItem(spelRader[i]);
     }
+    // All twelve games in view at once: size 14, or the largest below it at which they fit.
+    int listStorlek = 14;
+    for (; listStorlek > kMinstaStorlek; --listStorlek) {
+        SattStorlek(spelLista, listStorlek);
+        if (12 * spelLista->sizeHintForRow(0) <= spelLista->contentsRect().height())
+            break;
+    }
+    SattStorlek(spelLista, listStorlek);
 
     optionFlik = new QWidget;
     optionFlik->setObjectName(QStringLiteral("OptionView"));
@@ -198,6 +496,8 @@ WelcomeView::WelcomeView(QWidget* parent, AttributeStore& attributStore)
     animeringsRuta = new QCheckBox(QStringLiteral("Animation"), optionFlik);
     animeringsRuta->setObjectName(QStringLiteral("checkbox"));
     animeringsRuta->setGeometry(Ram(49, 110, 115, 132));
+    animeringsRuta->setFont(PassandeFont(flikFont, {animeringsRuta->text()},
+                                         Textrum(animeringsRuta, QStyle::SE_CheckBoxContents), 12));
     connect(animeringsRuta, &QCheckBox::toggled, this, [this] { Posta(kAnimering); });
 
     auto knapp = [this](const char* namn, const char* text, BRect ram, type_code what) {
@@ -212,6 +512,12 @@ WelcomeView::WelcomeView(QWidget* parent, AttributeStore& attributStore)
         knapp("clearbutton", "Clear Background", BRect(200, 150, 300, 200), kRensaBakgrund);
     aterstallKnapp =
         knapp("resetallbutton", "Reset to default", BRect(200, 250, 300, 300), kAterstall);
+    // One font for the three buttons, with a little air on either side of the longest text.
+    QFont knappFont =
+        PassandeFont(flikFont, {oppnaKnapp->text(), rensaKnapp->text(), aterstallKnapp->text()},
+                     Textrum(oppnaKnapp, QStyle::SE_PushButtonContents) - 4, 12);
+    for (QPushButton* b : {oppnaKnapp, rensaKnapp, aterstallKnapp})
+        b->setFont(knappFont);
 
     // Game 0's table at start; until a game is chosen the heading keeps its first words.
     HiscoreLista tabell;
@@ -221,7 +527,7 @@ WelcomeView::WelcomeView(QWidget* parent, AttributeStore& attributStore)
             hiscoreLista->addItem(hiscoreRader[i]);
         }
     } else {
-        rubrikRad->setText(QString::fromLatin1(kIngenTabell));
+        rubrikRad->VisaRubrik(QString::fromLatin1(kIngenTabell), {});
     }
 }
 

@@ -4,15 +4,17 @@
 #include "cards/HiscoreRader.h"
 
 #include <QImage>
+#include <QLabel>
 #include <QListWidget>
 #include <QWidget>
 
 #include <array>
 #include <string>
+#include <utility>
+#include <vector>
 
 class AttributeStore;
 class QCheckBox;
-class QLabel;
 class QLineEdit;
 class QPushButton;
 class QTabWidget;
@@ -52,6 +54,11 @@ public:
     void VisaHiscoreLista(int spelNr);
     const std::string& AttributNamn() const { return attributNamn; }
 
+    // Where the character at `kolumn` of a row begins, in the list's own coordinates.
+    qreal KolumnX(int kolumn) const;
+    // The width of one character of the rows.
+    qreal Teckenbredd() const;
+
 protected:
     void MouseDown(QPoint where) override;
 
@@ -59,6 +66,42 @@ private:
     WelcomeView* valkomst;
     HiscoreLista tabell;
     std::string attributNamn = "FJOLK:Spel0";
+};
+
+// The column headings over the hiscore list. Its text is the heading as the program has
+// always spelt it, blanks and all; each of the heading's words (up to and including its
+// colon) is drawn with its left edge over the column of the list where its field begins.
+// The words are wider than their columns lie apart, so they are staggered on as many
+// lines as the label's height holds, the lowest line first.
+class RubrikRad : public QLabel {
+public:
+    RubrikRad(const QString& text, QWidget* parent, const HighOLLView* lista);
+
+    // Shows `text` over the list; with one column for each of its words, word by word,
+    // else as one line.
+    void VisaRubrik(const QString& text, std::vector<int> kolumner);
+
+    struct Ord {
+        QString text;
+        QRectF ruta;
+    };
+    // Where each word is drawn, in the label's coordinates; empty when the text is one line.
+    std::vector<Ord> OrdRutor() const;
+
+    // Chooses the largest pixel size, from `storst` down, at which every one of `rubriker`
+    // stands over its columns, no word more than `maxSkift` pixels from its column.
+    void PassaFont(const std::vector<std::pair<QString, std::vector<int>>>& rubriker, int storst,
+                   qreal maxSkift);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    std::vector<Ord> Placera(const QString& text, const std::vector<int>& kolumnerna,
+                             const QFont& font, qreal* storstaSkift) const;
+
+    const HighOLLView* lista;
+    std::vector<int> kolumner;
 };
 
 // What the window shows while no game is played: the player's name, the game list with
@@ -77,7 +120,7 @@ public:
     AttributeStore& store;
 
     QLabel* titelRad = nullptr;
-    QLabel* rubrikRad = nullptr;
+    RubrikRad* rubrikRad = nullptr;
     QLabel* hjalpRad = nullptr;
     QLabel* valjRad = nullptr;
     QLineEdit* spelarFalt = nullptr;
