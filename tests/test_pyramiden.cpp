@@ -527,6 +527,19 @@ private slots:
         QVERIFY(p.has_value());
         DraFranTill(*d.vy, *p, d.Mitten(36));
         QCOMPARE(d.spel->UndoLista(), (Undo{{222, 36}, {24, 65}, {36, 94}}));
+        // Over the empty stock of the first pass: the waste is turned over at the press,
+        // which clears the undo records, and the drop's pair is recorded after it.
+        Bord r(true, 1280, 1024);
+        r.Lagg(36, KLOVER, 2);
+        r.Lagg(24, HJARTER, 5);
+        r.Lagg(21, SPADER, 8);
+        r.spel->BordForTest().undoLista = {{222, 36}};
+        p = PunktPaKortOchLek(r.spel->Bordet(), 24);
+        QVERIFY(p.has_value());
+        DraFranTill(*r.vy, *p, r.Mitten(21));
+        QCOMPARE(r.spel->Giv(), 2);
+        QVERIFY(r.Har(120, KLOVER, 2));
+        QCOMPARE(r.spel->UndoLista(), (Undo{{24, 65}, {21, 107}}));
         // Away from the stock the same card only pairs.
         Bord e(true, 1280, 1024);
         e.FyllLeken(3);
