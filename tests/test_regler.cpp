@@ -135,8 +135,10 @@ private slots:
                         regler.Angra(*bord, nullptr);
                         if (!LikaUtomAngra(*fore, *bord))
                             QFAIL("undo did not give back the table, after" + logg.Text());
-                        bord->TaFran(*fore);
                     }
+                    // A move no undo reaches back across (a new attempt, a redeal) is put
+                    // back by hand, so that it is made once, not twice.
+                    bord->TaFran(*fore);
                 }
                 regler.GorDrag(*bord, d, nullptr);
                 if (bord->undoLista.empty())

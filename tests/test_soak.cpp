@@ -89,10 +89,26 @@ bool StrategyVunnen(const std::vector<Lucka>& luckor) {
     return hemma == 52;
 }
 
+// 13-Pyramiden: no card left in the 28 places of the pyramid.
+bool PyramidenVunnen(const std::vector<Lucka>& luckor) {
+    for (int i = 0; i < 28; ++i)
+        if (!luckor[i].Tom())
+            return false;
+    return true;
+}
+
+// Black hole: every one of the 52 cards in the hole.
+bool BlackholeVunnen(const std::vector<Lucka>& luckor) {
+    for (int i = 0; i < 52; ++i)
+        if (luckor[i].Tom())
+            return false;
+    return true;
+}
+
 const std::map<int, std::function<bool(const std::vector<Lucka>&)>>& VunnetFor() {
     static const std::map<int, std::function<bool(const std::vector<Lucka>&)>> tabell = {
-        {0, IdiotenVunnen}, {2, GodnattvalsenVunnen}, {3, TowerVunnen},
-        {8, KungarPa(184)}, {9, KungarPa(192)},       {11, StrategyVunnen}};
+        {0, IdiotenVunnen}, {2, GodnattvalsenVunnen}, {3, TowerVunnen},      {7, PyramidenVunnen},
+        {8, KungarPa(184)}, {9, KungarPa(192)},       {10, BlackholeVunnen}, {11, StrategyVunnen}};
     return tabell;
 }
 

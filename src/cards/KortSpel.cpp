@@ -1,5 +1,6 @@
 #include "cards/KortSpel.h"
 
+#include "cards/Hiscore.h"
 #include "cards/KortUtSeende.h"
 #include "platform/QtGeometry.h"
 
@@ -101,14 +102,25 @@ void KortSpel::RitaKantLinje(QPainter& p, BRect pos) {
 
 void KortSpel::RitaKnapp(QPainter& p, BRect pos, const char* text, rgb_color fyllning,
                          rgb_color textFarg) {
+    RitaRundRuta(p, pos, 5.0f, fyllning);
+    RitaText(p, BPoint(pos.left + 5, pos.top + 30), text, textFarg);
+}
+
+void KortSpel::RitaRundRuta(QPainter& p, BRect pos, float radie, rgb_color fyllning) {
     p.save();
     p.setRenderHint(QPainter::Antialiasing);
     p.setPen(QPen(Qt::black, 1.0));
     p.setBrush(ToQColor(fyllning));
-    p.drawPath(Rundad(pos, 5.0f));
-    p.setPen(ToQColor(textFarg));
+    p.drawPath(Rundad(pos, radie));
+    p.restore();
+}
+
+void KortSpel::RitaText(QPainter& p, BPoint var, const char* text, rgb_color farg) {
+    p.save();
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setPen(ToQColor(farg));
     p.setFont(SpelFont());
-    p.drawText(QPointF(pos.left + 5, pos.top + 30), QString::fromUtf8(text));
+    p.drawText(QPointF(var.x, var.y), QString::fromUtf8(text));
     p.restore();
 }
 
@@ -270,4 +282,37 @@ void Patiens::FlygLucka(int fran, int till, int under, int tid, bool kant, bool 
     SattAnimering(luckor[fran].GePos(), luckor[till].GePos(), luckor[fran].GeKort().GePos(),
                   underPos, underKort);
     TTAnimeraKort(vy, tid, kant);
+}
+
+int Patiens::AngraEnligtRegler(Flygledare* flyg) {
+    if (Tabell().undoLista.empty())
+        return 0;
+    int kvar = Regler().Angra(Tabell(), flyg);
+    vy->InvalidateOffscreen();
+    return kvar;
+}
+
+int Patiens::SparaHiscore() {
+    return ::AddHiscore(SpelNummer(), Regler().Resultat(Tabell()), Tabell().antalUndo,
+                        vy->SpelarNamn(), startTid);
+}
+
+bool Patiens::KlickaEllerLyft(SpelYta* view, BPoint where, int kalla,
+                              const std::optional<Drag>& klick, Flygledare* flyg) {
+    if (VantaPaAvsikt(view, where) == Avsikt::Klick) {
+        if (klick)
+            Regler().GorDrag(Tabell(), *klick, flyg);
+        return false;
+    }
+    valdaLuckor = {kalla};
+    ByggDragBild(Tabell().luckor, valdaLuckor, where);
+    return true;
+}
+
+int Patiens::SlapptKort(SpelYta* view, BPoint* where) {
+    int kalla = valdaLuckor.size() == 1 ? valdaLuckor.front() : -1;
+    valdaLuckor.clear();
+    uint32_t knappar = 0;
+    view->GetMouse(where, &knappar);
+    return kalla;
 }

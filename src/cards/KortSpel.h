@@ -59,6 +59,10 @@ public:
     static void RitaKnapp(QPainter& p, BRect pos, const char* text, rgb_color fyllning,
                           rgb_color textFarg);
     static void RitaRaknare(QPainter& p, BRect pos, const char* text, int varde);
+    // A rounded rectangle filled with `fyllning` and outlined in black.
+    static void RitaRundRuta(QPainter& p, BRect pos, float radie, rgb_color fyllning);
+    // A text in the table's font, its base line starting at `var`.
+    static void RitaText(QPainter& p, BPoint var, const char* text, rgb_color farg);
     // The drag image: the given slots' cards, laid where they lie, cut to their union.
     void ByggDragBild(const std::vector<Lucka>& luckor, const std::vector<int>& valda,
                       BPoint where);
@@ -142,6 +146,21 @@ protected:
     // The common end of every NyttSpel: the table drawn through the off-screen frame
     // and shown, and the clock started.
     void VisaNyttSpel();
+    // A press on the single card of slot `kalla`, as most games take it: a click makes
+    // `klick` (when there is one), flown by `flyg`, and returns false; a drag picks the card
+    // up with its image and returns true.
+    bool KlickaEllerLyft(SpelYta* view, BPoint where, int kalla, const std::optional<Drag>& klick,
+                         Flygledare* flyg);
+    // The single card being dragged, let go: its slot (-1 when none or several were
+    // dragged) and the point it was released at.
+    int SlapptKort(SpelYta* view, BPoint* where);
+    // What a game's Undo does: the rules take back the newest move, each card flown by
+    // `flyg` (none with animation off), and the view shows the table; 0 when there was
+    // nothing to undo, else the records left.
+    int AngraEnligtRegler(Flygledare* flyg);
+    // What a game's AddHiscore does: the table's result and undos entered in the game's
+    // hiscore table under the player's name; the place.
+    int SparaHiscore();
     // Shows the stock (or any slots) face down in the off-screen frame before a deal.
     void RitaBaksidor(int forsta, int sista);
     // The card of slot `fran` flies to slot `till` in `tid` microseconds; the card in slot

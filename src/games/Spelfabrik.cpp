@@ -1,5 +1,7 @@
 #include "games/Spelfabrik.h"
 
+#include "games/Blackhole.h"
+#include "games/BlackholeRegler.h"
 #include "games/Eightoff.h"
 #include "games/EightoffRegler.h"
 #include "games/Freecell.h"
@@ -8,6 +10,8 @@
 #include "games/GodnattvalsenRegler.h"
 #include "games/Idioten.h"
 #include "games/IdiotenRegler.h"
+#include "games/Pyramiden.h"
+#include "games/PyramidenRegler.h"
 #include "games/Strategy.h"
 #include "games/StrategyRegler.h"
 #include "games/Tower.h"
@@ -38,10 +42,10 @@ const Spelet kSpelen[kAntalSpel] = {
     {"Kvarnen", "Kvarnen", nullptr, nullptr},
     {"Glädjespridaren", "Glädjespridaren", nullptr, nullptr},
     {"Farfars klocka", "Farfars Klocka", nullptr, nullptr},
-    {"13-Pyramiden", "13-Pyramiden", nullptr, nullptr},
+    {"13-Pyramiden", "13-Pyramiden", &Skapa<Pyramiden>, &PyramidenRegler::Regler},
     {"Freecell", "Freecell", &Skapa<Freecell>, &FreecellRegler::Regler},
     {"Eight off", "Eight off", &Skapa<Eightoff>, &EightoffRegler::Regler},
-    {"Black hole", "Black hole", nullptr, nullptr},
+    {"Black hole", "Black hole", &Skapa<Blackhole>, &BlackholeRegler::Regler},
     {"Strategy", "Strategy", &Skapa<Strategy>, &StrategyRegler::Regler},
 };
 

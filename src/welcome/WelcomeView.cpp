@@ -429,8 +429,8 @@ WelcomeView::WelcomeView(QWidget* parent, AttributeStore& attributStore)
     titelRad->setFont(titelFont);
     titelRad->setGeometry(Ram(300, 20, 600, 40));
     QStringList titlar;
-    for (const char* spel : kSpelRader)
-        titlar << QStringLiteral("Highscore for %1").arg(QString::fromUtf8(spel));
+    for (int spel = 0; spel < kAntalSpel; ++spel)
+        titlar << QStringLiteral("Highscore for %1").arg(QString::fromUtf8(SpelNamn(spel)));
     titelRad->setFont(PassandeFont(titelFont, titlar, titelRad->width(), 16));
 
     auto* spelarEtikett = new QLabel(QStringLiteral("Player = "), spelFlik);

@@ -1,0 +1,154 @@
+#include "games/BlackholeRegler.h"
+
+#include "cards/Flyttar.h"
+#include "cards/Luckor.h"
+#include "games/KolumnRegler.h"
+
+#include <cstdlib>
+
+namespace BlackholeRegler {
+
+bool Passar(const Kort& kort, const Kort& halTopp) {
+    int c = kort.KortValor();
+    int t = halTopp.KortValor();
+    return std::abs(c - t) == 1 || (c == 13 && t == 1) || (c == 1 && t == 13);
+}
+
+int HaletsNasta(const std::vector<Lucka>& luckor) {
+    return ForstaTomma(luckor, kForstaHal, kSistaHal);
+}
+
+int HaletsTopp(const std::vector<Lucka>& luckor) {
+    return LekTopp(luckor, kForstaHal, kSistaHal);
+}
+
+int KortUnder(const std::vector<Lucka>& luckor, BPoint p) {
+    for (int i = kForstaSolfjader; i <= kSistaSolfjader; ++i)
+        if (luckor[i].GePos().Contains(p) && Topp(luckor, i))
+            return i;
+    return -1;
+}
+
+Utlagg RaknaUtLuckor(std::vector<Lucka>& luckor, BRect bounds) {
+    // The grid of the column games: h = (height − 40) / 11, w = (width − 20) / 10.
+    const KolumnRegler::Rutnat rutnat = KolumnRegler::KolumnRutnat(bounds);
+    const int m = rutnat.m;
+    const int v = rutnat.h + m;
+    for (int f = 0; f < kSolfjadrar; ++f) {
+        const bool ovre = f < kOvreSolfjadrar;
+        const int kolumn = ovre ? f : f - kOvreSolfjadrar;
+        const int topp = ovre ? m : 3 * v + m;
+        for (int j = 0; j < kPlatserPerSolfjader; ++j)
+            luckor[kForstaSolfjader + kPlatserPerSolfjader * f + j].NyPos(
+                rutnat.Ruta(kolumn, topp + kSolfjaderSteg * j));
+    }
+    for (int i = kForstaHal; i <= kSistaHal; ++i)
+        luckor[i].NyPos(rutnat.Ruta(4, 2 * v));
+    for (int i = 0; i <= kSistaLek - kForstaLek; ++i)
+        luckor[kForstaLek + i].NyPos(rutnat.Ruta(8, 3 * v + m + i));
+    return Utlagg{rutnat.w, rutnat.h};
+}
+
+std::vector<int> GivPlatser() {
+    std::vector<int> platser;
+    for (int f = 0; f < kSolfjadrar; ++f)
+        for (int j = 0; j < 3; ++j)
+            platser.push_back(kForstaSolfjader + kPlatserPerSolfjader * f + j);
+    return platser;
+}
+
+std::optional<Drag> KlickDrag(const Stallning& bord, int i) {
+    const std::vector<Lucka>& luckor = bord.luckor;
+    int topp = HaletsTopp(luckor);
+    int till = HaletsNasta(luckor);
+    if (!ISolfjader(i) || !Topp(luckor, i) || topp < 0 || till < 0 ||
+        !Passar(luckor[i].GeKort(), luckor[topp].GeKort()))
+        return std::nullopt;
+    return KortDrag(i, till);
+}
+
+std::optional<Drag> DropDrag(const Stallning& bord, int i, BPoint q) {
+    int till = HaletsNasta(bord.luckor);
+    if (till < 0 || !bord.luckor[till].GePos().Contains(q))
+        return std::nullopt;
+    return KlickDrag(bord, i);
+}
+
+void Skapa(Stallning& bord) {
+    bord.luckor.assign(kAntalLuckor, Lucka(BRect(0, 0, 0, 0), false));
+}
+
+void LaggUtLeken(Stallning& bord) {
+    for (Lucka& lucka : bord.luckor)
+        lucka.TaBortKort();
+    bord.giv = 1;
+    bord.kortKvar = 0;
+    bord.antalUndo = 0;
+    bord.undoLista.clear();
+    bord.kortlek.NyKortlek();
+    // The ace of spades is taken out before the shuffle and lies at the stock's bottom.
+    bord.luckor[kForstaLek].TaEmotKort(bord.kortlek.GeValtKort(SPADER, 1));
+    bord.kortlek.Blanda();
+    for (int i = kForstaLek + 1; i <= kSistaLek; ++i)
+        bord.luckor[i].TaEmotKort(bord.kortlek.GeKort());
+}
+
+void DelaUt(Stallning& bord, Flygledare* flyg) {
+    const std::vector<int> platser = GivPlatser();
+    int k = 0;
+    for (int t = kSistaLek; t > kForstaLek; --t) {
+        if (flyg)
+            flyg->FlygKort(t, platser[k], kGivSteg);
+        Flytta(bord.luckor, t, platser[k]);
+        ++k;
+    }
+    if (flyg)
+        flyg->FlygKort(kForstaLek, kForstaHal, kGivSteg);
+    Flytta(bord.luckor, kForstaLek, kForstaHal);
+}
+
+std::vector<Drag> LagligaDrag(const Stallning& bord) {
+    std::vector<Drag> drag;
+    for (int f = 0; f < kSolfjadrar; ++f) {
+        int forsta = kForstaSolfjader + kPlatserPerSolfjader * f;
+        if (bord.luckor[forsta].Tom())
+            continue;
+        if (std::optional<Drag> d = KlickDrag(bord, Toppen(bord.luckor, forsta)))
+            drag.push_back(*d);
+    }
+    return drag;
+}
+
+void GorDrag(Stallning& bord, const Drag& drag, Flygledare* flyg) {
+    if (drag.slag != DragSlag::Kort)
+        return;
+    FlyttaOchSpara(bord, drag.fran, drag.till, flyg, kFlyttSteg);
+    KlarSpel(bord);
+}
+
+int Angra(Stallning& bord, Flygledare* flyg) {
+    if (bord.undoLista.empty())
+        return 0;
+    AngraSenaste(bord, flyg, kAngraSteg);
+    KlarSpel(bord);
+    return static_cast<int>(bord.undoLista.size());
+}
+
+bool KlarSpel(Stallning& bord) {
+    bord.kortKvar = 0;
+    while (bord.kortKvar <= kSistaHal && !bord.luckor[kForstaHal + bord.kortKvar].Tom())
+        ++bord.kortKvar;
+    return bord.kortKvar == 52;
+}
+
+HiscoreResultat Resultat(const Stallning& bord) {
+    return HiscoreResultat{bord.kortKvar, bord.giv};
+}
+
+const SpelRegler& Regler() {
+    static const ReglerAv<Stallning> regler(
+        {Skapa, LaggUtLeken, DelaUt, LagligaDrag, GorDrag, Angra, KlarSpel, Resultat});
+    return regler;
+}
+
+} // namespace BlackholeRegler

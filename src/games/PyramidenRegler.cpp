@@ -1,0 +1,391 @@
+#include "games/PyramidenRegler.h"
+
+#include "cards/Flyttar.h"
+#include "cards/Luckor.h"
+#include "games/LekRegler.h"
+
+#include <algorithm>
+#include <array>
+
+namespace PyramidenRegler {
+
+namespace {
+
+const LekRegler::Lek kLeken{kForstaLek, kSistaLek};
+
+// The rows of the pyramid and the hidden row, by slot.
+constexpr std::array<int, kSistaDolda + 1> RadTabell() {
+    std::array<int, kSistaDolda + 1> rader{};
+    for (int r = 0, i = 0; r <= kRader; ++r)
+        for (int k = 0; k <= r; ++k)
+            rader[i++] = r;
+    return rader;
+}
+constexpr std::array<int, kSistaDolda + 1> kRad = RadTabell();
+
+BRect Rektangel(int left, int top, int right, int bottom) {
+    return BRect(static_cast<float>(left), static_cast<float>(top), static_cast<float>(right),
+                 static_cast<float>(bottom));
+}
+
+// The cards a player can take now: the free pyramid cards, then the waste's top.
+std::vector<int> Lediga(const std::vector<Lucka>& luckor) {
+    std::vector<int> lediga;
+    for (int i = kForstaPyramid; i <= kSistaPyramid; ++i)
+        if (Fri(luckor, i))
+            lediga.push_back(i);
+    int topp = HogTopp(luckor);
+    if (topp >= 0)
+        lediga.push_back(topp);
+    return lediga;
+}
+
+void Kasta(Stallning& bord, int fran, Flygledare* flyg) {
+    FlyttaOchSpara(bord, fran, KastPlats(bord.luckor[fran].GeKort()), flyg, kKastSteg);
+}
+
+// A king goes alone; any other card with its partner, the card itself first.
+void KastaMed(Stallning& bord, int kort, int partner, Flygledare* flyg) {
+    Kasta(bord, kort, flyg);
+    if (partner >= 0)
+        Kasta(bord, partner, flyg);
+}
+
+// The lowest point a press reaches on the stock is its top card as it lay before a turn.
+void SattLekKlickRuta(Stallning& bord, int topp) {
+    bord.lekKlickRuta.bottom = bord.lekRuta.bottom - static_cast<float>(kLekSteg - topp);
+}
+
+void TryckPaLeken(Stallning& bord, Flygledare* flyg) {
+    std::vector<Lucka>& luckor = bord.luckor;
+    int t = LekIndex(luckor);
+    if (t < 0) {
+        if (bord.giv >= kSistaGiv)
+            return;
+        // The waste turned over, not shuffled: its top becomes the stock's bottom.
+        bord.giv = kSistaGiv;
+        bord.undoLista.clear();
+        int n = 0;
+        for (int j = kSistaHogPartner; j >= kForstaHog; --j) {
+            if (luckor[j].Tom())
+                continue;
+            if (flyg)
+                flyg->FlygKort(j, kForstaLek + n, kOmgivSteg);
+            Flytta(luckor, j, kForstaLek + n);
+            ++n;
+        }
+        return;
+    }
+    SattLekKlickRuta(bord, t);
+    int till = ForstaTomma(luckor, kForstaHog, kSistaHog);
+    LekRegler::GeFranLeken(bord, kLeken, {till < 0 ? kForstaHog : till}, flyg, kVandSteg);
+}
+
+// The stock card a turn would put on the waste (-1 when the press turns none) and the
+// waste slot it would go to: what a drag that also presses the stock may pair with.
+int VandsUpp(const Stallning& bord, int& platsen) {
+    int t = LekIndex(bord.luckor);
+    platsen = -1;
+    if (t < 0)
+        return -1;
+    int till = ForstaTomma(bord.luckor, kForstaHog, kSistaHog);
+    platsen = till < 0 ? kForstaHog : till;
+    return kForstaLek + t;
+}
+
+} // namespace
+
+int Rad(int i) {
+    return kRad[static_cast<size_t>(i)];
+}
+
+int KastPlats(const Kort& kort) {
+    return 60 + 13 * kort.KortFarg() + kort.KortValor();
+}
+
+bool Fri(const std::vector<Lucka>& luckor, int i) {
+    if (!IPyramiden(i) || luckor[i].Tom())
+        return false;
+    int under = i + StegNed(i);
+    return luckor[under].Tom() && luckor[under + 1].Tom();
+}
+
+bool ArHogTopp(const std::vector<Lucka>& luckor, int j) {
+    return PaHogen(j) && Topp(luckor, j);
+}
+
+int HogTopp(const std::vector<Lucka>& luckor) {
+    for (int j = kForstaHog; j <= kSistaHog; ++j)
+        if (ArHogTopp(luckor, j))
+            return j;
+    return -1;
+}
+
+bool ArKung(const Lucka& lucka) {
+    return !lucka.Tom() && lucka.GeKort().KortValor() == 13;
+}
+
+bool Trettan(const Lucka& a, const Lucka& b) {
+    return !a.Tom() && !b.Tom() && a.GeKort().KortValor() + b.GeKort().KortValor() == 13;
+}
+
+int KortUnder(const std::vector<Lucka>& luckor, BPoint p) {
+    for (int i = kForstaPyramid; i <= kSistaPyramid; ++i)
+        if (luckor[i].GePos().Contains(p) && Fri(luckor, i))
+            return i;
+    for (int j = kForstaHog; j <= kSistaHog; ++j)
+        if (luckor[j].GePos().Contains(p) && ArHogTopp(luckor, j))
+            return j;
+    return -1;
+}
+
+int KlickPartner(const std::vector<Lucka>& luckor, int i) {
+    for (int k = kForstaPyramid; k <= kSistaPyramid; ++k)
+        if (Fri(luckor, k) && Trettan(luckor[i], luckor[k]))
+            return k;
+    for (int j = kForstaHog; j <= kSistaHogPartner; ++j)
+        if (ArHogTopp(luckor, j) && Trettan(luckor[i], luckor[j]))
+            return j;
+    return -1;
+}
+
+int DropPartner(const std::vector<Lucka>& luckor, int i, BPoint q) {
+    for (int k = kForstaPyramid; k <= kSistaPyramid; ++k)
+        if (Fri(luckor, k) && Trettan(luckor[i], luckor[k]) && luckor[k].GePos().Contains(q))
+            return k;
+    for (int j = kForstaHog; j <= kSistaHogPartner; ++j)
+        if (ArHogTopp(luckor, j) && Trettan(luckor[i], luckor[j]) && luckor[j].GePos().Contains(q))
+            return j;
+    return -1;
+}
+
+Utlagg RaknaUtLuckor(std::vector<Lucka>& luckor, BRect bounds) {
+    const int m = kMellanrum;
+    Utlagg u;
+    u.cw = std::max(static_cast<int>((bounds.Width() - 13.0 * m) / 9.0), kMinsta);
+    u.ch = std::max(static_cast<int>((bounds.Height() - 40.0 - 5.0 * m) / 5.0), kMinsta);
+    const int cw = u.cw;
+    const int ch = u.ch;
+
+    int vanster = 4 * (cw + m);
+    luckor[0].NyPos(Rektangel(vanster, m, vanster + cw, m + ch));
+    // Each row starts half a column further left and 35 pixels lower than the one above.
+    const int h = (cw + m) / 2;
+    for (int r = 1; r <= kRader; ++r) {
+        vanster -= h;
+        const int forsta = r * (r + 1) / 2;
+        for (int k = 0; k <= r; ++k) {
+            int left = vanster + k * (cw + m);
+            luckor[forsta + k].NyPos(
+                Rektangel(left, m + kRadAvstand * r, left + cw, m + kRadAvstand * r + ch));
+        }
+    }
+
+    const BRect R = luckor[31].GePos();
+    const double underDolda = R.top + 2.0 * m + ch / 1.5;
+    for (int j = kForstaHog; j <= kSistaHog; ++j)
+        luckor[j].NyPos(BRect(R.left - static_cast<float>(h),
+                              static_cast<float>(static_cast<int>(underDolda)),
+                              R.left - static_cast<float>(h) + static_cast<float>(cw),
+                              static_cast<float>(static_cast<int>(underDolda + ch))));
+    for (int j = kForstaKast; j <= kSistaKast; ++j)
+        luckor[j].NyPos(Rektangel(m, m, m + cw, m + ch));
+    for (int i = 0; i <= kSistaLek - kForstaLek; ++i) {
+        int top = static_cast<int>(underDolda + i);
+        luckor[kForstaLek + i].NyPos(
+            BRect(R.right + static_cast<float>(m), static_cast<float>(top),
+                  R.right + static_cast<float>(m + cw),
+                  static_cast<float>(static_cast<int>(underDolda + i + ch))));
+    }
+
+    const BRect lek = luckor[kForstaLek].GePos();
+    u.lekRuta = BRect(lek.left, lek.top, lek.left + static_cast<float>(cw),
+                      lek.bottom + static_cast<float>(kLekSteg));
+    return u;
+}
+
+bool Stallning::operator==(const Stallning& annan) const {
+    return static_cast<const BordAv<Stallning>&>(*this) ==
+               static_cast<const BordAv<Stallning>&>(annan) &&
+           giv == annan.giv && lekRuta == annan.lekRuta;
+}
+
+int LekIndex(const std::vector<Lucka>& luckor) {
+    int topp = kLeken.Topp(luckor);
+    return topp < 0 ? -1 : topp - kForstaLek;
+}
+
+bool LekenSvarar(const Stallning& bord) {
+    return LekIndex(bord.luckor) >= 0 || bord.giv < kSistaGiv;
+}
+
+std::optional<Drag> KlickDrag(const Stallning& bord, int i) {
+    const std::vector<Lucka>& luckor = bord.luckor;
+    if (i < 0 || luckor[i].Tom())
+        return std::nullopt;
+    if (ArKung(luckor[i]))
+        return KortDrag(i, KastPlats(luckor[i].GeKort()));
+    int partner = KlickPartner(luckor, i);
+    if (partner < 0)
+        return std::nullopt;
+    return ParDrag(i, partner);
+}
+
+std::optional<Drag> DropDrag(const Stallning& bord, int i, BPoint q) {
+    const std::vector<Lucka>& luckor = bord.luckor;
+    if (i < 0 || luckor[i].Tom())
+        return std::nullopt;
+    if (ArKung(luckor[i]))
+        return KortDrag(i, KastPlats(luckor[i].GeKort()));
+    int partner = DropPartner(luckor, i, q);
+    if (partner < 0)
+        return std::nullopt;
+    return ParDrag(i, partner);
+}
+
+std::optional<BPoint> PunktPaKortOchLek(const Stallning& bord, int i) {
+    // A table not laid out yet has no places for the pointer to press.
+    if (bord.lekKlickRuta.Width() < 1)
+        return std::nullopt;
+    BRect bada = bord.luckor[i].GePos() & bord.lekKlickRuta;
+    if (!bada.IsValid())
+        return std::nullopt;
+    float mittX = (bada.left + bada.right) / 2;
+    float mittY = (bada.top + bada.bottom) / 2;
+    for (BPoint p :
+         {BPoint(mittX, mittY), BPoint(bada.left, bada.top), BPoint(bada.right, bada.top),
+          BPoint(bada.left, bada.bottom), BPoint(bada.right, bada.bottom)})
+        if (KortUnder(bord.luckor, p) == i)
+            return p;
+    return std::nullopt;
+}
+
+Drag LekOchKort(int kort, int partner, bool drag) {
+    Drag d = KnappDrag();
+    d.fran = kort;
+    d.andra = partner;
+    d.antal = drag ? 2 : 1;
+    return d;
+}
+
+void Skapa(Stallning& bord) {
+    bord.luckor.assign(kAntalLuckor, Lucka(BRect(0, 0, 0, 0), false));
+    for (int i = kForstaKast; i <= kSistaLek; ++i)
+        bord.luckor[i] = Lucka(BRect(0, 0, 0, 0), true);
+}
+
+void LaggUtLeken(Stallning& bord) {
+    for (Lucka& lucka : bord.luckor)
+        lucka.TaBortKort();
+    bord.giv = 1;
+    bord.antalUndo = 0;
+    bord.undoLista.clear();
+    bord.lekKlickRuta = bord.lekRuta;
+    bord.kortlek.NyKortlek();
+    bord.kortlek.Blanda();
+    for (int i = kForstaLek; i <= kSistaLek; ++i)
+        bord.luckor[i].TaEmotKort(bord.kortlek.GeKort());
+}
+
+void DelaUt(Stallning& bord, Flygledare* flyg) {
+    // The stock's top to the apex, the next two to the second row, and so on.
+    for (int i = 0; i < kPyramidKort; ++i) {
+        if (flyg)
+            flyg->FlygKort(kSistaLek - i, i, kGivSteg);
+        Flytta(bord.luckor, kSistaLek - i, i);
+    }
+}
+
+std::vector<Drag> LagligaDrag(const Stallning& bord) {
+    const std::vector<Lucka>& luckor = bord.luckor;
+    std::vector<Drag> drag;
+    const std::vector<int> lediga = Lediga(luckor);
+    for (int i : lediga) {
+        if (ArKung(luckor[i])) {
+            drag.push_back(KortDrag(i, KastPlats(luckor[i].GeKort())));
+            continue;
+        }
+        for (int j : lediga)
+            if (j != i && j <= kSistaHogPartner && Trettan(luckor[i], luckor[j]))
+                drag.push_back(ParDrag(i, j));
+    }
+    if (!LekenSvarar(bord))
+        return drag;
+    drag.push_back(KnappDrag());
+
+    int vandPlats = -1;
+    const int vand = VandsUpp(bord, vandPlats);
+    for (int i : lediga) {
+        if (!PunktPaKortOchLek(bord, i))
+            continue;
+        if (std::optional<Drag> klick = KlickDrag(bord, i))
+            drag.push_back(LekOchKort(i, klick->slag == DragSlag::Par ? klick->andra : -1, false));
+        if (ArKung(luckor[i])) {
+            drag.push_back(LekOchKort(i, -1, true));
+            continue;
+        }
+        for (int j : lediga)
+            if (IPyramiden(j) && j != i && Trettan(luckor[i], luckor[j]))
+                drag.push_back(LekOchKort(i, j, true));
+        if (vand >= 0 && vandPlats <= kSistaHogPartner && Trettan(luckor[i], luckor[vand]))
+            drag.push_back(LekOchKort(i, vandPlats, true));
+    }
+    return drag;
+}
+
+void GorDrag(Stallning& bord, const Drag& drag, Flygledare* flyg) {
+    switch (drag.slag) {
+    case DragSlag::Kort:
+        Kasta(bord, drag.fran, flyg);
+        break;
+    case DragSlag::Par:
+        KastaMed(bord, drag.fran, drag.andra, flyg);
+        break;
+    case DragSlag::Knapp:
+        if (drag.fran >= 0 && drag.antal == 1)
+            KastaMed(bord, drag.fran, drag.andra, flyg);
+        TryckPaLeken(bord, flyg);
+        // A drop makes no flight.
+        if (drag.fran >= 0 && drag.antal == 2)
+            KastaMed(bord, drag.fran, drag.andra, nullptr);
+        break;
+    default:
+        break;
+    }
+    KlarSpel(bord);
+}
+
+int Angra(Stallning& bord, Flygledare* flyg) {
+    if (bord.undoLista.empty())
+        return 0;
+    std::vector<Lucka>& luckor = bord.luckor;
+    auto [fran, till] = bord.undoLista.back();
+    if (fran == LekRegler::kFranLeken) {
+        ++bord.antalUndo;
+        SattLekKlickRuta(bord, LekIndex(luckor));
+        LekRegler::AngraFranLeken(bord, kLeken, 1, flyg, kAngraSteg);
+    } else {
+        // Half a pair brings the other half back with it, and the step counts twice.
+        const int antal = ArKung(luckor[till]) ? 1 : 2;
+        for (int k = 0; k < antal && !bord.undoLista.empty(); ++k)
+            AngraSenaste(bord, flyg, kAngraSteg);
+    }
+    KlarSpel(bord);
+    return static_cast<int>(bord.undoLista.size());
+}
+
+bool KlarSpel(Stallning& bord) {
+    return AntalFyllda(bord.luckor, kForstaPyramid, kSistaPyramid) == 0;
+}
+
+HiscoreResultat Resultat(const Stallning& bord) {
+    return HiscoreResultat{AntalFyllda(bord.luckor, kForstaPyramid, kSistaPyramid), bord.giv};
+}
+
+const SpelRegler& Regler() {
+    static const ReglerAv<Stallning> regler(
+        {Skapa, LaggUtLeken, DelaUt, LagligaDrag, GorDrag, Angra, KlarSpel, Resultat});
+    return regler;
+}
+
+} // namespace PyramidenRegler
