@@ -9,7 +9,7 @@ int Lek::Topp(const std::vector<Lucka>& luckor) const {
 }
 
 void GeFranLeken(SpelBord& bord, const Lek& lek, const std::vector<int>& mal, Flygledare* flyg,
-                 int steg) {
+                 int steg, bool spara) {
     for (int till : mal) {
         int topp = lek.Topp(bord.luckor);
         if (topp < 0)
@@ -17,7 +17,8 @@ void GeFranLeken(SpelBord& bord, const Lek& lek, const std::vector<int>& mal, Fl
         if (flyg)
             flyg->FlygKort(topp, till, steg);
         Flytta(bord.luckor, topp, till);
-        bord.undoLista.emplace_back(kFranLeken, till);
+        if (spara)
+            bord.undoLista.emplace_back(kFranLeken, till);
     }
 }
 

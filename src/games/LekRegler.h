@@ -22,9 +22,10 @@ struct Lek {
 };
 
 // Deals the stock's top card to each slot of `mal` in turn, while the stock lasts, telling
-// `flyg` of each card first and recording each as (kFranLeken, slot).
+// `flyg` of each card first and recording each as (kFranLeken, slot) unless `spara` is off
+// (a deal no undo reaches back across).
 void GeFranLeken(SpelBord& bord, const Lek& lek, const std::vector<int>& mal, Flygledare* flyg,
-                 int steg);
+                 int steg, bool spara = true);
 
 // Takes back the newest `antal` records, each (kFranLeken, slot): each card returns to the
 // slot above the stock's top. The caller has checked that they are such records.

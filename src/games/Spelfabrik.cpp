@@ -2,10 +2,14 @@
 
 #include "games/Eightoff.h"
 #include "games/EightoffRegler.h"
+#include "games/Farfarsklocka.h"
+#include "games/FarfarsklockaRegler.h"
 #include "games/Freecell.h"
 #include "games/FreecellRegler.h"
 #include "games/Idioten.h"
 #include "games/IdiotenRegler.h"
+#include "games/Kvarnen.h"
+#include "games/KvarnenRegler.h"
 
 namespace {
 
@@ -29,9 +33,9 @@ const Spelet kSpelen[kAntalSpel] = {
     {"Idioten 2", "Idioten 2", nullptr, nullptr},
     {"Godnattvalsen", "Godnattvalsen", nullptr, nullptr},
     {"Tower of Hanoi", "Tower of Hanoi", nullptr, nullptr},
-    {"Kvarnen", "Kvarnen", nullptr, nullptr},
+    {"Kvarnen", "Kvarnen", &Skapa<Kvarnen>, &KvarnenRegler::Regler},
     {"Glädjespridaren", "Glädjespridaren", nullptr, nullptr},
-    {"Farfars klocka", "Farfars Klocka", nullptr, nullptr},
+    {"Farfars klocka", "Farfars Klocka", &Skapa<Farfarsklocka>, &FarfarsklockaRegler::Regler},
     {"13-Pyramiden", "13-Pyramiden", nullptr, nullptr},
     {"Freecell", "Freecell", &Skapa<Freecell>, &FreecellRegler::Regler},
     {"Eight off", "Eight off", &Skapa<Eightoff>, &EightoffRegler::Regler},

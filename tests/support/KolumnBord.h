@@ -3,6 +3,7 @@
 #include "games/KolumnRegler.h"
 #include "games/KolumnSpel.h"
 #include "support/Gester.h"
+#include "support/SpelPaBord.h"
 
 #include <initializer_list>
 #include <memory>
@@ -10,26 +11,11 @@
 
 // A column game (Freecell, Eight off) in a real play view, with a table a test may lay
 // out card by card.
-struct KolumnBord {
-    std::unique_ptr<FjolkView> vy;
-    KolumnSpel* spel = nullptr;
-
-    KolumnBord(int spelNr, bool tomt, int bredd, int hojd, bool animera, unsigned fro) {
-        vy = VyMedSpel(spelNr, fro, bredd, hojd, animera);
-        spel = dynamic_cast<KolumnSpel*>(vy->Spel());
+struct KolumnBord : SpelPaBord<KolumnSpel> {
+    KolumnBord(int spelNr, bool tomt, int bredd, int hojd, bool animera, unsigned fro)
+        : SpelPaBord(spelNr, fro, bredd, hojd, animera) {
         if (tomt)
-            for (Lucka& l : L())
-                l.TaBortKort();
-    }
-    std::vector<Lucka>& L() { return spel->LuckorForTest(); }
-    void Lagg(int lucka, kortfarg farg, int valor) {
-        Kort k(farg, valor, BRect(0, 0, 0, 0));
-        k.NyPos(spel->FramsidaFor(k));
-        L()[lucka].TaEmotKort(k);
-    }
-    bool Har(int lucka, kortfarg farg, int valor) {
-        return !L()[lucka].Tom() && L()[lucka].GeKort().KortFarg() == farg &&
-               L()[lucka].GeKort().KortValor() == valor;
+            Tom();
     }
     // Kings of spades at the bases of the given columns: full columns that take nothing.
     void Kungar(std::initializer_list<int> kolumner) {
