@@ -105,10 +105,31 @@ bool BlackholeVunnen(const std::vector<Lucka>& luckor) {
     return true;
 }
 
+// Kvarnen: each foundation of 18 slots runs from its ace to its king in one suit.
+bool KvarnenVunnen(const std::vector<Lucka>& luckor) {
+    for (int k = 0; k < 4; ++k)
+        for (int j = 0; j < 13; ++j) {
+            const Lucka& l = luckor[18 * k + j];
+            if (l.Tom() || l.GeKort().KortValor() != j + 1 ||
+                l.GeKort().KortFarg() != luckor[18 * k].GeKort().KortFarg())
+                return false;
+        }
+    return true;
+}
+
+// Farfars klocka: all 52 cards on the twelve clock piles, slots 0..227.
+bool KlockanVunnen(const std::vector<Lucka>& luckor) {
+    int paKlockan = 0;
+    for (int i = 0; i < 228; ++i)
+        paKlockan += luckor[i].Tom() ? 0 : 1;
+    return paKlockan == 52;
+}
+
 const std::map<int, std::function<bool(const std::vector<Lucka>&)>>& VunnetFor() {
     static const std::map<int, std::function<bool(const std::vector<Lucka>&)>> tabell = {
-        {0, IdiotenVunnen}, {2, GodnattvalsenVunnen}, {3, TowerVunnen},      {7, PyramidenVunnen},
-        {8, KungarPa(184)}, {9, KungarPa(192)},       {10, BlackholeVunnen}, {11, StrategyVunnen}};
+        {0, IdiotenVunnen},    {2, GodnattvalsenVunnen}, {3, TowerVunnen},   {4, KvarnenVunnen},
+        {6, KlockanVunnen},    {7, PyramidenVunnen},     {8, KungarPa(184)}, {9, KungarPa(192)},
+        {10, BlackholeVunnen}, {11, StrategyVunnen}};
     return tabell;
 }
 

@@ -41,6 +41,13 @@ int TraffMedBand(const std::vector<Lucka>& luckor, int forsta, int sista, BPoint
     return -1;
 }
 
+int ToppVid(const std::vector<Lucka>& luckor, int forsta, int sista, BPoint p) {
+    for (int i = forsta; i <= sista; ++i)
+        if (Topp(luckor, i) && luckor[i].GePos().Contains(p))
+            return i;
+    return -1;
+}
+
 BRect Forlangd(BRect r, float nedat) {
     r.bottom += nedat;
     return r;

@@ -38,6 +38,9 @@ int AntalFyllda(const std::vector<Lucka>& luckor, int forsta, int sista);
 // The first slot of `forsta`..`sista` under the pointer: a top card's whole face, or the
 // band of `band` pixels at the top of a covered card that still shows; -1 for none.
 int TraffMedBand(const std::vector<Lucka>& luckor, int forsta, int sista, BPoint p, float band);
+// The first slot of `forsta`..`sista` that is a top and whose rectangle holds the pointer;
+// -1 for none. Covered cards do not count, however much of them shows.
+int ToppVid(const std::vector<Lucka>& luckor, int forsta, int sista, BPoint p);
 // A slot's rectangle reaching `nedat` pixels further down: a drop a little below a pile's
 // last card still lands on it.
 BRect Forlangd(BRect r, float nedat);

@@ -4,12 +4,16 @@
 #include "games/BlackholeRegler.h"
 #include "games/Eightoff.h"
 #include "games/EightoffRegler.h"
+#include "games/Farfarsklocka.h"
+#include "games/FarfarsklockaRegler.h"
 #include "games/Freecell.h"
 #include "games/FreecellRegler.h"
 #include "games/Godnattvalsen.h"
 #include "games/GodnattvalsenRegler.h"
 #include "games/Idioten.h"
 #include "games/IdiotenRegler.h"
+#include "games/Kvarnen.h"
+#include "games/KvarnenRegler.h"
 #include "games/Pyramiden.h"
 #include "games/PyramidenRegler.h"
 #include "games/Strategy.h"
@@ -39,9 +43,9 @@ const Spelet kSpelen[kAntalSpel] = {
     {"Idioten 2", "Idioten 2", nullptr, nullptr},
     {"Godnattvalsen", "Godnattvalsen", &Skapa<Godnattvalsen>, &GodnattvalsenRegler::Regler},
     {"Tower of Hanoi", "Tower of Hanoi", &Skapa<Tower>, &TowerRegler::Regler},
-    {"Kvarnen", "Kvarnen", nullptr, nullptr},
+    {"Kvarnen", "Kvarnen", &Skapa<Kvarnen>, &KvarnenRegler::Regler},
     {"Glädjespridaren", "Glädjespridaren", nullptr, nullptr},
-    {"Farfars klocka", "Farfars Klocka", nullptr, nullptr},
+    {"Farfars klocka", "Farfars Klocka", &Skapa<Farfarsklocka>, &FarfarsklockaRegler::Regler},
     {"13-Pyramiden", "13-Pyramiden", &Skapa<Pyramiden>, &PyramidenRegler::Regler},
     {"Freecell", "Freecell", &Skapa<Freecell>, &FreecellRegler::Regler},
     {"Eight off", "Eight off", &Skapa<Eightoff>, &EightoffRegler::Regler},

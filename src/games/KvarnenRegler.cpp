@@ -1,0 +1,195 @@
+#include "games/KvarnenRegler.h"
+
+#include "cards/Luckor.h"
+#include "games/LekRegler.h"
+
+#include <algorithm>
+
+namespace KvarnenRegler {
+
+namespace {
+
+using HogRegler::Plats;
+using HogRegler::Rektangel;
+
+const LekRegler::Lek kLeken{kForstaLek, kSistaLek};
+
+// The places that take `kort`, in the order a drop searches them: the foundation tops, then
+// the pile tops, each in slot order.
+std::vector<Plats> Platser(const std::vector<Lucka>& luckor, const std::vector<int>& toppar,
+                           const Kort& kort) {
+    std::vector<Plats> platser;
+    for (int t : toppar)
+        if (TarEmot(luckor, t, kort))
+            platser.push_back({t, t + 1});
+    return platser;
+}
+
+std::vector<int> AllaToppar(const std::vector<Lucka>& luckor) {
+    return HogRegler::Toppar(luckor, kForstaGrund, kSistaHog);
+}
+
+// Four slots a pile, pile by pile: where a deal puts its cards.
+std::vector<int> HogarnasPlatser() {
+    std::vector<int> mal;
+    for (int p = 0; p < kAntalHogar; ++p)
+        for (int j = 0; j < kKortPerHog; ++j)
+            mal.push_back(HogBas(p) + j);
+    return mal;
+}
+
+} // namespace
+
+Utlagg RaknaUtLuckor(std::vector<Lucka>& luckor, BRect bounds) {
+    const int m = kMellanrum;
+    Utlagg u;
+    u.h = std::max(static_cast<int>(bounds.Height() - 40.0f) / 4, kMinstaStorlek);
+    u.w = std::max(static_cast<int>((bounds.Width() - 4 * m) / 8.0f), kMinstaStorlek);
+    const int cw = u.w;
+    const int ch = u.h;
+    const int bu = cw + m;
+    const int bv = ch + m;
+
+    for (int j = 0; j < kPlatserPerHog; ++j) {
+        for (int k = 0; k < 4; ++k) {
+            int left = cw + m + k * bu;
+            int top = m + 3 * j;
+            luckor[GrundBas(k) + j].NyPos(Rektangel(left, top, left + cw, top + ch));
+        }
+        for (int p = 0; p < 6; ++p) {
+            int left = p * bu;
+            int ovre = bv + m + 42 + 3 * j;
+            int nedre = 2 * bv + m + 84 + 3 * j;
+            luckor[HogBas(p) + j].NyPos(Rektangel(left, ovre, left + cw, ovre + ch));
+            luckor[HogBas(6 + p) + j].NyPos(Rektangel(left, nedre, left + cw, nedre + ch));
+        }
+    }
+    for (int i = 0; i <= kSistaLek - kForstaLek; ++i) {
+        int left = 5 * bu + m;
+        int top = 2 * m + i;
+        luckor[kForstaLek + i].NyPos(Rektangel(left, top, left + cw, top + ch));
+    }
+
+    // Beside the base of the last pile of the upper row.
+    BRect b = luckor[HogBas(5)].GePos();
+    u.knapp = BRect(b.right + 20, b.bottom - 40, b.right + 140, b.bottom);
+    return u;
+}
+
+bool TarEmot(const std::vector<Lucka>& luckor, int topp, const Kort& kort) {
+    if (!Topp(luckor, topp))
+        return false;
+    const Kort& under = luckor[topp].GeKort();
+    if (topp <= kSistaGrund)
+        return kort.KortFarg() == under.KortFarg() && kort.KortValor() == under.KortValor() + 1;
+    if (topp <= kSistaHog)
+        return kort.KortValor() == under.KortValor() - 1;
+    return false;
+}
+
+int Traff(const std::vector<Lucka>& luckor, BPoint p) {
+    return ToppVid(luckor, kForstaHog, kSistaGreppbar, p);
+}
+
+int KlickMal(const std::vector<Lucka>& luckor, int fran) {
+    const Kort& kort = luckor[fran].GeKort();
+    for (int t : AllaToppar(luckor))
+        if (TarEmot(luckor, t, kort))
+            return t + 1;
+    return -1;
+}
+
+int DropMal(const std::vector<Lucka>& luckor, int fran, BPoint q) {
+    return HogRegler::DropTill(luckor, Platser(luckor, AllaToppar(luckor), luckor[fran].GeKort()),
+                               q);
+}
+
+void Skapa(Stallning& bord) {
+    bord.luckor.assign(kForstaLek, Lucka(BRect(0, 0, 0, 0), false));
+    bord.luckor.resize(kAntalLuckor, Lucka(BRect(0, 0, 0, 0), true));
+    // An empty place shows nothing: an empty pile takes no card.
+    for (Lucka& lucka : bord.luckor)
+        lucka.NyKantLinje(false);
+}
+
+void LaggUtLeken(Stallning& bord) {
+    for (Lucka& lucka : bord.luckor)
+        lucka.TaBortKort();
+    bord.giv = 1;
+    bord.antalUndo = 0;
+    bord.undoLista.clear();
+    bord.kortlek.NyKortlek();
+    bord.kortlek.Blanda();
+    // The aces on top of the stock, the first found lowest.
+    for (int i = kSistaLek - 3; i <= kSistaLek; ++i)
+        bord.luckor[i].TaEmotKort(bord.kortlek.GeEss());
+    for (int i = kForstaLek; i < kSistaLek - 3; ++i)
+        bord.luckor[i].TaEmotKort(bord.kortlek.GeKort());
+}
+
+void DelaUt(Stallning& bord, Flygledare* flyg) {
+    std::vector<int> mal{GrundBas(0), GrundBas(1), GrundBas(2), GrundBas(3)};
+    std::vector<int> hogar = HogarnasPlatser();
+    mal.insert(mal.end(), hogar.begin(), hogar.end());
+    LekRegler::DelaFranLeken(bord, kLeken, mal, flyg, HogRegler::kGivSteg);
+}
+
+void NastaGiv(Stallning& bord, Flygledare* flyg) {
+    bord.undoLista.clear();
+    ++bord.giv;
+    int n = 0;
+    for (int i = kSistaHog; i >= kForstaHog; --i) {
+        if (bord.luckor[i].Tom())
+            continue;
+        if (flyg)
+            flyg->FlygKort(i, kForstaLek + n, HogRegler::kSamlaSteg);
+        Flytta(bord.luckor, i, kForstaLek + n);
+        ++n;
+    }
+    LekRegler::DelaFranLeken(bord, kLeken, HogarnasPlatser(), flyg, HogRegler::kOmgivSteg);
+}
+
+std::vector<Drag> LagligaDrag(const Stallning& bord) {
+    const std::vector<Lucka>& luckor = bord.luckor;
+    std::vector<int> toppar = AllaToppar(luckor);
+    std::vector<Drag> drag;
+    for (int fran : HogRegler::Toppar(luckor, kForstaHog, kSistaGreppbar)) {
+        std::vector<Plats> platser = Platser(luckor, toppar, luckor[fran].GeKort());
+        HogRegler::LaggTillKortDrag(drag, fran, platser.empty() ? -1 : platser.front().till,
+                                    platser);
+    }
+    drag.push_back(KnappDrag());
+    return drag;
+}
+
+void GorDrag(Stallning& bord, const Drag& drag, Flygledare* flyg) {
+    if (drag.slag == DragSlag::Knapp)
+        NastaGiv(bord, flyg);
+    else
+        HogRegler::FlyttaKort(bord, drag.fran, drag.till, flyg);
+}
+
+int Angra(Stallning& bord, Flygledare* flyg) {
+    return HogRegler::Angra(bord, flyg);
+}
+
+bool KlarSpel(Stallning& bord) {
+    for (int k = 0; k < 4; ++k) {
+        const Lucka& kung = bord.luckor[KungPlats(k)];
+        if (kung.Tom() || kung.GeKort().KortValor() != 13)
+            return false;
+    }
+    return true;
+}
+
+HiscoreResultat Resultat(const Stallning& bord) {
+    return HiscoreResultat{AntalFyllda(bord.luckor, kForstaGrund, kSistaGrund), bord.giv};
+}
+
+const SpelRegler& Regler() {
+    static const ReglerAv<Stallning> regler(
+        {Skapa, LaggUtLeken, DelaUt, LagligaDrag, GorDrag, Angra, KlarSpel, Resultat});
+    return regler;
+}
+
+} // namespace KvarnenRegler
