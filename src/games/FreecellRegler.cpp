@@ -24,19 +24,8 @@ const Plan& Planen() {
     return plan;
 }
 
-namespace {
-
-void SkapaBord(Stallning& bord) {
-    bord.plan = &Planen();
-    Skapa(bord);
-}
-
-} // namespace
-
 const SpelRegler& Regler() {
-    static const ReglerAv<Stallning> regler(
-        {SkapaBord, LaggUtLeken, DelaUt, LagligaDrag, GorDrag, Angra, KlarSpel, Resultat});
-    return regler;
+    return ReglerMed<Planen>();
 }
 
 Rutnat RaknaUtLuckor(std::vector<Lucka>& luckor, BRect ram) {
