@@ -59,9 +59,22 @@ std::function<bool(const std::vector<Lucka>&)> KungarPa(int forstaGrund) {
     };
 }
 
+// Glädjespridaren: a king on level 12 of each foundation of 22 places from slot 352.
+bool GladjespridarenVunnen(const std::vector<Lucka>& luckor) {
+    for (int f = 0; f < 4; ++f) {
+        const Lucka& l = luckor[352 + 22 * f + 12];
+        if (l.Tom() || l.GeKort().KortValor() != 13)
+            return false;
+    }
+    return true;
+}
+
 const std::map<int, std::function<bool(const std::vector<Lucka>&)>>& VunnetFor() {
     static const std::map<int, std::function<bool(const std::vector<Lucka>&)>> tabell = {
-        {0, IdiotenVunnen}, {8, KungarPa(184)}, {9, KungarPa(192)}};
+        {0, IdiotenVunnen},
+        {5, GladjespridarenVunnen},
+        {8, KungarPa(184)},
+        {9, KungarPa(192)}};
     return tabell;
 }
 

@@ -4,6 +4,8 @@
 #include "games/EightoffRegler.h"
 #include "games/Freecell.h"
 #include "games/FreecellRegler.h"
+#include "games/Gladjespridaren.h"
+#include "games/GladjespridarenRegler.h"
 #include "games/Idioten.h"
 #include "games/IdiotenRegler.h"
 
@@ -30,7 +32,7 @@ const Spelet kSpelen[kAntalSpel] = {
     {"Godnattvalsen", "Godnattvalsen", nullptr, nullptr},
     {"Tower of Hanoi", "Tower of Hanoi", nullptr, nullptr},
     {"Kvarnen", "Kvarnen", nullptr, nullptr},
-    {"Glädjespridaren", "Glädjespridaren", nullptr, nullptr},
+    {"Glädjespridaren", "Glädjespridaren", &Skapa<Gladjespridaren>, &GladjespridarenRegler::Regler},
     {"Farfars klocka", "Farfars Klocka", nullptr, nullptr},
     {"13-Pyramiden", "13-Pyramiden", nullptr, nullptr},
     {"Freecell", "Freecell", &Skapa<Freecell>, &FreecellRegler::Regler},
