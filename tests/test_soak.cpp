@@ -59,6 +59,22 @@ std::function<bool(const std::vector<Lucka>&)> KungarPa(int forstaGrund) {
     };
 }
 
+// Idioten 2: nothing left in the stock (slots 112..163), and each column (14 places from
+// 0, 14, 28, 42) holds its ace alone.
+bool Idioten2Vunnen(const std::vector<Lucka>& luckor) {
+    for (int i = 112; i <= 163; ++i)
+        if (!luckor[i].Tom())
+            return false;
+    for (int bas = 0; bas < 56; bas += 14) {
+        if (luckor[bas].Tom() || luckor[bas].GeKort().KortValor() != 1)
+            return false;
+        for (int i = bas + 1; i < bas + 14; ++i)
+            if (!luckor[i].Tom())
+                return false;
+    }
+    return true;
+}
+
 // Glädjespridaren: a king on level 12 of each foundation of 22 places from slot 352.
 bool GladjespridarenVunnen(const std::vector<Lucka>& luckor) {
     for (int f = 0; f < 4; ++f) {
@@ -72,6 +88,7 @@ bool GladjespridarenVunnen(const std::vector<Lucka>& luckor) {
 const std::map<int, std::function<bool(const std::vector<Lucka>&)>>& VunnetFor() {
     static const std::map<int, std::function<bool(const std::vector<Lucka>&)>> tabell = {
         {0, IdiotenVunnen},
+        {1, Idioten2Vunnen},
         {5, GladjespridarenVunnen},
         {8, KungarPa(184)},
         {9, KungarPa(192)}};

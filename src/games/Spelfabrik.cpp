@@ -7,6 +7,8 @@
 #include "games/Gladjespridaren.h"
 #include "games/GladjespridarenRegler.h"
 #include "games/Idioten.h"
+#include "games/Idioten2.h"
+#include "games/Idioten2Regler.h"
 #include "games/IdiotenRegler.h"
 
 namespace {
@@ -28,7 +30,7 @@ struct Spelet {
 // The collection, by game number; a game joins it by filling its entry.
 const Spelet kSpelen[kAntalSpel] = {
     {"Idioten 1", "Idioten", &Skapa<Idioten>, &IdiotenRegler::Regler},
-    {"Idioten 2", "Idioten 2", nullptr, nullptr},
+    {"Idioten 2", "Idioten 2", &Skapa<Idioten2>, &Idioten2Regler::Regler},
     {"Godnattvalsen", "Godnattvalsen", nullptr, nullptr},
     {"Tower of Hanoi", "Tower of Hanoi", nullptr, nullptr},
     {"Kvarnen", "Kvarnen", nullptr, nullptr},
