@@ -8,8 +8,8 @@
 #include "platform/AttributeStore.h"
 #include "support/Gester.h"
 #include "support/KolumnBord.h"
-#include "support/SpelBordet.h"
 #include "support/Losare.h"
+#include "support/SpelBordet.h"
 #include "support/Vagen.h"
 
 #include <QColor>
@@ -383,18 +383,22 @@ private slots:
             QCOMPARE(static_cast<int>(tabell[i].kort), -1);
             QCOMPARE(static_cast<int>(tabell[i].giv), 1);
         }
+        // The same cards and undos again: the new result goes above the stored one.
+        b.spel->BordForTest().antalUndo = 4;
+        QCOMPARE(b.spel->AddHiscore(), 1);
         // Fewer undos rank higher; more cards higher still.
         b.spel->BordForTest().antalUndo = 2;
         QCOMPARE(b.spel->AddHiscore(), 1);
         b.spel->BordForTest().antalUndo = 9;
-        QCOMPARE(b.spel->AddHiscore(), 3);
+        QCOMPARE(b.spel->AddHiscore(), 4);
         b.Lagg(354, HJARTER, 3);
         QCOMPARE(b.spel->AddHiscore(), 1);
         tabell = LasHiscore(5);
         QCOMPARE(static_cast<int>(tabell[0].kort), 4);
         QCOMPARE(tabell[1].angra, 2);
         QCOMPARE(tabell[2].angra, 4);
-        QCOMPARE(tabell[3].angra, 9);
+        QCOMPARE(tabell[3].angra, 4);
+        QCOMPARE(tabell[4].angra, 9);
     }
 
     // ---- Drawing --------------------------------------------------------------------------

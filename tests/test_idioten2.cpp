@@ -511,6 +511,9 @@ private slots:
         QCOMPARE(b.spel->AddHiscore(), 1);
         b.spel->BordForTest().antalUndo = 5;
         QCOMPARE(b.spel->AddHiscore(), 2);
+        // The same cards and undos again: the new result goes above the stored one.
+        b.spel->BordForTest().antalUndo = 5;
+        QCOMPARE(b.spel->AddHiscore(), 2);
         b.spel->BordForTest().antalUndo = 0;
         b.Lagg(62, HJARTER, 7);
         QCOMPARE(b.spel->AddHiscore(), 1);
@@ -519,7 +522,8 @@ private slots:
         QCOMPARE(static_cast<int>(tabell[0].kort), 3);
         QCOMPARE(tabell[1].angra, 7);
         QCOMPARE(tabell[2].angra, 5);
-        QCOMPARE(tabell[3].angra, 3);
+        QCOMPARE(tabell[3].angra, 5);
+        QCOMPARE(tabell[4].angra, 3);
         b.spel->BordForTest().antalUndo = 1500;
         b.spel->AddHiscore();
         QCOMPARE(b.spel->AntalUndo(), 999);
