@@ -25,9 +25,16 @@ using Kandidater = std::vector<int>;
 Kandidater KandidaterPa(const Plan& plan, const std::vector<Lucka>& luckor) {
     Kandidater k;
     k.reserve(48);
-    for (int j = 0; j < plan.forstaLek; ++j)
-        if (KolumnTopp(luckor, j) || KolumnBas(plan, j) || Fricell(plan, j) || GrundBas(plan, j))
+    // Reserve piles never take a card.
+    const int forstaReserv = plan.kolumner * kPlatserPerKolumn;
+    const int efterReserver = forstaReserv + plan.reserver * kPlatserPerKolumn;
+    for (int j = 0; j < plan.forstaLek; ++j) {
+        if (j == forstaReserv)
+            j = efterReserver;
+        if (j < plan.forstaLek &&
+            (KolumnTopp(luckor, j) || KolumnBas(plan, j) || Fricell(plan, j) || GrundBas(plan, j)))
             k.push_back(j);
+    }
     return k;
 }
 // The yes/no flag Eight off compares along a run.
