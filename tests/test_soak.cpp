@@ -125,11 +125,38 @@ bool KlockanVunnen(const std::vector<Lucka>& luckor) {
     return paKlockan == 52;
 }
 
+// Idioten 2: nothing left in the stock (slots 112..163), and each column (14 places from
+// 0, 14, 28, 42) holds its ace alone.
+bool Idioten2Vunnen(const std::vector<Lucka>& luckor) {
+    for (int i = 112; i <= 163; ++i)
+        if (!luckor[i].Tom())
+            return false;
+    for (int bas = 0; bas < 56; bas += 14) {
+        if (luckor[bas].Tom() || luckor[bas].GeKort().KortValor() != 1)
+            return false;
+        for (int i = bas + 1; i < bas + 14; ++i)
+            if (!luckor[i].Tom())
+                return false;
+    }
+    return true;
+}
+
+// Glädjespridaren: a king on level 12 of each foundation of 22 places from slot 352.
+bool GladjespridarenVunnen(const std::vector<Lucka>& luckor) {
+    for (int f = 0; f < 4; ++f) {
+        const Lucka& l = luckor[352 + 22 * f + 12];
+        if (l.Tom() || l.GeKort().KortValor() != 13)
+            return false;
+    }
+    return true;
+}
+
 const std::map<int, std::function<bool(const std::vector<Lucka>&)>>& VunnetFor() {
     static const std::map<int, std::function<bool(const std::vector<Lucka>&)>> tabell = {
-        {0, IdiotenVunnen},    {2, GodnattvalsenVunnen}, {3, TowerVunnen},   {4, KvarnenVunnen},
-        {6, KlockanVunnen},    {7, PyramidenVunnen},     {8, KungarPa(184)}, {9, KungarPa(192)},
-        {10, BlackholeVunnen}, {11, StrategyVunnen}};
+        {0, IdiotenVunnen}, {1, Idioten2Vunnen},   {2, GodnattvalsenVunnen},
+        {3, TowerVunnen},   {4, KvarnenVunnen},    {5, GladjespridarenVunnen},
+        {6, KlockanVunnen}, {7, PyramidenVunnen},  {8, KungarPa(184)},
+        {9, KungarPa(192)}, {10, BlackholeVunnen}, {11, StrategyVunnen}};
     return tabell;
 }
 

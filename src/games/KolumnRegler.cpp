@@ -1,6 +1,7 @@
 #include "games/KolumnRegler.h"
 
 #include "cards/Luckor.h"
+#include "games/LekRegler.h"
 
 #include <algorithm>
 
@@ -24,9 +25,16 @@ using Kandidater = std::vector<int>;
 Kandidater KandidaterPa(const Plan& plan, const std::vector<Lucka>& luckor) {
     Kandidater k;
     k.reserve(48);
-    for (int j = 0; j < plan.forstaLek; ++j)
-        if (KolumnTopp(luckor, j) || KolumnBas(j) || Fricell(plan, j) || GrundBas(plan, j))
+    // Reserve piles never take a card.
+    const int forstaReserv = plan.kolumner * kPlatserPerKolumn;
+    const int efterReserver = forstaReserv + plan.reserver * kPlatserPerKolumn;
+    for (int j = 0; j < plan.forstaLek; ++j) {
+        if (j == forstaReserv)
+            j = efterReserver;
+        if (j < plan.forstaLek &&
+            (KolumnTopp(luckor, j) || KolumnBas(plan, j) || Fricell(plan, j) || GrundBas(plan, j)))
             k.push_back(j);
+    }
     return k;
 }
 // The yes/no flag Eight off compares along a run.
@@ -41,10 +49,21 @@ bool Fricell(const Plan& plan, int i) {
            (i - kForstaFricell) % 2 == 0;
 }
 bool GrundBas(const Plan& plan, int i) {
-    return i >= plan.forstaGrund && i <= SistaGrund(plan) && (i - plan.forstaGrund) % kNivaer == 0;
+    return i >= plan.forstaGrund && i <= SistaGrund(plan) &&
+           (i - plan.forstaGrund) % plan.grundSteg == 0;
 }
 int SistaGrund(const Plan& plan) {
-    return plan.forstaGrund + 4 * kNivaer - 1;
+    return plan.forstaGrund + 4 * plan.grundSteg - 1;
+}
+int SistaKolumnLucka(const Plan& plan) {
+    return plan.kolumner * kPlatserPerKolumn - 1;
+}
+bool KolumnBas(const Plan& plan, int i) {
+    return i >= 0 && i <= SistaKolumnLucka(plan) && i % kPlatserPerKolumn == 0;
+}
+bool HogBas(const Plan& plan, int i) {
+    return i >= 0 && i < (plan.kolumner + plan.reserver) * kPlatserPerKolumn &&
+           i % kPlatserPerKolumn == 0;
 }
 int SistaPlats(const Plan& plan) {
     return plan.forstaGrund - 1;
@@ -52,6 +71,12 @@ int SistaPlats(const Plan& plan) {
 
 int Traff(const std::vector<Lucka>& luckor, BPoint p) {
     return TraffMedBand(luckor, 0, static_cast<int>(luckor.size()) - 1, p, kBand);
+}
+
+int Traff(const Plan& plan, const std::vector<Lucka>& luckor, BPoint p) {
+    if (plan.sistaTraff < 0)
+        return Traff(luckor, p);
+    return TraffMedBand(luckor, 0, plan.sistaTraff, p, kBand);
 }
 
 bool PassarPaKolumn(const Plan& plan, const Kort& under, const Kort& kort) {
@@ -74,13 +99,24 @@ int KlickMalBland(const Plan& plan, const std::vector<Lucka>& luckor, const Kort
             if (j >= plan.forstaGrund && j <= SistaGrund(plan))
                 if (luckor[j].Tom() && GrundBas(plan, j))
                     return j;
+    if (plan.kolumnOchTomIEtt) {
+        for (int j : kand)
+            if (j >= 0 && j <= SistaKolumnLucka(plan)) {
+                if (KolumnTopp(luckor, j) && PassarPaKolumn(plan, luckor[j].GeKort(), kort))
+                    return j + 1;
+                if (luckor[j].Tom() && TomLucka(luckor, j + 1) && KolumnBas(plan, j))
+                    return j;
+            }
+        return -1;
+    }
     for (int j : kand)
-        if (j >= 0 && j <= kSistaKolumnLucka)
+        if (j >= 0 && j <= SistaKolumnLucka(plan))
             if (KolumnTopp(luckor, j) && PassarPaKolumn(plan, luckor[j].GeKort(), kort))
                 return j + 1;
     for (int j : kand)
         if (j >= 0 && j <= SistaPlats(plan))
-            if (luckor[j].Tom() && TomLucka(luckor, j + 1) && (KolumnBas(j) || Fricell(plan, j)))
+            if (luckor[j].Tom() && TomLucka(luckor, j + 1) &&
+                (KolumnBas(plan, j) || Fricell(plan, j)))
                 return j;
     return -1;
 }
@@ -110,14 +146,14 @@ int DropMalen(const Plan& plan, const std::vector<Lucka>& luckor, const Kort& ko
                 if (traffad(j) && luckor[j].Tom() && GrundBas(plan, j) && funnen(j))
                     return j;
     for (int j : kand)
-        if (j >= 0 && j <= kSistaKolumnLucka)
+        if (j >= 0 && j <= SistaKolumnLucka(plan))
             if (traffad(j) && KolumnTopp(luckor, j) &&
                 PassarPaKolumn(plan, luckor[j].GeKort(), kort) && funnen(j + 1))
                 return j + 1;
     for (int j : kand)
         if (j >= 0 && j <= SistaPlats(plan))
             if (traffad(j) && luckor[j].Tom() && TomLucka(luckor, j + 1) &&
-                (KolumnBas(j) || Fricell(plan, j)) && funnen(j))
+                (KolumnBas(plan, j) || Fricell(plan, j)) && funnen(j))
                 return j;
     return -1;
 }
@@ -129,6 +165,9 @@ int DropMal(const Plan& plan, const std::vector<Lucka>& luckor, const Kort& kort
 
 int FriaPlatser(const Plan& plan, const std::vector<Lucka>& luckor) {
     int fria = 0;
+    // More than any column can hold.
+    if (plan.rakning == FriRakning::Obegransad)
+        return kPlatserPerKolumn * (plan.kolumner + 1);
     if (plan.rakning == FriRakning::NioParVarannan) {
         for (int k = 0; k <= 8; ++k) {
             if (TomLucka(luckor, k * kPlatserPerKolumn))
@@ -177,10 +216,10 @@ RadMal KlickRadMalBland(const Plan& plan, const std::vector<Lucka>& luckor, int 
         return {};
     const Kort& f = luckor[forsta].GeKort();
     for (int j : kand)
-        if (j >= 0 && j <= kSistaKolumnLucka) {
+        if (j >= 0 && j <= SistaKolumnLucka(plan)) {
             if (KolumnTopp(luckor, j) && PassarPaKolumn(plan, luckor[j].GeKort(), f))
                 return {j, j + 1};
-            if (luckor[j].Tom() && TomLucka(luckor, j + 1) && KolumnBas(j)) {
+            if (luckor[j].Tom() && TomLucka(luckor, j + 1) && KolumnBas(plan, j)) {
                 // The column taken is no longer a free place for the run.
                 --fria;
                 if (n - 1 <= fria)
@@ -206,13 +245,13 @@ RadMal DropRadMalen(const Plan& plan, const std::vector<Lucka>& luckor, int fors
         return {};
     const Kort& f = luckor[forsta].GeKort();
     for (int j : kand)
-        if (j >= 0 && j <= kSistaKolumnLucka) {
+        if (j >= 0 && j <= SistaKolumnLucka(plan)) {
             if (!traffad(j))
                 continue;
             RadMal mal;
             if (KolumnTopp(luckor, j) && PassarPaKolumn(plan, luckor[j].GeKort(), f))
                 mal = {j, j + 1};
-            else if (luckor[j].Tom() && KolumnBas(j) && n - 1 <= fria - 1)
+            else if (luckor[j].Tom() && KolumnBas(plan, j) && n - 1 <= fria - 1)
                 mal = {j, j};
             else
                 continue;
@@ -231,7 +270,7 @@ RadMal DropRadMal(const Plan& plan, const std::vector<Lucka>& luckor, int forsta
 
 bool Vunnet(const Plan& plan, const std::vector<Lucka>& luckor) {
     for (int f = 0; f < 4; ++f) {
-        int kung = plan.forstaGrund + kNivaer * f + kNivaer - 1;
+        int kung = plan.forstaGrund + plan.grundSteg * f + kNivaer - 1;
         if (luckor[kung].Tom() || luckor[kung].GeKort().KortValor() != 13)
             return false;
     }
@@ -259,8 +298,8 @@ Rutnat KolumnRutnat(BRect ram) {
     return rutnat;
 }
 
-void LaggKolumner(std::vector<Lucka>& luckor, const Rutnat& rutnat, int topp) {
-    for (int c = 0; c < kKolumner; ++c)
+void LaggKolumner(std::vector<Lucka>& luckor, const Rutnat& rutnat, int topp, int kolumner) {
+    for (int c = 0; c < kolumner; ++c)
         for (int p = 0; p < kPlatserPerKolumn; ++p)
             luckor[c * kPlatserPerKolumn + p].NyPos(rutnat.Ruta(c, 30 * p + topp));
 }
@@ -271,8 +310,8 @@ void LaggFricell(std::vector<Lucka>& luckor, int i, BRect ruta) {
 }
 
 void LaggGrund(std::vector<Lucka>& luckor, const Plan& plan, int g, BRect ruta) {
-    for (int k = 0; k < kNivaer; ++k)
-        luckor[plan.forstaGrund + kNivaer * g + k].NyPos(ruta);
+    for (int k = 0; k < plan.grundSteg; ++k)
+        luckor[plan.forstaGrund + plan.grundSteg * g + k].NyPos(ruta);
 }
 
 void LaggLek(std::vector<Lucka>& luckor, const Plan& plan, const Rutnat& rutnat) {
@@ -291,14 +330,7 @@ void Skapa(Stallning& bord) {
 }
 
 void LaggUtLeken(Stallning& bord) {
-    for (Lucka& lucka : bord.luckor)
-        lucka.TaBortKort();
-    bord.antalUndo = 0;
-    bord.undoLista.clear();
-    bord.kortlek.NyKortlek();
-    bord.kortlek.Blanda();
-    for (int i = bord.plan->forstaLek; i < bord.plan->forstaLek + 52; ++i)
-        bord.luckor[i].TaEmotKort(bord.kortlek.GeKort());
+    LekRegler::LaggLeken(bord, bord.plan->forstaLek);
 }
 
 void DelaUt(Stallning& bord, Flygledare* flyg) {
@@ -315,7 +347,8 @@ std::vector<Drag> LagligaDrag(const Stallning& bord) {
     std::vector<Drag> drag;
     auto allaLuckor = [](int) { return true; };
     const Kandidater kand = KandidaterPa(plan, luckor);
-    for (int forsta = 0; forsta < plan.forstaLek; ++forsta) {
+    const int sista = plan.sistaTraff < 0 ? plan.forstaLek - 1 : plan.sistaTraff;
+    for (int forsta = 0; forsta <= sista; ++forsta) {
         if (luckor[forsta].Tom())
             continue;
         int topp = Toppen(luckor, forsta);

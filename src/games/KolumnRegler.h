@@ -12,9 +12,10 @@
 #include <utility>
 #include <vector>
 
-// The games of eight columns, free cells and foundations (Freecell, Eight off) as
-// functions of their table: which card the pointer is on, where a click or a drop sends a
-// card or a run, and how many free places a run may use. Each game hands in its own plan.
+// The games of overlapping columns, free cells or reserve piles, and foundations (Freecell,
+// Eight off, Glädjespridaren) as functions of their table: which card the pointer is on,
+// where a click or a drop sends a card or a run, and how many free places a run may use.
+// Each game hands in its own plan.
 namespace KolumnRegler {
 
 inline constexpr int kKolumner = 8;
@@ -33,6 +34,7 @@ inline constexpr float kDropForlangning = 100.0f;
 enum class FriRakning {
     KolumnerOchFriceller, // the empty column bases and free cells
     NioParVarannan,       // for k = 0..8: slot 22·k and slot 176 + 2k, as Eight off counts
+    Obegransad,           // a run of any length may move
 };
 
 // What a game's column rules differ in.
@@ -51,11 +53,26 @@ struct Plan {
     std::vector<int> angraUtanUnder;
     // The deal: deck slot into column or free cell, in the game's order.
     std::vector<std::pair<int, int>> (*givOrdning)() = nullptr;
+    int kolumner = kKolumner;
+    // Piles of 22 places after the columns, each dealt one card, that never take a card.
+    int reserver = 0;
+    // The slots from one foundation to the next.
+    int grundSteg = kNivaer;
+    // A click looks for a card to build on and for an empty column in one pass, left to
+    // right, instead of every card first.
+    bool kolumnOchTomIEtt = false;
+    // The last slot the pointer can pick a card from; -1: every slot.
+    int sistaTraff = -1;
 };
 
+// A column base of the eight-column games.
 constexpr bool KolumnBas(int i) {
     return i >= 0 && i <= kSistaKolumnLucka && i % kPlatserPerKolumn == 0;
 }
+int SistaKolumnLucka(const Plan& plan);
+bool KolumnBas(const Plan& plan, int i);
+// The first place of a column or of a reserve pile: nothing lies beneath it.
+bool HogBas(const Plan& plan, int i);
 bool Fricell(const Plan& plan, int i);
 bool GrundBas(const Plan& plan, int i);
 int SistaGrund(const Plan& plan);
@@ -63,6 +80,8 @@ int SistaPlats(const Plan& plan); // the last free-cell spare, before the founda
 
 // The first slot under the pointer: a top card's whole face or a covered card's band; -1.
 int Traff(const std::vector<Lucka>& luckor, BPoint p);
+// The same over the slots the plan lets the pointer pick from.
+int Traff(const Plan& plan, const std::vector<Lucka>& luckor, BPoint p);
 using ::Toppen;
 
 // A card may lie on the card in slot `under` in a column.
@@ -102,10 +121,11 @@ struct Rutnat {
 // each at least 70.
 Rutnat KolumnRutnat(BRect ram);
 // Column c, position p at Ruta(c, 30·p + topp): each card shows a 30-pixel band.
-void LaggKolumner(std::vector<Lucka>& luckor, const Rutnat& rutnat, int topp);
+void LaggKolumner(std::vector<Lucka>& luckor, const Rutnat& rutnat, int topp,
+                  int kolumner = kKolumner);
 // Free cell i and its spare slot, both at `ruta`.
 void LaggFricell(std::vector<Lucka>& luckor, int i, BRect ruta);
-// All thirteen levels of foundation g at `ruta`.
+// All levels of foundation g at `ruta`.
 void LaggGrund(std::vector<Lucka>& luckor, const Plan& plan, int g, BRect ruta);
 // The deck pile in grid column 8, a pixel a card, from 2h + m down.
 void LaggLek(std::vector<Lucka>& luckor, const Plan& plan, const Rutnat& rutnat);

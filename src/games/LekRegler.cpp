@@ -8,6 +8,17 @@ int Lek::Topp(const std::vector<Lucka>& luckor) const {
     return LekTopp(luckor, forsta, sista);
 }
 
+void LaggLeken(SpelBord& bord, int forsta) {
+    for (Lucka& lucka : bord.luckor)
+        lucka.TaBortKort();
+    bord.antalUndo = 0;
+    bord.undoLista.clear();
+    bord.kortlek.NyKortlek();
+    bord.kortlek.Blanda();
+    for (int i = forsta; bord.kortlek.AntalKortKvar() > 0; ++i)
+        bord.luckor[i].TaEmotKort(bord.kortlek.GeKort());
+}
+
 namespace {
 
 void Ge(SpelBord& bord, const Lek& lek, const std::vector<int>& mal, Flygledare* flyg, int steg,

@@ -21,6 +21,10 @@ struct Lek {
     bool Tom(const std::vector<Lucka>& luckor) const { return Topp(luckor) < 0; }
 };
 
+// A new deal up to the dealing: every slot emptied, no undos, and a fresh deck shuffled and
+// laid from slot `forsta` up, the first card off the deck lowest.
+void LaggLeken(SpelBord& bord, int forsta);
+
 // Deals the stock's top card to each slot of `mal` in turn, while the stock lasts, telling
 // `flyg` of each card first and recording each as (kFranLeken, slot).
 void GeFranLeken(SpelBord& bord, const Lek& lek, const std::vector<int>& mal, Flygledare* flyg,

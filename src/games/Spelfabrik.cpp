@@ -8,9 +8,13 @@
 #include "games/FarfarsklockaRegler.h"
 #include "games/Freecell.h"
 #include "games/FreecellRegler.h"
+#include "games/Gladjespridaren.h"
+#include "games/GladjespridarenRegler.h"
 #include "games/Godnattvalsen.h"
 #include "games/GodnattvalsenRegler.h"
 #include "games/Idioten.h"
+#include "games/Idioten2.h"
+#include "games/Idioten2Regler.h"
 #include "games/IdiotenRegler.h"
 #include "games/Kvarnen.h"
 #include "games/KvarnenRegler.h"
@@ -40,11 +44,11 @@ struct Spelet {
 // The collection, by game number; a game joins it by filling its entry.
 const Spelet kSpelen[kAntalSpel] = {
     {"Idioten 1", "Idioten", &Skapa<Idioten>, &IdiotenRegler::Regler},
-    {"Idioten 2", "Idioten 2", nullptr, nullptr},
+    {"Idioten 2", "Idioten 2", &Skapa<Idioten2>, &Idioten2Regler::Regler},
     {"Godnattvalsen", "Godnattvalsen", &Skapa<Godnattvalsen>, &GodnattvalsenRegler::Regler},
     {"Tower of Hanoi", "Tower of Hanoi", &Skapa<Tower>, &TowerRegler::Regler},
     {"Kvarnen", "Kvarnen", &Skapa<Kvarnen>, &KvarnenRegler::Regler},
-    {"Glädjespridaren", "Glädjespridaren", nullptr, nullptr},
+    {"Glädjespridaren", "Glädjespridaren", &Skapa<Gladjespridaren>, &GladjespridarenRegler::Regler},
     {"Farfars klocka", "Farfars Klocka", &Skapa<Farfarsklocka>, &FarfarsklockaRegler::Regler},
     {"13-Pyramiden", "13-Pyramiden", &Skapa<Pyramiden>, &PyramidenRegler::Regler},
     {"Freecell", "Freecell", &Skapa<Freecell>, &FreecellRegler::Regler},

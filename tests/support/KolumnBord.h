@@ -3,6 +3,7 @@
 #include "games/KolumnRegler.h"
 #include "games/KolumnSpel.h"
 #include "support/Gester.h"
+#include "support/SpelBordet.h"
 #include "support/Testbord.h"
 
 #include <initializer_list>

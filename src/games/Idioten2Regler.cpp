@@ -1,0 +1,225 @@
+#include "games/Idioten2Regler.h"
+
+#include "cards/Luckor.h"
+#include "games/KolumnRegler.h"
+
+#include <algorithm>
+
+namespace Idioten2Regler {
+
+namespace {
+
+BRect Ruta(int left, int top, int right, int bottom) {
+    return BRect(static_cast<float>(left), static_cast<float>(top), static_cast<float>(right),
+                 static_cast<float>(bottom));
+}
+
+// The last place of each column is left out of the search for top cards.
+bool SistaPlatsen(int j) {
+    return j % kPlatserPerKolumn == kPlatserPerKolumn - 1;
+}
+
+} // namespace
+
+int KasseradFor(const Kort& kort) {
+    return kSistaKolumnLucka + 13 * static_cast<int>(kort.KortFarg()) + kort.KortValor();
+}
+
+int Rang(const Kort& kort) {
+    return kort.KortValor() == 1 ? 14 : kort.KortValor();
+}
+
+Utlagg RaknaUtLuckor(std::vector<Lucka>& luckor, BRect ram) {
+    KolumnRegler::Rutnat r = KolumnRegler::KolumnRutnat(ram);
+    const int w = r.w;
+    const int h = r.h;
+    const int m = r.m;
+    for (int c = 0; c < kKolumner; ++c)
+        for (int p = 0; p < kPlatserPerKolumn; ++p)
+            luckor[KolumnBas(c) + p].NyPos(
+                Ruta(c * (w + m), 38 * p + m, c * (w + m) + w, 38 * p + h + m));
+    for (int i = kForstaKasserad; i <= kSistaKasserad; ++i)
+        luckor[i].NyPos(Ruta(4 * w + 5 * m, m, 5 * (w + m), h + m));
+    for (int k = 0; k <= kSistaLek - kForstaLek; ++k)
+        luckor[kForstaLek + k].NyPos(
+            Ruta(4 * w + 5 * m, h + 2 * m + 2 * k, 5 * (w + m), 2 * h + 2 * m + 2 * k));
+    Utlagg u;
+    u.w = w;
+    u.h = h;
+    BRect forsta = luckor[kForstaLek].GePos();
+    u.lekKnapp = BRect(forsta.left, forsta.top, forsta.left + static_cast<float>(w),
+                       forsta.bottom + static_cast<float>(kLekKnappUnder));
+    return u;
+}
+
+int Traff(const std::vector<Lucka>& luckor, BPoint p) {
+    return TraffMedBand(luckor, 0, kSistaTraff, p, kBand);
+}
+
+bool KanKasseras(const std::vector<Lucka>& luckor, int lucka) {
+    const Kort& kort = luckor[lucka].GeKort();
+    for (int j = 0; j <= kSistaKolumnLucka; ++j) {
+        if (j == lucka || SistaPlatsen(j) || !Topp(luckor, j))
+            continue;
+        const Kort& annan = luckor[j].GeKort();
+        if (annan.KortFarg() == kort.KortFarg() && Rang(annan) > Rang(kort))
+            return true;
+    }
+    return false;
+}
+
+int ForstaTommaBas(const std::vector<Lucka>& luckor) {
+    for (int c = 0; c < kKolumner; ++c)
+        if (luckor[KolumnBas(c)].Tom())
+            return KolumnBas(c);
+    return -1;
+}
+
+int KlickMal(const std::vector<Lucka>& luckor, int lucka) {
+    if (KanKasseras(luckor, lucka))
+        return KasseradFor(luckor[lucka].GeKort());
+    return ForstaTommaBas(luckor);
+}
+
+int DropMal(const std::vector<Lucka>& luckor, int lucka, BPoint q) {
+    for (int c = 0; c < kKolumner; ++c)
+        if (luckor[KolumnBas(c)].Tom() && luckor[KolumnBas(c)].GePos().Contains(q))
+            return KolumnBas(c);
+    if (KanKasseras(luckor, lucka))
+        return KasseradFor(luckor[lucka].GeKort());
+    return -1;
+}
+
+bool Vunnet(const std::vector<Lucka>& luckor) {
+    if (!luckor[kForstaLek].Tom())
+        return false;
+    for (int c = 0; c < kKolumner; ++c) {
+        const Lucka& bas = luckor[KolumnBas(c)];
+        if (bas.Tom() || bas.GeKort().KortValor() != 1 || !luckor[KolumnBas(c) + 1].Tom())
+            return false;
+    }
+    return true;
+}
+
+void Skapa(Stallning& bord) {
+    bord.luckor.clear();
+    bord.luckor.reserve(kAntalLuckor);
+    for (int i = 0; i < kAntalLuckor; ++i)
+        bord.luckor.emplace_back(BRect(0, 0, 0, 0), i >= kAntalFramsida);
+}
+
+void LaggUtLeken(Stallning& bord) {
+    LekRegler::LaggLeken(bord, kForstaLek);
+}
+
+void DelaUt(Stallning& bord, Flygledare* flyg) {
+    for (int c = 0; c < kKolumner; ++c) {
+        int topp = kLeken.Topp(bord.luckor);
+        if (topp < 0)
+            return;
+        if (flyg)
+            flyg->FlygKort(topp, KolumnBas(c), kGivSteg);
+        Flytta(bord.luckor, topp, KolumnBas(c));
+    }
+}
+
+std::vector<Drag> LagligaDrag(const Stallning& bord) {
+    const std::vector<Lucka>& luckor = bord.luckor;
+    std::vector<Drag> drag;
+    for (int t = 0; t <= kSistaTraff; ++t) {
+        if (!Topp(luckor, t))
+            continue;
+        std::vector<int> mal;
+        auto lagg = [&](int till) {
+            if (till >= 0 && std::find(mal.begin(), mal.end(), till) == mal.end())
+                mal.push_back(till);
+        };
+        lagg(KlickMal(luckor, t));
+        for (int c = 0; c < kKolumner; ++c)
+            if (luckor[KolumnBas(c)].Tom())
+                lagg(KolumnBas(c));
+        if (KanKasseras(luckor, t))
+            lagg(KasseradFor(luckor[t].GeKort()));
+        for (int till : mal)
+            drag.push_back(KortDrag(t, till));
+    }
+    if (!kLeken.Tom(luckor))
+        drag.push_back(KnappDrag());
+    return drag;
+}
+
+void GorDrag(Stallning& bord, const Drag& drag, Flygledare* flyg) {
+    std::vector<Lucka>& luckor = bord.luckor;
+    if (drag.slag == DragSlag::Knapp) {
+        std::vector<int> mal;
+        for (int c = 0; c < kKolumner; ++c) {
+            int till = ForstaTomma(luckor, KolumnBas(c), KolumnBas(c) + kPlatserPerKolumn - 1);
+            if (till >= 0)
+                mal.push_back(till);
+        }
+        LekRegler::GeFranLeken(bord, kLeken, mal, flyg, kGivSteg);
+        return;
+    }
+    if (drag.slag != DragSlag::Kort)
+        return;
+    if (flyg)
+        flyg->FlygKort(drag.fran, drag.till, kFlyttSteg);
+    Flytta(luckor, drag.fran, drag.till);
+    bord.undoLista.emplace_back(drag.fran, drag.till);
+}
+
+int Angra(Stallning& bord, Flygledare* flyg) {
+    std::vector<std::pair<int, int>>& lista = bord.undoLista;
+    if (lista.empty())
+        return 0;
+    auto [fran, till] = lista.back();
+    if (fran == LekRegler::kFranLeken) {
+        // A deal off the stock goes back whole: four cards, four undos.
+        bord.antalUndo += kKolumner;
+        LekRegler::AngraFranLeken(bord, kLeken, kKolumner, flyg, kAngraSteg);
+    } else {
+        ++bord.antalUndo;
+        lista.pop_back();
+        if (flyg)
+            flyg->FlygKort(till, fran, kAngraSteg);
+        Flytta(bord.luckor, till, fran);
+    }
+    return static_cast<int>(lista.size());
+}
+
+bool KlarSpel(Stallning& bord) {
+    return Vunnet(bord.luckor);
+}
+
+HiscoreResultat Resultat(const Stallning& bord) {
+    int kort = AntalFyllda(bord.luckor, kForstaKasserad, kSistaReserv);
+    if (Vunnet(bord.luckor))
+        kort += kKolumner;
+    return HiscoreResultat{kort, 1};
+}
+
+const SpelRegler& Regler() {
+    static const ReglerAv<Stallning> regler(
+        {Skapa, LaggUtLeken, DelaUt, LagligaDrag, GorDrag, Angra, KlarSpel, Resultat});
+    return regler;
+}
+
+std::optional<Drag> KlickDrag(const Stallning& bord, int traff) {
+    if (traff < 0 || traff > kSistaTraff || !Topp(bord.luckor, traff))
+        return std::nullopt;
+    int till = KlickMal(bord.luckor, traff);
+    if (till < 0)
+        return std::nullopt;
+    return KortDrag(traff, till);
+}
+
+std::optional<Drag> DropDrag(const Stallning& bord, int forsta, int topp, BPoint q) {
+    if (forsta != topp || forsta < 0 || forsta > kSistaKolumnLucka)
+        return std::nullopt;
+    int till = DropMal(bord.luckor, forsta, q);
+    if (till < 0)
+        return std::nullopt;
+    return KortDrag(forsta, till);
+}
+
+} // namespace Idioten2Regler
