@@ -6,6 +6,8 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include <string>
+
 QImage KortSpel::bmp;
 BPoint KortSpel::point;
 QImage KortSpel::mp_kortbitmap;
@@ -106,10 +108,8 @@ void KortSpel::RitaKnapp(QPainter& p, BRect pos, const char* text, rgb_color fyl
     p.setPen(QPen(Qt::black, 1.0));
     p.setBrush(ToQColor(fyllning));
     p.drawPath(Rundad(pos, 5.0f));
-    p.setPen(ToQColor(textFarg));
-    p.setFont(SpelFont());
-    p.drawText(QPointF(pos.left + 5, pos.top + 30), QString::fromUtf8(text));
     p.restore();
+    RitaText(p, BPoint(pos.left + 5, pos.top + 30), text, textFarg);
 }
 
 void KortSpel::RitaRaknare(QPainter& p, BRect pos, const char* text, int varde) {
@@ -118,9 +118,17 @@ void KortSpel::RitaRaknare(QPainter& p, BRect pos, const char* text, int varde) 
     p.setPen(QPen(Qt::black, 1.0));
     p.setBrush(QColor(220, 220, 220));
     p.drawPath(Rundad(pos, 5.0f));
+    p.restore();
+    RitaText(p, BPoint(pos.left + 5, pos.top + 30), text);
+    RitaText(p, BPoint(pos.right - 40, pos.top + 30), std::to_string(varde).c_str());
+}
+
+void KortSpel::RitaText(QPainter& p, BPoint bas, const char* text, rgb_color farg) {
+    p.save();
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setPen(ToQColor(farg));
     p.setFont(SpelFont());
-    p.drawText(QPointF(pos.left + 5, pos.top + 30), QString::fromUtf8(text));
-    p.drawText(QPointF(pos.right - 40, pos.top + 30), QString::number(varde));
+    p.drawText(QPointF(bas.x, bas.y), QString::fromUtf8(text));
     p.restore();
 }
 
