@@ -1,5 +1,6 @@
 #include "app/FjolkView.h"
 #include "platform/Meddelande.h"
+#include "platform/QtGeometry.h"
 #include "support/Brevlada.h"
 #include "support/Gester.h"
 
@@ -57,6 +58,7 @@ public:
     void DelaUtKort() override {}
     void BlandaKort() override {}
     void OmRaknaLuckaKort(BRect) override {
+        logg.push_back("OmRakna");
         KortUtSeende_A(44, 83);
         GeKortenFramsidor(luckor);
     }
@@ -175,6 +177,34 @@ private slots:
         QCOMPARE(qAlpha(bild.pixel(0, 0)), 0);
         QCOMPARE(qAlpha(bild.pixel(22, 41)), 200);
         QTest::mouseRelease(b.view.get(), Qt::LeftButton, Qt::NoModifier, QPoint(140, 160));
+        QVERIFY(!b.view->GestPagar());
+    }
+
+    // While the game works, a press starts nothing, a resize waits, and the release of the
+    // gesture under way comes once the work is over, dropping once.
+    void medanSpeletArbetarVantarMusenOchStorleken() {
+        Bord b;
+        {
+            FjolkView::Arbete arbete(*b.view);
+            KlickaPa(*b.view, BPoint(500, 400));
+            QVERIFY(!b.view->GestPagar());
+            b.view->resize(600, 450);
+            QVERIFY(b.spel->logg.empty());
+        }
+        QCOMPARE(b.spel->logg, (Logg{"OmRakna"}));
+        b.spel->logg.clear();
+
+        TryckOchDra(*b.view, BPoint(120, 140), BPoint(140, 160));
+        QVERIFY(b.view->drar);
+        b.spel->logg.clear();
+        {
+            FjolkView::Arbete arbete(*b.view);
+            QTest::mouseRelease(b.view.get(), Qt::LeftButton, Qt::NoModifier, QPoint(300, 140));
+            QVERIFY(b.spel->logg.empty());
+            QVERIFY(b.view->drar);
+        }
+        QCOMPARE(b.spel->logg, (Logg{"Drop -1 0", "KlarSpel"}));
+        QCOMPARE(b.spel->dropPunkt, BPoint(300, 140));
         QVERIFY(!b.view->GestPagar());
     }
 

@@ -18,6 +18,28 @@ FjolkView::FjolkView(QWidget* parent)
 
 FjolkView::~FjolkView() = default;
 
+FjolkView::Arbete::Arbete(FjolkView& view) : vy(view) {
+    ++vy.arbete;
+}
+
+FjolkView::Arbete::~Arbete() {
+    if (--vy.arbete == 0)
+        vy.ArbeteKlart();
+}
+
+void FjolkView::ArbeteKlart() {
+    if (omRaknaVantar) {
+        omRaknaVantar = false;
+        OmRakna();
+    }
+    if (slappVantar) {
+        slappVantar = false;
+        Slapp(slappPunkt);
+    }
+    if (efterArbete)
+        efterArbete();
+}
+
 void FjolkView::SattSpel(std::unique_ptr<Patiens> nytt) {
     spel = std::move(nytt);
     drar = false;
@@ -29,7 +51,20 @@ void FjolkView::SattSpel(std::unique_ptr<Patiens> nytt) {
 std::unique_ptr<Patiens> FjolkView::TaSpel() {
     drar = false;
     gest = Gest::Ingen;
-    return std::move(spel);
+    std::unique_ptr<Patiens> gammalt = std::move(spel);
+    // The next game is dealt on an empty table, not over this one's last picture.
+    QPainter p(&offBitmap);
+    LaggBakgrund(p, rect().intersected(offBitmap.rect()));
+    return gammalt;
+}
+
+void FjolkView::TaEmotSpel(const std::function<std::unique_ptr<Patiens>()>& skapa) {
+    Arbete arbetet(*this);
+    tarEmot = true;
+    std::unique_ptr<Patiens> nytt = skapa();
+    tarEmot = false;
+    givs = nullptr;
+    SattSpel(std::move(nytt));
 }
 
 BRect FjolkView::Bounds() const {
@@ -81,6 +116,8 @@ void FjolkView::Komponera(Patiens& game) {
 }
 
 void FjolkView::RitaOm(Patiens& game) {
+    if (tarEmot)
+        givs = &game;
     Komponera(game);
     VisaNu(Bounds());
 }
@@ -104,14 +141,20 @@ void FjolkView::LaggBakgrund(QPainter& p, const QRect& yta) {
 }
 
 void FjolkView::VisaNu(BRect rect) {
+    if (!isVisible())
+        return;
     QRect yta = ToQRect(rect).intersected(this->rect());
-    if (!yta.isEmpty() && isVisible())
+    if (!yta.isEmpty())
         repaint(yta);
+    // The game holds the thread until its work is done; meanwhile the other windows (an
+    // alert that has just opened) paint, and the window system's input waits its turn.
+    if (Arbetar())
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
+// The frame is shown whenever the view is: the table being dealt, the game's, or the empty
+// table a game is about to be dealt on; and the dragged cards at the pointer.
 void FjolkView::paintEvent(QPaintEvent* event) {
-    if (!spel)
-        return;
     QPainter p(this);
     QRect yta = event->rect().intersected(offBitmap.rect());
     p.setCompositionMode(QPainter::CompositionMode_Source);
@@ -123,11 +166,23 @@ void FjolkView::paintEvent(QPaintEvent* event) {
 }
 
 void FjolkView::resizeEvent(QResizeEvent*) {
+    // A game is not laid out again under its own feet: a flight has its places.
+    if (Arbetar() && (spel || tarEmot)) {
+        omRaknaVantar = true;
+        return;
+    }
+    OmRakna();
+}
+
+void FjolkView::OmRakna() {
     if (!bakgrundsBild.isNull())
         FyllBakgrund();
     if (spel) {
         spel->OmRaknaLuckaKort(Bounds());
         InvalidateOffscreen();
+    } else {
+        QPainter p(&offBitmap);
+        LaggBakgrund(p, rect().intersected(offBitmap.rect()));
     }
 }
 
@@ -196,8 +251,10 @@ void FjolkView::MouseUp(BPoint) {
     Klart();
 }
 
+// A press that reaches the view while the game works starts nothing: the cards are not the
+// player's until the work is over.
 void FjolkView::mousePressEvent(QMouseEvent* event) {
-    if (!spel || event->button() != Qt::LeftButton || gest != Gest::Ingen)
+    if (!spel || Arbetar() || event->button() != Qt::LeftButton || gest != Gest::Ingen)
         return;
     // The release reaches this view wherever it happens, as the press grabs the mouse.
     gest = Gest::Tryckt;
@@ -207,7 +264,7 @@ void FjolkView::mousePressEvent(QMouseEvent* event) {
 }
 
 void FjolkView::mouseMoveEvent(QMouseEvent* event) {
-    if (!spel)
+    if (!spel || Arbetar())
         return;
     BPoint nu = ToBPoint(event->position());
     if (gest == Gest::Tryckt) {
@@ -217,6 +274,7 @@ void FjolkView::mouseMoveEvent(QMouseEvent* event) {
         gest = Gest::Drag;
         musPunkt = nu;
         musKnappar = 1;
+        Arbete arbetet(*this);
         MouseDown(tryckPunkt);
         return;
     }
@@ -231,6 +289,21 @@ void FjolkView::mouseReleaseEvent(QMouseEvent* event) {
     if (!spel || event->button() != Qt::LeftButton)
         return;
     BPoint slapp = ToBPoint(event->position());
+    if (Arbetar()) {
+        // The gesture's own work is still under way: its release comes after.
+        if (gest != Gest::Ingen) {
+            slappVantar = true;
+            slappPunkt = slapp;
+        }
+        return;
+    }
+    Slapp(slapp);
+}
+
+void FjolkView::Slapp(BPoint slapp) {
+    if (!spel)
+        return;
+    Arbete arbetet(*this);
     Gest var = gest;
     gest = Gest::Ingen;
     musKnappar = 0;
