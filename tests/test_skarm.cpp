@@ -1,3 +1,4 @@
+#include "app/DragFonster.h"
 #include "app/FjolkApp.h"
 #include "app/FjolkView.h"
 #include "app/FjolkWin.h"
@@ -11,6 +12,7 @@
 
 #include <QCheckBox>
 #include <QLabel>
+#include <QMenuBar>
 #include <QMessageBox>
 #include <QScreen>
 #include <QTemporaryDir>
@@ -24,8 +26,9 @@
 #include <vector>
 
 // The window as a player sees it on the screen: the first deal flying onto the table,
-// alerts that paint while cards fly, and nothing that slips into the game mid-flight.
-// Pictures are taken from what the windows have put on the screen.
+// alerts that paint while cards fly, nothing that slips into the game mid-flight, and the
+// dragged cards under the pointer wherever it goes. Pictures are taken from what the
+// windows have put on the screen.
 
 namespace {
 
@@ -323,6 +326,75 @@ private slots:
         QVERIFY(!k.Vy().Spel()->Has_Undos());
         QCOMPARE(k.Vy().Spel()->AntalUndo(), 0);
         QCOMPARE(k.win->findChildren<QMessageBox*>(QStringLiteral("Hi Info")).size(), qsizetype(2));
+    }
+
+    // A Freecell card dragged over the menu bar and past the window's edge: its picture
+    // stays under the pointer, with the same hot spot, and goes when it is released.
+    void dragbildenSynsOverMenyradenOchUtanforFonstret() {
+        std::srand(3);
+        Korning k(false);
+        QVERIFY(QTest::qWaitForWindowExposed(k.win.get()));
+        k.Posta(kStartaSpel0 + kFreecell);
+        k.Behandla();
+        FjolkView& vy = k.Vy();
+        QVERIFY(vy.Spel() != nullptr);
+        const std::vector<Lucka>& luckor = vy.Spel()->Luckor();
+        int topp = Toppen(luckor, 0);
+        BRect kortRam = luckor[topp].GePos();
+        Kort kortet = luckor[topp].GeKort();
+        BPoint tryck = Mitt(kortRam);
+
+        QMenuBar* meny = k.win->menuBar();
+        QPoint overMenyn = vy.mapFromGlobal(meny->mapToGlobal(QPoint(150, meny->height() / 2)));
+        QVERIFY(overMenyn.y() < 0);
+        TryckOchDra(vy, tryck, ToBPoint(QPointF(overMenyn)));
+        QVERIFY(vy.drar);
+        const DragFonster* drag = vy.DragBild();
+        QVERIFY(drag != nullptr);
+        QVERIFY(drag->isVisible());
+        QPoint pekare = vy.mapToGlobal(overMenyn);
+        QPoint hornet = pekare - ToQPoint(tryck - kortRam.LeftTop());
+        QCOMPARE(drag->geometry(), QRect(hornet, ToQRect(kortRam).size()));
+        QVERIFY(QRect(meny->mapToGlobal(QPoint(0, 0)), meny->size()).contains(pekare));
+
+        // On the screen, once it has painted: the card's face in its own colours, made half
+        // transparent.
+        k.Behandla();
+        QImage sett = PaSkarmen(*drag, drag->rect());
+        QImage ansikte = KortSpel::mp_kortbitmap.copy(ToQRect(kortet.GePos()));
+        int lika = 0;
+        int jamforda = 0;
+        for (int y = 0; y < ansikte.height(); ++y)
+            for (int x = 0; x < ansikte.width(); ++x) {
+                QRgb a = ansikte.pixel(x, y);
+                if (qAlpha(a) != 255)
+                    continue;
+                ++jamforda;
+                QRgb s = sett.pixel(x, y);
+                lika += std::abs(qRed(a) - qRed(s)) <= 2 && std::abs(qGreen(a) - qGreen(s)) <= 2 &&
+                        std::abs(qBlue(a) - qBlue(s)) <= 2;
+            }
+        QVERIFY(jamforda > 1000);
+        QCOMPARE(lika, jamforda);
+        QCOMPARE(drag->windowOpacity(), 200.0 / 255.0);
+        QVERIFY(drag->mask().contains(QPoint(ansikte.width() / 2, ansikte.height() / 2)));
+        QVERIFY(!drag->mask().contains(QPoint(0, 0)));
+
+        // Past the window's right edge.
+        QPoint ute = vy.mapFromGlobal(k.win->frameGeometry().topRight() + QPoint(80, 60));
+        QMouseEvent flytt(QEvent::MouseMove, QPointF(ute), vy.mapToGlobal(QPointF(ute)),
+                          Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&vy, &flytt);
+        pekare = vy.mapToGlobal(ute);
+        QVERIFY(drag->isVisible());
+        QCOMPARE(drag->geometry().topLeft(), pekare - ToQPoint(tryck - kortRam.LeftTop()));
+        QVERIFY(!k.win->frameGeometry().intersects(drag->geometry()));
+
+        QTest::mouseRelease(&vy, Qt::LeftButton, Qt::NoModifier, ute);
+        QVERIFY(!drag->isVisible());
+        QVERIFY(!vy.GestPagar());
+        QVERIFY(vy.Spel()->Luckor()[topp].GeKort() == kortet);
+        QVERIFY(!vy.Spel()->Has_Undos());
     }
 };
 

@@ -1,5 +1,6 @@
 #include "app/FjolkView.h"
 
+#include "app/DragFonster.h"
 #include "platform/Meddelande.h"
 #include "platform/QtGeometry.h"
 
@@ -41,6 +42,8 @@ void FjolkView::ArbeteKlart() {
 }
 
 void FjolkView::SattSpel(std::unique_ptr<Patiens> nytt) {
+    if (dragFonster != nullptr)
+        dragFonster->Gom();
     spel = std::move(nytt);
     drar = false;
     gest = Gest::Ingen;
@@ -49,6 +52,8 @@ void FjolkView::SattSpel(std::unique_ptr<Patiens> nytt) {
 }
 
 std::unique_ptr<Patiens> FjolkView::TaSpel() {
+    if (dragFonster != nullptr)
+        dragFonster->Gom();
     drar = false;
     gest = Gest::Ingen;
     std::unique_ptr<Patiens> gammalt = std::move(spel);
@@ -153,16 +158,12 @@ void FjolkView::VisaNu(BRect rect) {
 }
 
 // The frame is shown whenever the view is: the table being dealt, the game's, or the empty
-// table a game is about to be dealt on; and the dragged cards at the pointer.
+// table a game is about to be dealt on.
 void FjolkView::paintEvent(QPaintEvent* event) {
     QPainter p(this);
     QRect yta = event->rect().intersected(offBitmap.rect());
     p.setCompositionMode(QPainter::CompositionMode_Source);
     p.drawImage(yta.topLeft(), offBitmap, yta);
-    if (drar && !KortSpel::bmp.isNull()) {
-        p.setCompositionMode(QPainter::CompositionMode_SourceOver);
-        p.drawImage(ToQPoint(musPunkt - KortSpel::point), KortSpel::bmp);
-    }
 }
 
 void FjolkView::resizeEvent(QResizeEvent*) {
@@ -186,10 +187,8 @@ void FjolkView::OmRakna() {
     }
 }
 
-BRect FjolkView::DragRektangel() const {
-    BPoint hornet = musPunkt - KortSpel::point;
-    return BRect(hornet.x, hornet.y, hornet.x + static_cast<float>(KortSpel::bmp.width() - 1),
-                 hornet.y + static_cast<float>(KortSpel::bmp.height() - 1));
+QPoint FjolkView::DragHorn() const {
+    return mapToGlobal(ToQPoint(musPunkt - KortSpel::point));
 }
 
 void FjolkView::GetMouse(BPoint* where, uint32_t* buttons) const {
@@ -233,7 +232,9 @@ void FjolkView::MouseDown(BPoint where) {
     } else {
         drar = true;
         GorHalvTransparant(KortSpel::bmp);
-        update(ToQRect(DragRektangel()));
+        if (dragFonster == nullptr)
+            dragFonster = new DragFonster(this);
+        dragFonster->Visa(KortSpel::bmp, kDragAlfa, DragHorn());
     }
     spel->SpelKnapp(where);
     Klart();
@@ -245,6 +246,8 @@ void FjolkView::MouseUp(BPoint) {
     tryckSparr = false;
     if (!drar)
         return;
+    if (dragFonster != nullptr)
+        dragFonster->Gom();
     spel->Drop(this, -1);
     InvalidateOffscreen();
     drar = false;
@@ -279,9 +282,9 @@ void FjolkView::mouseMoveEvent(QMouseEvent* event) {
         return;
     }
     if (gest == Gest::Drag && drar) {
-        BRect forra = DragRektangel();
         musPunkt = nu;
-        update(ToQRect(forra | DragRektangel()));
+        if (dragFonster != nullptr)
+            dragFonster->Flytta(DragHorn());
     }
 }
 

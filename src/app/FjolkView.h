@@ -10,6 +10,8 @@
 #include <functional>
 #include <memory>
 
+class DragFonster;
+
 // The play area: owns the game being played, composes the table in an off-screen frame
 // (background copy, then the game's drawing) and shows only what changed, and turns the
 // mouse into the game's operations.
@@ -32,6 +34,8 @@ public:
     // The largest table: both buffers have this size and are never reallocated.
     static constexpr int kMaxBredd = 1280;
     static constexpr int kMaxHojd = 1024;
+    // The alpha of every visible pixel of the dragged cards.
+    static constexpr int kDragAlfa = 200;
 
     // Marks the game at work for as long as it lives; the last one to end lets what waited
     // for the work happen.
@@ -88,6 +92,9 @@ public:
     // Told when the game's work is over, so what waited for it can happen.
     std::function<void()> efterArbete;
 
+    // The window that shows the dragged cards, while they are dragged.
+    const DragFonster* DragBild() const { return dragFonster; }
+
     bool drar = false;
     char spelarNamn[20] = "Guest";
     bool tryckSparr = false;
@@ -108,7 +115,7 @@ private:
     void FyllBakgrund();
     // Puts the background, picture or plain green, under `yta` of the frame.
     void LaggBakgrund(QPainter& p, const QRect& yta);
-    BRect DragRektangel() const;
+    QPoint DragHorn() const;
 
     std::unique_ptr<Patiens> spel;
     const Patiens* givs = nullptr;
@@ -127,4 +134,6 @@ private:
     bool omRaknaVantar = false;
     bool slappVantar = false;
     BPoint slappPunkt;
+
+    DragFonster* dragFonster = nullptr;
 };
