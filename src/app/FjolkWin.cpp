@@ -164,7 +164,6 @@ void FjolkWin::StartaSpel(int nummer) {
 
 void FjolkWin::DelaUtSpel(int nummer) {
     spelVy->TaEmotSpel([&] { return SkapaSpel(nummer, spelVy, spelVy->Bounds(), animering); });
-    MenusBeginning();
 }
 
 void FjolkWin::MessageReceived(const Meddelande& message) {
