@@ -33,8 +33,8 @@ void HelOmritning(benchmark::State& state) {
     state.SetLabel(SpelNamn(static_cast<int>(state.range(0))));
 }
 
-// The timed pointer moves of a drag under way, each with the repaint of what it changed,
-// then the release.
+// The timed pointer moves of a drag under way, each with what the window system does for
+// it, then the release.
 void DraSteg(benchmark::State& state, FjolkView& vy, BPoint start) {
     QCoreApplication::processEvents();
     int steg = 0;
@@ -44,13 +44,13 @@ void DraSteg(benchmark::State& state, FjolkView& vy, BPoint start) {
         QMouseEvent move(QEvent::MouseMove, p, vy.mapToGlobal(p), Qt::NoButton, Qt::LeftButton,
                          Qt::NoModifier);
         QCoreApplication::sendEvent(&vy, &move);
-        // The move only marks the old and new places of the cards; the paint is the rest.
+        // The move puts the cards' own window at the pointer; its events are the rest.
         QCoreApplication::processEvents();
     }
     QTest::mouseRelease(&vy, Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
 }
 
-// One pointer move of a drag, with the repaint of what it changed.
+// One pointer move of a drag.
 void DragSteg(benchmark::State& state) {
     auto vy = MittISpelet(static_cast<int>(state.range(0)));
     const auto& luckor = vy->Spel()->Luckor();

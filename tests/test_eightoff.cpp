@@ -48,6 +48,20 @@ private slots:
         QCOMPARE(static_cast<int>(vy->Spel()->Luckor().size()), 296);
     }
 
+    // "Free" in each empty free cell is drawn in the table's font at 24 pixels.
+    void friTextenIBordetsFont() {
+        Bord b(false);
+        int tomma = 0;
+        for (int i = 0; i < 8; ++i) {
+            int cell = 176 + 2 * i;
+            if (!b.L()[cell].Tom())
+                continue;
+            ++tomma;
+            QVERIFY2(b.FriTextI24(cell), qPrintable(QString::number(cell)));
+        }
+        QCOMPARE(tomma, 4);
+    }
+
     void utlaggMedTvaRaderOverKolumnerna() {
         std::vector<Lucka> l(kAntalLuckor, Lucka(BRect(0, 0, 0, 0), false));
         Rutnat u = RaknaUtLuckor(l, BRect(0, 0, 639, 479));

@@ -51,6 +51,16 @@ private slots:
         QCOMPARE(static_cast<int>(vy->Spel()->Luckor().size()), 288);
     }
 
+    // "Free" in an empty free cell is drawn in the table's font at 24 pixels, as the other
+    // texts on the table are.
+    void friTextenIBordetsFont() {
+        Bord b(false);
+        for (int cell : {176, 178, 180, 182}) {
+            QVERIFY(b.L()[cell].Tom());
+            QVERIFY2(b.FriTextI24(cell), qPrintable(QString::number(cell)));
+        }
+    }
+
     void utlaggVidMinstaStorlek() {
         std::vector<Lucka> l(kAntalLuckor, Lucka(BRect(0, 0, 0, 0), false));
         Rutnat u = RaknaUtLuckor(l, BRect(0, 0, 639, 479));

@@ -1,5 +1,7 @@
+#include "app/DragFonster.h"
 #include "app/FjolkView.h"
 #include "platform/Meddelande.h"
+#include "platform/QtGeometry.h"
 #include "support/Brevlada.h"
 #include "support/Gester.h"
 
@@ -57,6 +59,7 @@ public:
     void DelaUtKort() override {}
     void BlandaKort() override {}
     void OmRaknaLuckaKort(BRect) override {
+        logg.push_back("OmRakna");
         KortUtSeende_A(44, 83);
         GeKortenFramsidor(luckor);
     }
@@ -175,6 +178,68 @@ private slots:
         QCOMPARE(qAlpha(bild.pixel(0, 0)), 0);
         QCOMPARE(qAlpha(bild.pixel(22, 41)), 200);
         QTest::mouseRelease(b.view.get(), Qt::LeftButton, Qt::NoModifier, QPoint(140, 160));
+        QVERIFY(!b.view->GestPagar());
+    }
+
+    // The dragged card's picture is a window of its own under the pointer, with the hot
+    // spot where the card was taken, above and left of the view as well as over it; the
+    // release outside drops once and takes the picture away.
+    void dragbildenFoljerPekarenUtanforVyn() {
+        Bord b;
+        TryckOchDra(*b.view, BPoint(120, 140), BPoint(140, 160));
+        const DragFonster* drag = b.view->DragBild();
+        QVERIFY(drag != nullptr);
+        QVERIFY(drag->isVisible());
+        QVERIFY(drag->isWindow());
+        QCOMPARE(drag->geometry(), QRect(b.view->mapToGlobal(QPoint(120, 120)), QSize(44, 83)));
+        // Its colours are the card's as it lies on the table; the window's opacity makes
+        // it half transparent.
+        QImage ansikte =
+            KortSpel::mp_kortbitmap.copy(ToQRect(b.spel->FramsidaFor(Kort(SPADER, 1, BRect()))));
+        QCOMPARE(drag->Bild().pixel(22, 41) & 0xffffffu, ansikte.pixel(22, 41) & 0xffffffu);
+        QCOMPARE(drag->windowOpacity(), 200.0 / 255.0);
+        QVERIFY(!drag->mask().contains(QPoint(0, 0)));
+        QVERIFY(drag->mask().contains(QPoint(22, 41)));
+
+        QPoint ute(-30, -50);
+        QMouseEvent flytt(QEvent::MouseMove, QPointF(ute), b.view->mapToGlobal(QPointF(ute)),
+                          Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(b.view.get(), &flytt);
+        QCOMPARE(drag->geometry().topLeft(), b.view->mapToGlobal(ute - QPoint(20, 40)));
+        QVERIFY(!drag->geometry().intersects(b.view->geometry()));
+        QVERIFY(drag->isVisible());
+
+        QTest::mouseRelease(b.view.get(), Qt::LeftButton, Qt::NoModifier, ute);
+        QCOMPARE(std::count(b.spel->logg.begin(), b.spel->logg.end(), std::string("Drop -1 0")), 1);
+        QCOMPARE(b.spel->dropPunkt, BPoint(-30, -50));
+        QVERIFY(!drag->isVisible());
+    }
+
+    // While the game works, a press starts nothing, a resize waits, and the release of the
+    // gesture under way comes once the work is over, dropping once.
+    void medanSpeletArbetarVantarMusenOchStorleken() {
+        Bord b;
+        {
+            FjolkView::Arbete arbete(*b.view);
+            KlickaPa(*b.view, BPoint(500, 400));
+            QVERIFY(!b.view->GestPagar());
+            b.view->resize(600, 450);
+            QVERIFY(b.spel->logg.empty());
+        }
+        QCOMPARE(b.spel->logg, (Logg{"OmRakna"}));
+        b.spel->logg.clear();
+
+        TryckOchDra(*b.view, BPoint(120, 140), BPoint(140, 160));
+        QVERIFY(b.view->drar);
+        b.spel->logg.clear();
+        {
+            FjolkView::Arbete arbete(*b.view);
+            QTest::mouseRelease(b.view.get(), Qt::LeftButton, Qt::NoModifier, QPoint(300, 140));
+            QVERIFY(b.spel->logg.empty());
+            QVERIFY(b.view->drar);
+        }
+        QCOMPARE(b.spel->logg, (Logg{"Drop -1 0", "KlarSpel"}));
+        QCOMPARE(b.spel->dropPunkt, BPoint(300, 140));
         QVERIFY(!b.view->GestPagar());
     }
 

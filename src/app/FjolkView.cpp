@@ -1,5 +1,6 @@
 #include "app/FjolkView.h"
 
+#include "app/DragFonster.h"
 #include "platform/Meddelande.h"
 #include "platform/QtGeometry.h"
 
@@ -18,7 +19,31 @@ FjolkView::FjolkView(QWidget* parent)
 
 FjolkView::~FjolkView() = default;
 
+FjolkView::Arbete::Arbete(FjolkView& view) : vy(view) {
+    ++vy.arbete;
+}
+
+FjolkView::Arbete::~Arbete() {
+    if (--vy.arbete == 0)
+        vy.ArbeteKlart();
+}
+
+void FjolkView::ArbeteKlart() {
+    if (omRaknaVantar) {
+        omRaknaVantar = false;
+        OmRakna();
+    }
+    if (slappVantar) {
+        slappVantar = false;
+        Slapp(slappPunkt);
+    }
+    if (efterArbete)
+        efterArbete();
+}
+
 void FjolkView::SattSpel(std::unique_ptr<Patiens> nytt) {
+    if (dragFonster != nullptr)
+        dragFonster->Gom();
     spel = std::move(nytt);
     drar = false;
     gest = Gest::Ingen;
@@ -27,9 +52,24 @@ void FjolkView::SattSpel(std::unique_ptr<Patiens> nytt) {
 }
 
 std::unique_ptr<Patiens> FjolkView::TaSpel() {
+    if (dragFonster != nullptr)
+        dragFonster->Gom();
     drar = false;
     gest = Gest::Ingen;
-    return std::move(spel);
+    std::unique_ptr<Patiens> gammalt = std::move(spel);
+    // The next game is dealt on an empty table, not over this one's last picture.
+    QPainter p(&offBitmap);
+    LaggBakgrund(p, rect().intersected(offBitmap.rect()));
+    return gammalt;
+}
+
+void FjolkView::TaEmotSpel(const std::function<std::unique_ptr<Patiens>()>& skapa) {
+    Arbete arbetet(*this);
+    tarEmot = true;
+    std::unique_ptr<Patiens> nytt = skapa();
+    tarEmot = false;
+    givs = nullptr;
+    SattSpel(std::move(nytt));
 }
 
 BRect FjolkView::Bounds() const {
@@ -81,6 +121,8 @@ void FjolkView::Komponera(Patiens& game) {
 }
 
 void FjolkView::RitaOm(Patiens& game) {
+    if (tarEmot)
+        givs = &game;
     Komponera(game);
     VisaNu(Bounds());
 }
@@ -104,37 +146,49 @@ void FjolkView::LaggBakgrund(QPainter& p, const QRect& yta) {
 }
 
 void FjolkView::VisaNu(BRect rect) {
+    if (!isVisible())
+        return;
     QRect yta = ToQRect(rect).intersected(this->rect());
-    if (!yta.isEmpty() && isVisible())
+    if (!yta.isEmpty())
         repaint(yta);
+    // The game holds the thread until its work is done; meanwhile the other windows (an
+    // alert that has just opened) paint, and the window system's input waits its turn.
+    if (Arbetar())
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
+// The frame is shown whenever the view is: the table being dealt, the game's, or the empty
+// table a game is about to be dealt on.
 void FjolkView::paintEvent(QPaintEvent* event) {
-    if (!spel)
-        return;
     QPainter p(this);
     QRect yta = event->rect().intersected(offBitmap.rect());
     p.setCompositionMode(QPainter::CompositionMode_Source);
     p.drawImage(yta.topLeft(), offBitmap, yta);
-    if (drar && !KortSpel::bmp.isNull()) {
-        p.setCompositionMode(QPainter::CompositionMode_SourceOver);
-        p.drawImage(ToQPoint(musPunkt - KortSpel::point), KortSpel::bmp);
-    }
 }
 
 void FjolkView::resizeEvent(QResizeEvent*) {
+    // A game is not laid out again under its own feet: a flight has its places.
+    if (Arbetar() && (spel || tarEmot)) {
+        omRaknaVantar = true;
+        return;
+    }
+    OmRakna();
+}
+
+void FjolkView::OmRakna() {
     if (!bakgrundsBild.isNull())
         FyllBakgrund();
     if (spel) {
         spel->OmRaknaLuckaKort(Bounds());
         InvalidateOffscreen();
+    } else {
+        QPainter p(&offBitmap);
+        LaggBakgrund(p, rect().intersected(offBitmap.rect()));
     }
 }
 
-BRect FjolkView::DragRektangel() const {
-    BPoint hornet = musPunkt - KortSpel::point;
-    return BRect(hornet.x, hornet.y, hornet.x + static_cast<float>(KortSpel::bmp.width() - 1),
-                 hornet.y + static_cast<float>(KortSpel::bmp.height() - 1));
+QPoint FjolkView::DragHorn() const {
+    return mapToGlobal(ToQPoint(musPunkt - KortSpel::point));
 }
 
 void FjolkView::GetMouse(BPoint* where, uint32_t* buttons) const {
@@ -178,7 +232,9 @@ void FjolkView::MouseDown(BPoint where) {
     } else {
         drar = true;
         GorHalvTransparant(KortSpel::bmp);
-        update(ToQRect(DragRektangel()));
+        if (dragFonster == nullptr)
+            dragFonster = new DragFonster(this);
+        dragFonster->Visa(KortSpel::bmp, kDragAlfa, DragHorn());
     }
     spel->SpelKnapp(where);
     Klart();
@@ -190,14 +246,18 @@ void FjolkView::MouseUp(BPoint) {
     tryckSparr = false;
     if (!drar)
         return;
+    if (dragFonster != nullptr)
+        dragFonster->Gom();
     spel->Drop(this, -1);
     InvalidateOffscreen();
     drar = false;
     Klart();
 }
 
+// A press that reaches the view while the game works starts nothing: the cards are not the
+// player's until the work is over.
 void FjolkView::mousePressEvent(QMouseEvent* event) {
-    if (!spel || event->button() != Qt::LeftButton || gest != Gest::Ingen)
+    if (!spel || Arbetar() || event->button() != Qt::LeftButton || gest != Gest::Ingen)
         return;
     // The release reaches this view wherever it happens, as the press grabs the mouse.
     gest = Gest::Tryckt;
@@ -207,7 +267,7 @@ void FjolkView::mousePressEvent(QMouseEvent* event) {
 }
 
 void FjolkView::mouseMoveEvent(QMouseEvent* event) {
-    if (!spel)
+    if (!spel || Arbetar())
         return;
     BPoint nu = ToBPoint(event->position());
     if (gest == Gest::Tryckt) {
@@ -217,13 +277,14 @@ void FjolkView::mouseMoveEvent(QMouseEvent* event) {
         gest = Gest::Drag;
         musPunkt = nu;
         musKnappar = 1;
+        Arbete arbetet(*this);
         MouseDown(tryckPunkt);
         return;
     }
     if (gest == Gest::Drag && drar) {
-        BRect forra = DragRektangel();
         musPunkt = nu;
-        update(ToQRect(forra | DragRektangel()));
+        if (dragFonster != nullptr)
+            dragFonster->Flytta(DragHorn());
     }
 }
 
@@ -231,6 +292,21 @@ void FjolkView::mouseReleaseEvent(QMouseEvent* event) {
     if (!spel || event->button() != Qt::LeftButton)
         return;
     BPoint slapp = ToBPoint(event->position());
+    if (Arbetar()) {
+        // The gesture's own work is still under way: its release comes after.
+        if (gest != Gest::Ingen) {
+            slappVantar = true;
+            slappPunkt = slapp;
+        }
+        return;
+    }
+    Slapp(slapp);
+}
+
+void FjolkView::Slapp(BPoint slapp) {
+    if (!spel)
+        return;
+    Arbete arbetet(*this);
     Gest var = gest;
     gest = Gest::Ingen;
     musKnappar = 0;

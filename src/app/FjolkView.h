@@ -10,6 +10,8 @@
 #include <functional>
 #include <memory>
 
+class DragFonster;
+
 // The play area: owns the game being played, composes the table in an off-screen frame
 // (background copy, then the game's drawing) and shows only what changed, and turns the
 // mouse into the game's operations.
@@ -17,6 +19,11 @@
 // A press is a click or a drag only once the pointer has told: a release inside the
 // game's click square is a click, the first move out of it a drag. Only then does the
 // press reach the game, so no nested event loop waits for the mouse.
+//
+// While the game works (deals, flies cards, answers a gesture or a command) the screen
+// stays alive: each step it puts on the screen lets the other windows paint. Input waits
+// in the window system's queue meanwhile, and a command that arrives is held by the window
+// until the work is over, so nothing reaches the game or the window's handler twice.
 class FjolkView : public QWidget, public SpelYta {
     enum class Gest { Ingen, Tryckt, Drag };
 
@@ -27,10 +34,31 @@ public:
     // The largest table: both buffers have this size and are never reallocated.
     static constexpr int kMaxBredd = 1280;
     static constexpr int kMaxHojd = 1024;
+    // The alpha of every visible pixel of the dragged cards.
+    static constexpr int kDragAlfa = 200;
+
+    // Marks the game at work for as long as it lives; the last one to end lets what waited
+    // for the work happen.
+    class Arbete {
+    public:
+        explicit Arbete(FjolkView& view);
+        ~Arbete();
+        Arbete(const Arbete&) = delete;
+        Arbete& operator=(const Arbete&) = delete;
+
+    private:
+        FjolkView& vy;
+    };
+    bool Arbetar() const { return arbete > 0; }
 
     void SattSpel(std::unique_ptr<Patiens> nytt);
     std::unique_ptr<Patiens> TaSpel();
     Patiens* Spel() const { return spel.get(); }
+    // Builds a game on this view with `skapa`, which deals it on the table as it is made,
+    // and keeps it.
+    void TaEmotSpel(const std::function<std::unique_ptr<Patiens>()>& skapa);
+    // The game on the table: the view's own, or the one being dealt while it is made.
+    const Patiens* SpeletPaBordet() const { return spel ? spel.get() : givs; }
 
     BRect Bounds() const override;
     void InvalidateOffscreen() override;
@@ -61,6 +89,11 @@ public:
 
     // Told after every completed gesture, so the window's menus follow the table.
     std::function<void()> efterGest;
+    // Told when the game's work is over, so what waited for it can happen.
+    std::function<void()> efterArbete;
+
+    // The window that shows the dragged cards, while they are dragged.
+    const DragFonster* DragBild() const { return dragFonster; }
 
     bool drar = false;
     char spelarNamn[20] = "Guest";
@@ -76,12 +109,17 @@ protected:
 private:
     void MouseDown(BPoint where);
     void MouseUp(BPoint where);
+    void Slapp(BPoint slapp);
+    void ArbeteKlart();
+    void OmRakna();
     void FyllBakgrund();
     // Puts the background, picture or plain green, under `yta` of the frame.
     void LaggBakgrund(QPainter& p, const QRect& yta);
-    BRect DragRektangel() const;
+    QPoint DragHorn() const;
 
     std::unique_ptr<Patiens> spel;
+    const Patiens* givs = nullptr;
+    bool tarEmot = false;
     QImage offBitmap;
     QImage backBitmap;
     QImage bakgrundsBild;
@@ -90,4 +128,12 @@ private:
     BPoint tryckPunkt;
     BPoint musPunkt;
     uint32_t musKnappar = 0;
+
+    int arbete = 0;
+    // A resize or a release that came while the game worked, to be dealt with after.
+    bool omRaknaVantar = false;
+    bool slappVantar = false;
+    BPoint slappPunkt;
+
+    DragFonster* dragFonster = nullptr;
 };

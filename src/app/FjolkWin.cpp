@@ -22,6 +22,7 @@
 #include <QPushButton>
 #include <QStackedLayout>
 #include <QUrl>
+#include <QWindow>
 
 #include <cstdio>
 #include <cstring>
@@ -75,6 +76,10 @@ FjolkWin::FjolkWin(BRect frame, AttributeStore& attributStore) : store(attributS
     lager->setCurrentWidget(valkomstVy);
     setCentralWidget(innehall);
     spelVy->efterGest = [this] { MenusBeginning(); };
+    spelVy->efterArbete = [this] {
+        for (auto& [what, fil] : std::exchange(vantande, {}))
+            QCoreApplication::postEvent(this, new Meddelande(what, fil));
+    };
 
     valkomstVy->animeringsRuta->setChecked(true);
     valkomstVy->spelLista->setCurrentRow(0);
@@ -92,6 +97,7 @@ FjolkWin::FjolkWin(BRect frame, AttributeStore& attributStore) : store(attributS
     SattStorleksGranser(kValkomstBredd, kValkomstBredd, kValkomstHojd, kValkomstHojd);
     SattFrame(frame);
     show();
+    windowHandle()->installEventFilter(this);
     byterLage = false;
 }
 
@@ -127,10 +133,16 @@ QAction* FjolkWin::MenyItem(const QKeySequence& tangenter) const {
     return nullptr;
 }
 
-// The menu's keys come first wherever the focus is in this window, as they always did: a
-// control such as the name field never takes Ctrl+A or Ctrl+Z for itself, and the key of a
-// disabled item is swallowed rather than handed to the control.
 bool FjolkWin::eventFilter(QObject* mal, QEvent* e) {
+    // The game waiting for the window to come on the screen is started again, from the
+    // event loop rather than from inside the window's first paint.
+    if (e->type() == QEvent::Expose && vantandeSpel >= 0 && PaSkarmen()) {
+        StartaSpel(std::exchange(vantandeSpel, -1));
+        return false;
+    }
+    // The menu's keys come first wherever the focus is in this window, as they always did:
+    // a control such as the name field never takes Ctrl+A or Ctrl+Z for itself, and the key
+    // of a disabled item is swallowed rather than handed to the control.
     if (e->type() != QEvent::ShortcutOverride && e->type() != QEvent::KeyPress)
         return false;
     auto* widget = qobject_cast<QWidget*>(mal);
@@ -157,16 +169,34 @@ void FjolkWin::MenusBeginning() {
 
 bool FjolkWin::event(QEvent* e) {
     if (e->type() == Meddelande::Typ()) {
-        MessageReceived(*static_cast<Meddelande*>(e));
+        auto* m = static_cast<Meddelande*>(e);
+        // A command that comes while the game works waits for the work to end.
+        if (spelVy->Arbetar())
+            vantande.emplace_back(m->what, m->fil);
+        else
+            MessageReceived(*m);
         return true;
     }
     return QMainWindow::event(e);
+}
+
+bool FjolkWin::PaSkarmen() const {
+    return windowHandle() != nullptr && windowHandle()->isExposed();
+}
+
+void FjolkWin::StartaSpel(int nummer) {
+    Posta(kStartaSpel0 + static_cast<type_code>(nummer));
+}
+
+void FjolkWin::DelaUtSpel(int nummer) {
+    spelVy->TaEmotSpel([&] { return SkapaSpel(nummer, spelVy, spelVy->Bounds(), animering); });
 }
 
 void FjolkWin::MessageReceived(const Meddelande& message) {
     type_code what = message.what;
     if (what == kDragMeddelande)
         return;
+    FjolkView::Arbete arbete(*spelVy);
     if (what == kAvsluta) {
         if (visarSpel)
             AddHiScore(false);
@@ -200,8 +230,13 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
             std::fprintf(stderr, "Fjolks Patience: %s cannot be played yet.\n", SpelNamn(nummer));
             return;
         }
+        // The play view is shown first and the game dealt onto it, its flights on the
+        // screen; a window not yet on the screen deals once it is.
         InitSpel(nummer, TitelNamn(nummer));
-        spelVy->SattSpel(SkapaSpel(nummer, spelVy, spelVy->Bounds(), animering));
+        if (PaSkarmen())
+            DelaUtSpel(nummer);
+        else
+            vantandeSpel = nummer;
     } else if (what == kHjalp) {
         QString fil = HjalpFil();
         if (QFileInfo::exists(fil))
@@ -240,6 +275,7 @@ void FjolkWin::StangSpel() {
     byterLage = true;
     AddHiScore(false);
     spelVy->TaSpel();
+    vantandeSpel = -1;
     visarSpel = false;
     valkomstVy->hiscoreLista->VisaHiscoreLista(spelNr);
     if (hiscorePlats <= 39)
@@ -260,6 +296,7 @@ void FjolkWin::InitSpel(int nummer, const char* namn) {
         visarSpel = true;
     }
     spelVy->TaSpel();
+    vantandeSpel = -1;
     spelNr = nummer;
     std::string spelare = KortaUtf8(valkomstVy->spelarFalt->text(), 19);
     std::memset(spelVy->spelarNamn, 0, sizeof spelVy->spelarNamn);

@@ -6,6 +6,9 @@
 
 #include <QMainWindow>
 
+#include <utility>
+#include <vector>
+
 class FjolkView;
 class Meddelande;
 class QAction;
@@ -29,6 +32,9 @@ public:
     void MenusBeginning();
     void InitSpel(int nummer, const char* namn);
     void AddHiScore(bool visa);
+    // Starts game `nummer` as if it were chosen in the list, once the window is on the
+    // screen: what the command line's --game does.
+    void StartaSpel(int nummer);
 
     // The window's frame as the program stores it: left, top, and the size as
     // right − left and bottom − top.
@@ -68,6 +74,8 @@ private:
     void RensaBakgrund();
     void StangSpel();
     void LasSpelarNamn();
+    bool PaSkarmen() const;
+    void DelaUtSpel(int nummer);
 
     AttributeStore& store;
     QAction* angraItem = nullptr;
@@ -85,6 +93,10 @@ private:
     // frames belong to neither and are not remembered.
     bool byterLage = false;
     bool avslutad = false;
+    // A game shown before the window was on the screen, dealt once it is.
+    int vantandeSpel = -1;
+    // Commands that came while the game worked, posted again once it is done.
+    std::vector<std::pair<type_code, QString>> vantande;
 };
 
 // The text of the "About" alert.

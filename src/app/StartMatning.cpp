@@ -20,7 +20,7 @@ public:
         if (e->type() != QEvent::Paint || sett)
             return false;
         auto* vy = dynamic_cast<FjolkView*>(mal);
-        bool ratt = vantarSpel ? (vy != nullptr && vy->Spel() != nullptr)
+        bool ratt = vantarSpel ? (vy != nullptr && vy->SpeletPaBordet() != nullptr)
                                : dynamic_cast<WelcomeView*>(mal) != nullptr;
         if (!ratt)
             return false;

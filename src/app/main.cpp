@@ -3,7 +3,6 @@
 #include "app/FjolkWin.h"
 #include "app/Snapshot.h"
 #include "app/StartMatning.h"
-#include "platform/Meddelande.h"
 #include "welcome/WelcomeView.h"
 
 #include "platform/AttributeStore.h"
@@ -55,10 +54,8 @@ int main(int argc, char* argv[]) {
     FjolkApp fjolk(AttributeStore::Program());
     if (commandLine.noAnimation)
         fjolk.Fonster()->ValkomstVy()->animeringsRuta->setChecked(false);
-    if (commandLine.game >= 0) {
-        // As if chosen twice in the list, once the window is on the screen.
-        QCoreApplication::postEvent(fjolk.Fonster(),
-                                    new Meddelande(kStartaSpel0 + commandLine.game));
-    }
+    // As if chosen twice in the list; dealt once the window is on the screen.
+    if (commandLine.game >= 0)
+        fjolk.Fonster()->StartaSpel(commandLine.game);
     return QApplication::exec();
 }

@@ -7,6 +7,8 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include <string>
+
 QImage KortSpel::bmp;
 BPoint KortSpel::point;
 QImage KortSpel::mp_kortbitmap;
@@ -115,24 +117,18 @@ void KortSpel::RitaRundRuta(QPainter& p, BRect pos, float radie, rgb_color fylln
     p.restore();
 }
 
-void KortSpel::RitaText(QPainter& p, BPoint var, const char* text, rgb_color farg) {
+void KortSpel::RitaRaknare(QPainter& p, BRect pos, const char* text, int varde) {
+    RitaRundRuta(p, pos, 5.0f, rgb_color{220, 220, 220, 255});
+    RitaText(p, BPoint(pos.left + 5, pos.top + 30), text);
+    RitaText(p, BPoint(pos.right - 40, pos.top + 30), std::to_string(varde).c_str());
+}
+
+void KortSpel::RitaText(QPainter& p, BPoint bas, const char* text, rgb_color farg) {
     p.save();
     p.setRenderHint(QPainter::Antialiasing);
     p.setPen(ToQColor(farg));
     p.setFont(SpelFont());
-    p.drawText(QPointF(var.x, var.y), QString::fromUtf8(text));
-    p.restore();
-}
-
-void KortSpel::RitaRaknare(QPainter& p, BRect pos, const char* text, int varde) {
-    p.save();
-    p.setRenderHint(QPainter::Antialiasing);
-    p.setPen(QPen(Qt::black, 1.0));
-    p.setBrush(QColor(220, 220, 220));
-    p.drawPath(Rundad(pos, 5.0f));
-    p.setFont(SpelFont());
-    p.drawText(QPointF(pos.left + 5, pos.top + 30), QString::fromUtf8(text));
-    p.drawText(QPointF(pos.right - 40, pos.top + 30), QString::number(varde));
+    p.drawText(QPointF(bas.x, bas.y), QString::fromUtf8(text));
     p.restore();
 }
 

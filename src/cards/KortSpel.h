@@ -61,8 +61,9 @@ public:
     static void RitaRaknare(QPainter& p, BRect pos, const char* text, int varde);
     // A rounded rectangle filled with `fyllning` and outlined in black.
     static void RitaRundRuta(QPainter& p, BRect pos, float radie, rgb_color fyllning);
-    // A text in the table's font, its base line starting at `var`.
-    static void RitaText(QPainter& p, BPoint var, const char* text, rgb_color farg);
+    // A text on the table in the table's font, its base line starting at `bas`.
+    static void RitaText(QPainter& p, BPoint bas, const char* text,
+                         rgb_color farg = rgb_color{0, 0, 0, 255});
     // The drag image: the given slots' cards, laid where they lie, cut to their union.
     void ByggDragBild(const std::vector<Lucka>& luckor, const std::vector<int>& valda,
                       BPoint where);

@@ -36,13 +36,8 @@ void KolumnSpel::RitaSpel(QPainter& p) {
         bool fricell = Fricell(plan, i);
         if (fricell || GrundBas(plan, i) || KolumnBas(plan, i))
             RitaKantLinje(p, lucka.GePos());
-        if (fricell) {
-            p.save();
-            p.setPen(Qt::black);
-            p.drawText(QPointF(lucka.GePos().left + 15, lucka.GePos().top + 35),
-                       QStringLiteral("Free"));
-            p.restore();
-        }
+        if (fricell)
+            RitaText(p, BPoint(lucka.GePos().left + 15, lucka.GePos().top + 35), "Free");
     }
 }
 

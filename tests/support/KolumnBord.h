@@ -2,10 +2,16 @@
 
 #include "games/KolumnRegler.h"
 #include "games/KolumnSpel.h"
+#include "platform/QtGeometry.h"
 #include "support/Gester.h"
 #include "support/SpelBordet.h"
 #include "support/Testbord.h"
 
+#include <QFont>
+#include <QFontMetricsF>
+#include <QImage>
+
+#include <cmath>
 #include <initializer_list>
 #include <memory>
 #include <vector>
@@ -25,6 +31,41 @@ struct KolumnBord : Testbord<KolumnSpel> {
         BRect r = L()[lucka].GePos();
         return BPoint((r.left + r.right) / 2, r.top + 10);
     }
+    // What is drawn dark inside an empty free cell, around where its text belongs and clear
+    // of the outline's edges and rounded corners.
+    QRect TextI(int lucka) {
+        QRect inne = ToQRect(L()[lucka].GePos()).adjusted(3, 3, -3, -3) &
+                     FriTextensPlats(lucka).toAlignedRect().adjusted(-6, -6, 6, 6);
+        const QImage& bild = vy->OffBitmap();
+        QRect text;
+        for (int y = inne.top(); y <= inne.bottom(); ++y)
+            for (int x = inne.left(); x <= inne.right(); ++x) {
+                QRgb p = bild.pixel(x, y);
+                if (qRed(p) < 80 && qGreen(p) < 80 && qBlue(p) < 80)
+                    text |= QRect(x, y, 1, 1);
+            }
+        return text;
+    }
+    // Where "Free" lies when it is drawn in the table's font, 24 pixels, its base line
+    // starting 15 pixels in from the cell's left and 35 down from its top.
+    QRectF FriTextensPlats(int lucka) {
+        QFont font(QStringLiteral("DejaVu Sans"));
+        font.setPixelSize(24);
+        BRect r = L()[lucka].GePos();
+        return QFontMetricsF(font)
+            .tightBoundingRect(QStringLiteral("Free"))
+            .translated(r.left + 15, r.top + 35);
+    }
+    // Whether the text drawn in empty free cell `lucka` is "Free" in the table's font.
+    bool FriTextI24(int lucka) {
+        QRect sett = TextI(lucka);
+        QRectF ratt = FriTextensPlats(lucka);
+        auto nara = [](double a, double b) { return std::abs(a - b) <= 2.0; };
+        return sett.height() >= 15 && nara(sett.left(), ratt.left()) &&
+               nara(sett.right() + 1, ratt.right()) && nara(sett.top(), ratt.top()) &&
+               nara(sett.bottom() + 1, ratt.bottom());
+    }
+
     // Half the lengthening below a slot's card.
     BPoint Under(int lucka) {
         BRect r = L()[lucka].GePos();
