@@ -280,19 +280,6 @@ void Patiens::FlygLucka(int fran, int till, int under, int tid, bool kant, bool 
     TTAnimeraKort(vy, tid, kant);
 }
 
-int Patiens::AngraEnligtRegler(Flygledare* flyg) {
-    if (Tabell().undoLista.empty())
-        return 0;
-    int kvar = Regler().Angra(Tabell(), flyg);
-    vy->InvalidateOffscreen();
-    return kvar;
-}
-
-int Patiens::SparaHiscore() {
-    return ::AddHiscore(SpelNummer(), Regler().Resultat(Tabell()), Tabell().antalUndo,
-                        vy->SpelarNamn(), startTid);
-}
-
 bool Patiens::KlickaEllerLyft(SpelYta* view, BPoint where, int kalla,
                               const std::optional<Drag>& klick, Flygledare* flyg) {
     if (VantaPaAvsikt(view, where) == Avsikt::Klick) {

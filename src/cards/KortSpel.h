@@ -155,13 +155,6 @@ protected:
     // The single card being dragged, let go: its slot (-1 when none or several were
     // dragged) and the point it was released at.
     int SlapptKort(SpelYta* view, BPoint* where);
-    // What a game's Undo does: the rules take back the newest move, each card flown by
-    // `flyg` (none with animation off), and the view shows the table; 0 when there was
-    // nothing to undo, else the records left.
-    int AngraEnligtRegler(Flygledare* flyg);
-    // What a game's AddHiscore does: the table's result and undos entered in the game's
-    // hiscore table under the player's name; the place.
-    int SparaHiscore();
     // Shows the stock (or any slots) face down in the off-screen frame before a deal.
     void RitaBaksidor(int forsta, int sista);
     // The card of slot `fran` flies to slot `till` in `tid` microseconds; the card in slot

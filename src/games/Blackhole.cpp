@@ -15,39 +15,16 @@ constexpr int kKlickTid = 200000;
 
 } // namespace
 
-Blackhole::Blackhole(SpelYta* view, BRect /*frame*/, bool animeraKort) {
-    vy = view;
-    animera = animeraKort;
+Blackhole::Blackhole(SpelYta* view, BRect /*frame*/, bool animeraKort)
+    : RegelSpel(view, animeraKort) {
     Skapa(bord);
     NyttSpel(vy->Bounds());
-}
-
-void Blackhole::NyttSpel(BRect bounds) {
-    LaggUtLeken(bord);
-    OmRaknaLuckaKort(bounds);
-    DelaUtKort();
-    KlarSpel();
-    VisaNyttSpel();
-}
-
-bool Blackhole::KlarSpel() {
-    return BlackholeRegler::KlarSpel(bord);
 }
 
 void Blackhole::RitaSpel(QPainter& p) {
     for (const Lucka& lucka : bord.luckor)
         if (!lucka.Tom())
             RitaKort(p, lucka.GeKort().GePos(), lucka.GePos());
-}
-
-void Blackhole::DelaUtKort() {
-    RitaBordet();
-    DelaUt(bord, Flyg());
-    RitaBordet();
-}
-
-void Blackhole::BlandaKort() {
-    bord.kortlek.Blanda();
 }
 
 void Blackhole::OmRaknaLuckaKort(BRect bounds) {
@@ -75,8 +52,6 @@ void Blackhole::FlygKort(int fran, int till, int steg) {
     }
 }
 
-void Blackhole::FlygRad(int, int, int, int) {}
-
 bool Blackhole::FlyttaKort(SpelYta* view, BPoint where) {
     int kalla = KortUnder(bord.luckor, where);
     if (kalla < 0)
@@ -85,29 +60,8 @@ bool Blackhole::FlyttaKort(SpelYta* view, BPoint where) {
     return KlickaEllerLyft(view, where, kalla, KlickDrag(bord, kalla), Flyg());
 }
 
-void Blackhole::Drop(SpelYta* view, int /*target*/) {
-    BPoint where;
-    int kalla = SlapptKort(view, &where);
-    if (kalla < 0)
-        return;
-    if (std::optional<Drag> drag = DropDrag(bord, kalla, where))
-        GorDrag(bord, *drag, nullptr);
-}
-
-void Blackhole::SpelKnapp(BPoint) {}
-
-void Blackhole::NyttForsok() {}
-
-int Blackhole::Undo() {
-    return AngraEnligtRegler(Flyg());
-}
-
-bool Blackhole::Has_Undos() {
-    return !bord.undoLista.empty();
-}
-
-int Blackhole::AddHiscore() {
-    return SparaHiscore();
+std::optional<Drag> Blackhole::SlappDrag(int lucka, BPoint q) const {
+    return DropDrag(bord, lucka, q);
 }
 
 std::optional<Gest> Blackhole::GestFor(const Drag& drag) const {

@@ -4,7 +4,7 @@
 
 Eightoff::Eightoff(SpelYta* view, BRect frame, bool animeraKort)
     : KolumnSpel(view, animeraKort, EightoffRegler::Regler()) {
-    ForstaGiv(frame);
+    NyttSpel(frame);
 }
 
 void Eightoff::OmRaknaLuckaKort(BRect bounds) {

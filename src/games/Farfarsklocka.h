@@ -12,7 +12,6 @@ public:
 
     void OmRaknaLuckaKort(BRect bounds) override;
     // No stock to turn and no button.
-    void SpelKnapp(BPoint) override {}
     int SpelNummer() const override { return 6; }
     const SpelRegler& Regler() const override { return FarfarsklockaRegler::Regler(); }
 };

@@ -4,7 +4,7 @@
 
 Freecell::Freecell(SpelYta* view, BRect frame, bool animeraKort)
     : KolumnSpel(view, animeraKort, FreecellRegler::Regler()) {
-    ForstaGiv(frame);
+    NyttSpel(frame);
 }
 
 void Freecell::OmRaknaLuckaKort(BRect bounds) {

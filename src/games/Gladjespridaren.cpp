@@ -4,7 +4,7 @@
 
 Gladjespridaren::Gladjespridaren(SpelYta* view, BRect frame, bool animeraKort)
     : KolumnSpel(view, animeraKort, GladjespridarenRegler::Regler()) {
-    ForstaGiv(frame);
+    NyttSpel(frame);
 }
 
 void Gladjespridaren::OmRaknaLuckaKort(BRect bounds) {

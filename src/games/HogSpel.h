@@ -5,6 +5,7 @@
 #include "cards/KortSpel.h"
 #include "cards/Luckor.h"
 #include "games/HogRegler.h"
+#include "games/RegelSpel.h"
 
 #include <QPainter>
 
@@ -14,7 +15,7 @@
 // The gestures, flights and drawing of a game whose piles give up only their top card, one
 // card at a time (Kvarnen, Farfars klocka). The game gives its rules and its plan: the hit
 // test and the click and drop places, where its stock lies and how long its cards fly.
-template <typename B> class HogSpel : public PatiensPa<B>, private Flygledare {
+template <typename B> class HogSpel : public RegelSpel<B> {
 public:
     // What the game's rules answer for its gestures and flights, and where its stock begins.
     struct Plan {
@@ -34,71 +35,23 @@ public:
         int omgivTid;
     };
 
-    void NyttSpel(BRect bounds) override {
-        this->Regler().LaggUtLeken(this->bord);
-        this->OmRaknaLuckaKort(bounds);
-        DelaUtKort();
-        KlarSpel();
-        this->VisaNyttSpel();
-    }
-    bool KlarSpel() override { return this->Regler().KlarSpel(this->bord); }
     // Every slot in index order: a card face up or down; an empty slot its outline where the
     // game has switched it on.
     void RitaSpel(QPainter& offView) override {
         for (const Lucka& lucka : this->bord.luckor)
             this->RitaLucka(offView, lucka);
     }
-    // The table is shown with every card in the stock before the first one flies.
-    void DelaUtKort() override {
-        this->RitaBordet();
-        this->Regler().DelaUt(this->bord, Flyg());
-        this->RitaBordet();
-    }
-    void BlandaKort() override { this->bord.kortlek.Blanda(); }
 
+    // The card stays in its place while its picture is carried.
     bool FlyttaKort(SpelYta* view, BPoint where) override {
         int kalla = Traff(where);
         if (kalla < 0)
             return false;
-        if (this->VantaPaAvsikt(view, where) == Patiens::Avsikt::Klick) {
-            int till = KlickMal(kalla);
-            if (till >= 0)
-                this->Regler().GorDrag(this->bord, KortDrag(kalla, till), Flyg());
-            return false;
-        }
-        // The card stays in its place while its picture is carried.
-        this->valdaLuckor = {kalla};
-        this->ByggDragBild(this->bord.luckor, this->valdaLuckor, where);
-        KortSpel::point = where - this->bord.luckor[kalla].GePos().LeftTop();
-        return true;
-    }
-
-    void Drop(SpelYta* view, int /*target*/) override {
-        if (this->valdaLuckor.size() != 1)
-            return;
-        int kalla = this->valdaLuckor.front();
-        this->valdaLuckor.clear();
-        BPoint q;
-        uint32_t knappar = 0;
-        view->GetMouse(&q, &knappar);
-        int till = DropMal(kalla, q);
+        int till = KlickMal(kalla);
+        std::optional<Drag> klick;
         if (till >= 0)
-            this->Regler().GorDrag(this->bord, KortDrag(kalla, till), nullptr);
-    }
-
-    void NyttForsok() override {}
-
-    int Undo() override {
-        if (this->bord.undoLista.empty())
-            return 0;
-        int kvar = this->Regler().Angra(this->bord, Flyg());
-        this->vy->InvalidateOffscreen();
-        return kvar;
-    }
-    bool Has_Undos() override { return !this->bord.undoLista.empty(); }
-    int AddHiscore() override {
-        return ::AddHiscore(this->SpelNummer(), this->Regler().Resultat(this->bord),
-                            this->bord.antalUndo, this->vy->SpelarNamn(), this->startTid);
+            klick = KortDrag(kalla, till);
+        return this->KlickaEllerLyft(view, where, kalla, klick, this->Flyg());
     }
 
     std::optional<Gest> GestFor(const Drag& drag) const override {
@@ -134,15 +87,13 @@ public:
     }
 
 protected:
-    HogSpel(SpelYta* view, bool animeraKort, const Plan& spelPlan) : plan(spelPlan) {
-        this->vy = view;
-        this->animera = animeraKort;
-    }
+    HogSpel(SpelYta* view, bool animeraKort, const Plan& spelPlan)
+        : RegelSpel<B>(view, animeraKort), plan(spelPlan) {}
 
     // Where a player presses the game's button, if it has one.
     virtual std::optional<BPoint> KnappPunkt() const { return std::nullopt; }
 
-    Flygledare* Flyg() { return this->animera ? this : nullptr; }
+    int DropMalFor(int fran, BPoint q) const override { return DropMal(fran, q); }
 
 private:
     int Traff(BPoint p) const { return plan.traff(this->bord.luckor, p); }
@@ -182,7 +133,6 @@ private:
             break;
         }
     }
-    void FlygRad(int, int, int, int) override {}
 
     const Plan& plan;
     // Cards have flown into the stock since it last dealt.

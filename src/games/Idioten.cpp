@@ -24,23 +24,9 @@ BPoint Mitten(BRect r) {
 
 } // namespace
 
-Idioten::Idioten(SpelYta* view, BRect /*frame*/, bool animeraKort) {
-    vy = view;
-    animera = animeraKort;
+Idioten::Idioten(SpelYta* view, BRect /*frame*/, bool animeraKort) : RegelSpel(view, animeraKort) {
     Skapa(bord);
     NyttSpel(vy->Bounds());
-}
-
-void Idioten::NyttSpel(BRect bounds) {
-    LaggUtLeken(bord);
-    OmRaknaLuckaKort(bounds);
-    DelaUtKort();
-    KlarSpel();
-    VisaNyttSpel();
-}
-
-bool Idioten::KlarSpel() {
-    return IdiotenRegler::KlarSpel(bord);
 }
 
 void Idioten::RitaSpel(QPainter& offView) {
@@ -61,11 +47,7 @@ void Idioten::RitaForeGiv() {
 
 void Idioten::DelaUtKort() {
     RitaForeGiv();
-    DelaUt(bord, animera ? this : nullptr);
-}
-
-void Idioten::BlandaKort() {
-    bord.kortlek.Blanda();
+    DelaUt(bord, Flyg());
 }
 
 void Idioten::OmRaknaLuckaKort(BRect bounds) {
@@ -114,8 +96,6 @@ void Idioten::FlygKort(int fran, int till, int steg) {
     }
 }
 
-void Idioten::FlygRad(int, int, int, int) {}
-
 bool Idioten::FlyttaKort(SpelYta* view, BPoint where) {
     int kalla = KortUnder(bord.luckor, where);
     if (kalla < 0)
@@ -124,7 +104,7 @@ bool Idioten::FlyttaKort(SpelYta* view, BPoint where) {
     if (VantaPaAvsikt(view, where) == Avsikt::Klick) {
         int till = KlickMal(bord.luckor, bord.luckor[kalla].GeKort());
         if (till >= 0)
-            GorDrag(bord, KortDrag(kalla, till), animera ? this : nullptr);
+            Gor(KortDrag(kalla, till), true);
         KlarSpel();
         return false;
     }
@@ -139,18 +119,8 @@ bool Idioten::FlyttaKort(SpelYta* view, BPoint where) {
     return true;
 }
 
-void Idioten::Drop(SpelYta* view, int /*target*/) {
-    if (valdaLuckor.size() != 1)
-        return;
-    int kalla = valdaLuckor.front();
-    if (!IRutnatet(kalla))
-        return;
-    BPoint where;
-    uint32_t knappar = 0;
-    view->GetMouse(&where, &knappar);
-    int till = DropMal(bord.luckor, bord.luckor[kalla].GeKort(), where);
-    if (till >= 0)
-        GorDrag(bord, KortDrag(kalla, till), nullptr);
+int Idioten::DropMalFor(int lucka, BPoint q) const {
+    return IRutnatet(lucka) ? DropMal(bord.luckor, bord.luckor[lucka].GeKort(), q) : -1;
 }
 
 void Idioten::SpelKnapp(BPoint where) {
@@ -164,26 +134,10 @@ void Idioten::SpelKnapp(BPoint where) {
 void Idioten::NyttForsok() {
     // The deal inside shows the stock face down before its first card flies.
     foreGiv = true;
-    IdiotenRegler::NyttForsok(bord, animera ? this : nullptr);
+    IdiotenRegler::NyttForsok(bord, Flyg());
     if (foreGiv)
         OmRaknaLuckaKort(vy->Bounds());
     foreGiv = false;
-}
-
-int Idioten::Undo() {
-    if (bord.undoLista.empty())
-        return 0;
-    int kvar = Angra(bord, animera ? this : nullptr);
-    vy->InvalidateOffscreen();
-    return kvar;
-}
-
-bool Idioten::Has_Undos() {
-    return !bord.undoLista.empty();
-}
-
-int Idioten::AddHiscore() {
-    return ::AddHiscore(SpelNummer(), Resultat(bord), bord.antalUndo, vy->SpelarNamn(), startTid);
 }
 
 std::optional<Gest> Idioten::GestFor(const Drag& drag) const {

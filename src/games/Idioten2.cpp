@@ -18,11 +18,9 @@ BPoint Mitten(BRect r) {
 
 } // namespace
 
-Idioten2::Idioten2(SpelYta* view, BRect frame, bool animeraKort) {
-    vy = view;
-    animera = animeraKort;
+Idioten2::Idioten2(SpelYta* view, BRect frame, bool animeraKort) : KolumnGester(view, animeraKort) {
     Skapa(bord);
-    ForstaGiv(frame);
+    NyttSpel(frame);
 }
 
 void Idioten2::RitaSpel(QPainter& p) {
@@ -79,8 +77,6 @@ void Idioten2::SpelKnapp(BPoint where) {
     Regler().GorDrag(bord, KnappDrag(), Flyg());
     vy->InvalidateOffscreen();
 }
-
-void Idioten2::NyttForsok() {}
 
 std::optional<Gest> Idioten2::GestFor(const Drag& drag) const {
     const std::vector<Lucka>& luckor = bord.luckor;

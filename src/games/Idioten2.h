@@ -16,7 +16,6 @@ public:
     void RitaSpel(QPainter& offView) override;
     void OmRaknaLuckaKort(BRect bounds) override;
     void SpelKnapp(BPoint where) override;
-    void NyttForsok() override;
     int SpelNummer() const override { return 1; }
     const SpelRegler& Regler() const override { return Idioten2Regler::Regler(); }
     std::optional<Gest> GestFor(const Drag& drag) const override;

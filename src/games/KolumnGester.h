@@ -4,6 +4,7 @@
 #include "cards/Hiscore.h"
 #include "cards/KortSpel.h"
 #include "cards/Luckor.h"
+#include "games/RegelSpel.h"
 
 #include <functional>
 #include <optional>
@@ -27,21 +28,9 @@ std::optional<BPoint> GreppPunkt(BRect r, BRect synligt,
 
 // A game played by that hand over its table B. The game tells which card the pointer is on,
 // what a click on it and a release of it make, and what shows beneath a lifted card.
-template <typename B> class KolumnGester : public PatiensPa<B>, protected Flygledare {
+template <typename B> class KolumnGester : public RegelSpel<B> {
 public:
-    void NyttSpel(BRect bounds) override {
-        this->Regler().LaggUtLeken(this->bord);
-        this->OmRaknaLuckaKort(bounds);
-        this->DelaUtKort();
-        this->VisaNyttSpel();
-    }
-    bool KlarSpel() override { return this->Regler().KlarSpel(this->bord); }
-    void DelaUtKort() override {
-        this->RitaBordet();
-        this->Regler().DelaUt(this->bord, Flyg());
-        this->RitaBordet();
-    }
-    void BlandaKort() override { this->bord.kortlek.Blanda(); }
+    using RegelSpel<B>::RegelSpel;
 
     bool FlyttaKort(SpelYta* view, BPoint where) override {
         const std::vector<Lucka>& luckor = this->bord.luckor;
@@ -54,7 +43,7 @@ public:
             this->valdaLuckor.push_back(i);
         if (this->VantaPaAvsikt(view, where) == Patiens::Avsikt::Klick) {
             if (std::optional<Drag> drag = KlickDragPa(traff))
-                this->Regler().GorDrag(this->bord, *drag, Flyg());
+                this->Gor(*drag, true);
             return false;
         }
         LyftKorten(*this, view, luckor, traff, topp, UnderLyft(traff), where);
@@ -71,35 +60,14 @@ public:
         int topp = this->valdaLuckor.back();
         this->valdaLuckor.clear();
         if (std::optional<Drag> drag = DropDragVid(forsta, topp, q))
-            this->Regler().GorDrag(this->bord, *drag, nullptr);
+            this->Gor(*drag, false);
     }
 
-    int Undo() override {
-        if (this->bord.undoLista.empty())
-            return 0;
-        int kvar = this->Regler().Angra(this->bord, Flyg());
-        this->vy->InvalidateOffscreen();
-        return kvar;
-    }
-    bool Has_Undos() override { return !this->bord.undoLista.empty(); }
-    int AddHiscore() override {
-        return ::AddHiscore(this->SpelNummer(), this->Regler().Resultat(this->bord),
-                            this->bord.antalUndo, this->vy->SpelarNamn(), this->startTid);
-    }
     bool LamnatKlickRutan(BPoint press, BPoint now) const override {
         return LamnatKolumnKlickRuta(press, now);
     }
 
 protected:
-    // Lays the deck out and deals; the constructor of each game calls it once.
-    void ForstaGiv(BRect bounds) {
-        this->Regler().LaggUtLeken(this->bord);
-        this->OmRaknaLuckaKort(bounds);
-        this->DelaUtKort();
-        this->startTid = system_time();
-    }
-    // The cards fly only with animation on.
-    Flygledare* Flyg() { return this->animera ? this : nullptr; }
     // Where a player presses to lift the card in `lucka`; none when the place lies outside
     // the view.
     std::optional<BPoint> GreppFor(int lucka) const {

@@ -18,9 +18,7 @@ const BRect kIngen(0, 0, 0, 0);
 } // namespace
 
 KolumnSpel::KolumnSpel(SpelYta* view, bool animeraKort, const SpelRegler& spelRegler)
-    : regler(spelRegler) {
-    vy = view;
-    animera = animeraKort;
+    : KolumnGester(view, animeraKort), regler(spelRegler) {
     auto tomt = regler.NyttBord();
     bord = static_cast<const Stallning&>(*tomt);
 }
@@ -101,10 +99,6 @@ int KolumnSpel::UnderLyft(int traff) const {
     const Plan& plan = *bord.plan;
     return HogBas(plan, traff) || Fricell(plan, traff) || traff <= 0 ? -1 : traff - 1;
 }
-
-void KolumnSpel::SpelKnapp(BPoint) {}
-
-void KolumnSpel::NyttForsok() {}
 
 std::optional<Gest> KolumnSpel::GestFor(const Drag& drag) const {
     // Released over the place itself, over the card it lands on, or below either.

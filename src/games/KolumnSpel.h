@@ -16,8 +16,6 @@ public:
     ~KolumnSpel() override = default;
 
     void RitaSpel(QPainter& offView) override;
-    void SpelKnapp(BPoint where) override;
-    void NyttForsok() override;
     const SpelRegler& Regler() const override { return regler; }
     std::optional<Gest> GestFor(const Drag& drag) const override;
 

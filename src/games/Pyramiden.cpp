@@ -25,24 +25,15 @@ std::vector<BPoint> Sikten(BRect r) {
 
 } // namespace
 
-Pyramiden::Pyramiden(SpelYta* view, BRect /*frame*/, bool animeraKort) {
-    vy = view;
-    animera = animeraKort;
+Pyramiden::Pyramiden(SpelYta* view, BRect /*frame*/, bool animeraKort)
+    : RegelSpel(view, animeraKort) {
     Skapa(bord);
     NyttSpel(vy->Bounds());
 }
 
 void Pyramiden::NyttSpel(BRect bounds) {
     lyft = -1;
-    LaggUtLeken(bord);
-    OmRaknaLuckaKort(bounds);
-    DelaUtKort();
-    KlarSpel();
-    VisaNyttSpel();
-}
-
-bool Pyramiden::KlarSpel() {
-    return PyramidenRegler::KlarSpel(bord);
+    RegelSpel::NyttSpel(bounds);
 }
 
 void Pyramiden::RitaSpel(QPainter& p) {
@@ -59,16 +50,6 @@ void Pyramiden::RitaSpel(QPainter& p) {
         if (!luckor[i].Tom() && i != lyft)
             RitaKort(p, luckor[i].BakSida() ? baksidaPos[0] : luckor[i].GeKort().GePos(),
                      luckor[i].GePos());
-}
-
-void Pyramiden::DelaUtKort() {
-    RitaBordet();
-    DelaUt(bord, Flyg());
-    RitaBordet();
-}
-
-void Pyramiden::BlandaKort() {
-    bord.kortlek.Blanda();
 }
 
 void Pyramiden::OmRaknaLuckaKort(BRect bounds) {
@@ -114,8 +95,6 @@ void Pyramiden::FlygKort(int fran, int till, int steg) {
     }
 }
 
-void Pyramiden::FlygRad(int, int, int, int) {}
-
 bool Pyramiden::FlyttaKort(SpelYta* view, BPoint where) {
     int kalla = KortUnder(bord.luckor, where);
     if (kalla < 0 || !KlickaEllerLyft(view, where, kalla, KlickDrag(bord, kalla), Flyg()))
@@ -126,14 +105,15 @@ bool Pyramiden::FlyttaKort(SpelYta* view, BPoint where) {
     return true;
 }
 
-void Pyramiden::Drop(SpelYta* view, int /*target*/) {
+void Pyramiden::Drop(SpelYta* view, int target) {
     lyft = -1;
-    BPoint where;
-    int kalla = SlapptKort(view, &where);
-    if (kalla < 0 || kalla > kSistaHog)
-        return;
-    if (std::optional<Drag> drag = DropDrag(bord, kalla, where))
-        GorDrag(bord, *drag, nullptr);
+    RegelSpel::Drop(view, target);
+}
+
+std::optional<Drag> Pyramiden::SlappDrag(int lucka, BPoint q) const {
+    if (lucka > kSistaHog)
+        return std::nullopt;
+    return DropDrag(bord, lucka, q);
 }
 
 void Pyramiden::SpelKnapp(BPoint where) {
@@ -141,20 +121,6 @@ void Pyramiden::SpelKnapp(BPoint where) {
         return;
     GorDrag(bord, KnappDrag(), Flyg());
     vy->InvalidateOffscreen();
-}
-
-void Pyramiden::NyttForsok() {}
-
-int Pyramiden::Undo() {
-    return AngraEnligtRegler(Flyg());
-}
-
-bool Pyramiden::Has_Undos() {
-    return !bord.undoLista.empty();
-}
-
-int Pyramiden::AddHiscore() {
-    return SparaHiscore();
 }
 
 std::optional<BPoint> Pyramiden::GreppFor(int i) const {

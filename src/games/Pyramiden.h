@@ -1,32 +1,25 @@
 #pragma once
 
 #include "cards/Drag.h"
-#include "cards/KortSpel.h"
 #include "games/PyramidenRegler.h"
+#include "games/RegelSpel.h"
 
 #include <optional>
 
 // 13-Pyramiden: a pyramid of 28 cards cleared by removing kings and pairs of free cards
 // that add up to 13; the stock is turned a card at a time onto a waste, and turned over
 // once more when it runs out.
-class Pyramiden : public PatiensPa<PyramidenRegler::Stallning>, private Flygledare {
+class Pyramiden : public RegelSpel<PyramidenRegler::Stallning> {
 public:
     Pyramiden(SpelYta* view, BRect frame, bool animera);
     ~Pyramiden() override = default;
 
     void NyttSpel(BRect bounds) override;
-    bool KlarSpel() override;
     void RitaSpel(QPainter& offView) override;
-    void DelaUtKort() override;
-    void BlandaKort() override;
     void OmRaknaLuckaKort(BRect bounds) override;
     bool FlyttaKort(SpelYta* view, BPoint where) override;
     void Drop(SpelYta* view, int target) override;
     void SpelKnapp(BPoint where) override;
-    void NyttForsok() override;
-    int Undo() override;
-    bool Has_Undos() override;
-    int AddHiscore() override;
     int SpelNummer() const override { return 7; }
     const SpelRegler& Regler() const override { return PyramidenRegler::Regler(); }
     std::optional<Gest> GestFor(const Drag& drag) const override;
@@ -35,10 +28,11 @@ public:
     BRect LekRuta() const { return bord.lekRuta; }
     BRect LekKlickRuta() const { return bord.lekKlickRuta; }
 
+protected:
+    std::optional<Drag> SlappDrag(int lucka, BPoint q) const override;
+
 private:
     void FlygKort(int fran, int till, int steg) override;
-    void FlygRad(int forsta, int antal, int till, int steg) override;
-    Flygledare* Flyg() { return animera ? this : nullptr; }
     // Where a player presses to take card `i` without touching the stock; none when the
     // card shows nowhere else in the view.
     std::optional<BPoint> GreppFor(int i) const;

@@ -5,11 +5,12 @@
 #include "cards/KortSpel.h"
 #include "cards/Lucka.h"
 
+#include <optional>
 #include <vector>
 
-// What a game whose rules decide everything does the same way as the next: deal, recount,
-// undo with flights, and enter its result. A game gives its layout, its drawing, its
-// gestures and its flights.
+// What every game whose rules decide everything does the same way: deal, recount, undo
+// with flights, enter its result, and put down a single lifted card where its rules say. A
+// game gives its layout, its drawing, its gestures and its flights.
 template <typename B> class RegelSpel : public PatiensPa<B>, protected Flygledare {
 public:
     RegelSpel(SpelYta* view, bool animeraKort) {
@@ -20,7 +21,7 @@ public:
     void NyttSpel(BRect bounds) override {
         this->Regler().LaggUtLeken(this->bord);
         this->OmRaknaLuckaKort(bounds);
-        DelaUtKort();
+        this->DelaUtKort();
         KlarSpel();
         this->VisaNyttSpel();
     }
@@ -46,30 +47,33 @@ public:
         return ::AddHiscore(this->SpelNummer(), this->Regler().Resultat(this->bord),
                             this->bord.antalUndo, this->vy->SpelarNamn(), this->startTid);
     }
-    // Only a single card is put down; it goes where the rules say, without a flight.
+    // Only a single lifted card is put down; it goes where the rules say, without a flight.
     void Drop(SpelYta* view, int /*target*/) override {
-        std::vector<int> valda;
-        valda.swap(this->valdaLuckor);
-        if (valda.size() != 1)
-            return;
         BPoint q;
-        uint32_t knappar = 0;
-        view->GetMouse(&q, &knappar);
-        int till = DropMalFor(valda.front(), q);
-        if (till >= 0)
-            Gor(KortDrag(valda.front(), till), false);
+        int kalla = this->SlapptKort(view, &q);
+        if (kalla < 0)
+            return;
+        if (std::optional<Drag> drag = SlappDrag(kalla, q))
+            Gor(*drag, false);
     }
 
 protected:
     // The flights' guide while animations are on.
     Flygledare* Flyg() { return this->animera ? this : nullptr; }
     void FlygRad(int, int, int, int) override {}
-    // Makes a move the rules made of a gesture, the card flying when `flyga` says so.
+    // Makes a move the rules made of a gesture, the cards flying when `flyga` says so.
     void Gor(const Drag& drag, bool flyga) {
         this->Regler().GorDrag(this->bord, drag, flyga ? Flyg() : nullptr);
     }
-    // Where the card of slot `lucka` dropped at `q` goes; -1: nowhere.
-    virtual int DropMalFor(int lucka, BPoint q) const = 0;
+    // What releasing the lifted card of slot `lucka` at `q` makes; none: it goes back. Most
+    // games only say where the card goes.
+    virtual std::optional<Drag> SlappDrag(int lucka, BPoint q) const {
+        int till = DropMalFor(lucka, q);
+        if (till < 0)
+            return std::nullopt;
+        return KortDrag(lucka, till);
+    }
+    virtual int DropMalFor(int /*lucka*/, BPoint /*q*/) const { return -1; }
 };
 
 // A game in which a press lifts the card under the pointer with every card above it on its
@@ -98,6 +102,8 @@ public:
     }
 
 protected:
+    // Where the card of slot `lucka` dropped at `q` goes; -1: nowhere.
+    int DropMalFor(int lucka, BPoint q) const override = 0;
     // The slot a press at `p` picks up (-1: none), and the top of its pile.
     virtual int Traffad(BPoint p) const = 0;
     virtual int ToppAv(int lucka) const = 0;
