@@ -10,5 +10,5 @@
 // pair is recorded.
 void FlyttaOchSpara(SpelBord& bord, int fran, int till, Flygledare* flyg, int steg);
 // The newest record (from, to) is taken off and its card flies back from `to` as `steg`;
-// one more undo is counted. The caller has checked that there is a record.
-void AngraSenaste(SpelBord& bord, Flygledare* flyg, int steg);
+// one more undo is counted. Returns the records left; with none, does nothing and says 0.
+int AngraSenaste(SpelBord& bord, Flygledare* flyg, int steg);

@@ -127,11 +127,9 @@ void GorDrag(Stallning& bord, const Drag& drag, Flygledare* flyg) {
 }
 
 int Angra(Stallning& bord, Flygledare* flyg) {
-    if (bord.undoLista.empty())
-        return 0;
-    AngraSenaste(bord, flyg, kAngraSteg);
+    int kvar = AngraSenaste(bord, flyg, kAngraSteg);
     KlarSpel(bord);
-    return static_cast<int>(bord.undoLista.size());
+    return kvar;
 }
 
 bool KlarSpel(Stallning& bord) {

@@ -156,10 +156,7 @@ void GorDrag(Stallning& bord, const Drag& drag, Flygledare* flyg) {
 }
 
 int Angra(Stallning& bord, Flygledare* flyg) {
-    if (bord.undoLista.empty())
-        return 0;
-    AngraSenaste(bord, flyg, kAngraSteg);
-    return static_cast<int>(bord.undoLista.size());
+    return AngraSenaste(bord, flyg, kAngraSteg);
 }
 
 bool KlarSpel(Stallning& bord) {
