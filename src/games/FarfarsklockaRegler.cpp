@@ -1,5 +1,6 @@
 #include "games/FarfarsklockaRegler.h"
 
+#include "cards/Flyttar.h"
 #include "cards/Luckor.h"
 #include "games/LekRegler.h"
 
@@ -10,7 +11,6 @@ namespace FarfarsklockaRegler {
 namespace {
 
 using HogRegler::Plats;
-using HogRegler::Rektangel;
 
 const LekRegler::Lek kLeken{kForstaLek, kSistaLek};
 
@@ -99,18 +99,18 @@ Utlagg RaknaUtLuckor(std::vector<Lucka>& luckor, BRect bounds) {
         const int left = t.kolumn * bu + halv;
         for (int j = 0; j < kPlatserPerHog; ++j) {
             const int top = static_cast<int>(rad + 3 * j);
-            luckor[KlockBas(k) + j].NyPos(Rektangel(left, top, left + cw, top + ch));
+            luckor[KlockBas(k) + j].NyPos(HeltalsRuta(left, top, left + cw, top + ch));
         }
     }
     for (int p = 0; p < kAntalHogar; ++p)
         for (int j = 0; j < kPlatserPerHog; ++j) {
             const int left = m + p * bu;
             const int top = 4 * bv + m + 3 * j;
-            luckor[HogBas(p) + j].NyPos(Rektangel(left, top, left + cw, top + ch));
+            luckor[HogBas(p) + j].NyPos(HeltalsRuta(left, top, left + cw, top + ch));
         }
     // The stock stands at eight card widths without the gaps between them.
     for (int i = 0; i <= kSistaLek - kForstaLek; ++i)
-        luckor[kForstaLek + i].NyPos(Rektangel(8 * cw + m, m + i, 9 * cw + m, ch + m + i));
+        luckor[kForstaLek + i].NyPos(HeltalsRuta(8 * cw + m, m + i, 9 * cw + m, ch + m + i));
     return u;
 }
 
@@ -183,11 +183,11 @@ std::vector<Drag> LagligaDrag(const Stallning& bord) {
 }
 
 void GorDrag(Stallning& bord, const Drag& drag, Flygledare* flyg) {
-    HogRegler::FlyttaKort(bord, drag.fran, drag.till, flyg);
+    FlyttaOchSpara(bord, drag.fran, drag.till, flyg, HogRegler::kFlyttSteg);
 }
 
 int Angra(Stallning& bord, Flygledare* flyg) {
-    return HogRegler::Angra(bord, flyg);
+    return AngraSenaste(bord, flyg, HogRegler::kAngraSteg);
 }
 
 bool KlarSpel(Stallning& bord) {

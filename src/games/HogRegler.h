@@ -21,17 +21,8 @@ enum Steg : int {
     kOmgivSteg, // dealt again off the gathered stock
 };
 
-// A slot rectangle from the layout's integer edges.
-BRect Rektangel(int left, int top, int right, int bottom);
-
 // The tops among the slots `forsta`..`sista`, in slot order.
 std::vector<int> Toppar(const std::vector<Lucka>& luckor, int forsta, int sista);
-
-// The card of slot `fran` moves to slot `till`, recorded (fran, till).
-void FlyttaKort(SpelBord& bord, int fran, int till, Flygledare* flyg);
-// Takes back the newest record, counting one more undo; returns the records left (0 at once
-// when there was none).
-int Angra(SpelBord& bord, Flygledare* flyg);
 
 // A place a card may go: the slot a drop must hit (a top, or an empty base), and the slot
 // the card then lands in.

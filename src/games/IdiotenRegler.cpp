@@ -9,11 +9,6 @@ namespace IdiotenRegler {
 
 namespace {
 
-BRect Rektangel(int left, int top, int right, int bottom) {
-    return BRect(static_cast<float>(left), static_cast<float>(top), static_cast<float>(right),
-                 static_cast<float>(bottom));
-}
-
 bool ArKung(const Lucka& lucka) {
     return !lucka.Tom() && lucka.GeKort().KortValor() == 13;
 }
@@ -37,17 +32,17 @@ Utlagg RaknaUtLuckor(std::vector<Lucka>& luckor, BRect bounds) {
     for (int r = 0; r < kRader; ++r)
         for (int c = 0; c < kKolumner; ++c)
             luckor[kKolumner * r + c].NyPos(
-                Rektangel((w + g) * c, (h + g) * r + g, (w + g) * c + w, (h + g) * r + h + g));
+                HeltalsRuta((w + g) * c, (h + g) * r + g, (w + g) * c + w, (h + g) * r + h + g));
 
     // The aces overlap: each lies half a card less five pixels right of the one before.
     const int essTopp = (h + g) * 4 + g;
     for (int i = 0; i < 4; ++i)
         luckor[kForstaEssPlats + i].NyPos(
-            Rektangel((w / 2 + g) * i, essTopp, (w / 2 + g) * i + w, essTopp + h));
+            HeltalsRuta((w / 2 + g) * i, essTopp, (w / 2 + g) * i + w, essTopp + h));
 
     for (int j = 0; j < kSistaLekPlats - kForstaLekPlats + 1; ++j)
         luckor[kForstaLekPlats + j].NyPos(
-            Rektangel(3 * w + g, essTopp + j, 4 * w + g, essTopp + h + j));
+            HeltalsRuta(3 * w + g, essTopp + j, 4 * w + g, essTopp + h + j));
 
     const float hoger = luckor[50].GePos().right;
     u.knapp =

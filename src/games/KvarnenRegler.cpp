@@ -1,5 +1,6 @@
 #include "games/KvarnenRegler.h"
 
+#include "cards/Flyttar.h"
 #include "cards/Luckor.h"
 #include "games/LekRegler.h"
 
@@ -10,7 +11,6 @@ namespace KvarnenRegler {
 namespace {
 
 using HogRegler::Plats;
-using HogRegler::Rektangel;
 
 const LekRegler::Lek kLeken{kForstaLek, kSistaLek};
 
@@ -54,20 +54,20 @@ Utlagg RaknaUtLuckor(std::vector<Lucka>& luckor, BRect bounds) {
         for (int k = 0; k < 4; ++k) {
             int left = cw + m + k * bu;
             int top = m + 3 * j;
-            luckor[GrundBas(k) + j].NyPos(Rektangel(left, top, left + cw, top + ch));
+            luckor[GrundBas(k) + j].NyPos(HeltalsRuta(left, top, left + cw, top + ch));
         }
         for (int p = 0; p < 6; ++p) {
             int left = p * bu;
             int ovre = bv + m + 42 + 3 * j;
             int nedre = 2 * bv + m + 84 + 3 * j;
-            luckor[HogBas(p) + j].NyPos(Rektangel(left, ovre, left + cw, ovre + ch));
-            luckor[HogBas(6 + p) + j].NyPos(Rektangel(left, nedre, left + cw, nedre + ch));
+            luckor[HogBas(p) + j].NyPos(HeltalsRuta(left, ovre, left + cw, ovre + ch));
+            luckor[HogBas(6 + p) + j].NyPos(HeltalsRuta(left, nedre, left + cw, nedre + ch));
         }
     }
     for (int i = 0; i <= kSistaLek - kForstaLek; ++i) {
         int left = 5 * bu + m;
         int top = 2 * m + i;
-        luckor[kForstaLek + i].NyPos(Rektangel(left, top, left + cw, top + ch));
+        luckor[kForstaLek + i].NyPos(HeltalsRuta(left, top, left + cw, top + ch));
     }
 
     // Beside the base of the last pile of the upper row.
@@ -166,11 +166,11 @@ void GorDrag(Stallning& bord, const Drag& drag, Flygledare* flyg) {
     if (drag.slag == DragSlag::Knapp)
         NastaGiv(bord, flyg);
     else
-        HogRegler::FlyttaKort(bord, drag.fran, drag.till, flyg);
+        FlyttaOchSpara(bord, drag.fran, drag.till, flyg, HogRegler::kFlyttSteg);
 }
 
 int Angra(Stallning& bord, Flygledare* flyg) {
-    return HogRegler::Angra(bord, flyg);
+    return AngraSenaste(bord, flyg, HogRegler::kAngraSteg);
 }
 
 bool KlarSpel(Stallning& bord) {

@@ -23,11 +23,6 @@ constexpr std::array<int, kSistaDolda + 1> RadTabell() {
 }
 constexpr std::array<int, kSistaDolda + 1> kRad = RadTabell();
 
-BRect Rektangel(int left, int top, int right, int bottom) {
-    return BRect(static_cast<float>(left), static_cast<float>(top), static_cast<float>(right),
-                 static_cast<float>(bottom));
-}
-
 // The cards a player can take now: the free pyramid cards, then the waste's top.
 std::vector<int> Lediga(const std::vector<Lucka>& luckor) {
     std::vector<int> lediga;
@@ -168,7 +163,7 @@ Utlagg RaknaUtLuckor(std::vector<Lucka>& luckor, BRect bounds) {
     const int ch = u.ch;
 
     int vanster = 4 * (cw + m);
-    luckor[0].NyPos(Rektangel(vanster, m, vanster + cw, m + ch));
+    luckor[0].NyPos(HeltalsRuta(vanster, m, vanster + cw, m + ch));
     // Each row starts half a column further left and 35 pixels lower than the one above.
     const int h = (cw + m) / 2;
     for (int r = 1; r <= kRader; ++r) {
@@ -177,7 +172,7 @@ Utlagg RaknaUtLuckor(std::vector<Lucka>& luckor, BRect bounds) {
         for (int k = 0; k <= r; ++k) {
             int left = vanster + k * (cw + m);
             luckor[forsta + k].NyPos(
-                Rektangel(left, m + kRadAvstand * r, left + cw, m + kRadAvstand * r + ch));
+                HeltalsRuta(left, m + kRadAvstand * r, left + cw, m + kRadAvstand * r + ch));
         }
     }
 
@@ -189,7 +184,7 @@ Utlagg RaknaUtLuckor(std::vector<Lucka>& luckor, BRect bounds) {
                               R.left - static_cast<float>(h) + static_cast<float>(cw),
                               static_cast<float>(static_cast<int>(underDolda + ch))));
     for (int j = kForstaKast; j <= kSistaKast; ++j)
-        luckor[j].NyPos(Rektangel(m, m, m + cw, m + ch));
+        luckor[j].NyPos(HeltalsRuta(m, m, m + cw, m + ch));
     for (int i = 0; i <= kSistaLek - kForstaLek; ++i) {
         int top = static_cast<int>(underDolda + i);
         luckor[kForstaLek + i].NyPos(
