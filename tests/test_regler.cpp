@@ -1,4 +1,3 @@
-#include "games/GodnattvalsenRegler.h"
 #include "games/Spelfabrik.h"
 #include "support/Losare.h"
 
@@ -62,14 +61,10 @@ struct Logg {
     }
 };
 
-// Equal tables but for the count of undos taken, which an undo raises, and for the part of
-// Godnattvalsen's stock a click deals from, which only a click or a new layout sets.
+// Equal tables but for the count of undos taken, which an undo raises.
 bool LikaUtomAngra(const SpelBord& a, const SpelBord& b) {
     auto kopia = b.Kopia();
     kopia->antalUndo = a.antalUndo;
-    using GodnattvalsenRegler::Stallning;
-    if (auto* g = dynamic_cast<Stallning*>(kopia.get()))
-        g->lekKlickRuta = dynamic_cast<const Stallning&>(a).lekKlickRuta;
     return a.Lika(*kopia);
 }
 

@@ -48,11 +48,17 @@ struct Utlagg {
 // Lays every slot out for the view's bounds (`luckor` holds kAntalLuckor slots).
 Utlagg RaknaUtLuckor(std::vector<Lucka>& luckor, BRect bounds);
 
-// The table, with the stock's whole area and the part of it a click still deals from.
+// The table, with the stock's whole area and the part of it a click still deals from. The
+// clickable part is no part of a comparison of tables: only a click and a new layout set it,
+// so an undone click leaves it as the click made it.
 struct Stallning : BordAv<Stallning> {
     BRect lekRuta;
     BRect lekKlickRuta;
-    bool operator==(const Stallning&) const = default;
+    bool operator==(const Stallning& annan) const {
+        return static_cast<const BordAv<Stallning>&>(*this) ==
+                   static_cast<const BordAv<Stallning>&>(annan) &&
+               lekRuta == annan.lekRuta;
+    }
 };
 
 enum Steg : int {
