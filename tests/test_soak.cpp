@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
 #include <cstdlib>
 #include <functional>
 #include <map>
@@ -188,6 +189,22 @@ struct Utfall {
     bool nyBas = false;
 };
 
+// The move left no record of its own, or the records undo had before it are gone: undo no
+// longer reaches back across it.
+bool HistorikenBorta(const SpelBord& fore, const SpelBord& efter) {
+    return efter.undoLista.size() <= fore.undoLista.size() ||
+           !std::equal(fore.undoLista.begin(), fore.undoLista.end(), efter.undoLista.begin());
+}
+
+// What undoing everything must give back after a move that began a new stretch: the table
+// with the records it has now taken back by the rules.
+std::vector<LuckaBild> BasEfter(const SpelRegler& regler, const SpelBord& bord) {
+    auto kopia = bord.Kopia();
+    while (!kopia->undoLista.empty())
+        regler.Angra(*kopia, nullptr);
+    return Bordet(*kopia);
+}
+
 // Tells what a gesture did, by the moves the rules listed before it.
 Utfall VadGesten(const SpelRegler& regler, const SpelBord& fore, const SpelBord& efter,
                  unsigned fro) {
@@ -196,7 +213,7 @@ Utfall VadGesten(const SpelRegler& regler, const SpelBord& fore, const SpelBord&
     std::vector<Drag> dragen = regler.LagligaDrag(fore);
     for (const Drag& d : dragen)
         if (EfterDrag(regler, fore, d, fro)->Lika(efter))
-            return {true, Beskriv(d), efter.undoLista.empty()};
+            return {true, Beskriv(d), HistorikenBorta(fore, efter)};
     // A new attempt shuffles: its kind and its cards are what can be told.
     for (const Drag& d : dragen)
         if (d.slag == DragSlag::NyttForsok && efter.undoLista.empty() &&
@@ -363,7 +380,7 @@ private slots:
                 QVERIFY2(utfall.ok,
                          qPrintable(QString::fromStdString(utfall.vad) + " after " + o.Var()));
                 if (utfall.nyBas)
-                    o.bas = Bordet(spel);
+                    o.bas = BasEfter(spel.Regler(), spel.Tabell());
             }
             QVERIFY2(spel.Luckor().size() == antalLuckor, qPrintable(o.Var()));
             std::multiset<int> kort = KortenPa(spel.Tabell());

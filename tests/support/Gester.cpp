@@ -79,8 +79,12 @@ std::unique_ptr<FjolkView> VyMedSpel(int spelNr, unsigned seed, int bredd, int h
 }
 
 std::vector<LuckaBild> Bordet(const Patiens& spel) {
+    return Bordet(spel.Tabell());
+}
+
+std::vector<LuckaBild> Bordet(const SpelBord& bord) {
     std::vector<LuckaBild> bild;
-    for (const Lucka& lucka : spel.Luckor())
+    for (const Lucka& lucka : bord.luckor)
         bild.push_back({lucka.Tom(), lucka.Tom() ? -1 : int(lucka.GeKort().KortFarg()),
                         lucka.Tom() ? -1 : lucka.GeKort().KortValor(), lucka.GeOkPos(),
                         lucka.GeKantLinje(), lucka.GePos()});

@@ -39,3 +39,4 @@ struct LuckaBild {
     bool operator==(const LuckaBild&) const = default;
 };
 std::vector<LuckaBild> Bordet(const Patiens& spel);
+std::vector<LuckaBild> Bordet(const SpelBord& bord);
