@@ -5,9 +5,9 @@
 #include "games/BlackholeRegler.h"
 #include "platform/AttributeStore.h"
 #include "platform/SystemTime.h"
-#include "support/Brevlada.h"
 #include "support/Gester.h"
 #include "support/Losare.h"
+#include "support/Spelfall.h"
 #include "support/Testbord.h"
 
 #include <QTemporaryDir>
@@ -28,10 +28,11 @@ constexpr unsigned kVinstFro = 12;
 
 using Undo = std::vector<std::pair<int, int>>;
 
+// An emptied table keeps the ace of spades in the hole.
 struct Bord : Testbord<Blackhole> {
-    explicit Bord(bool tomt = true, int bredd = 640, int hojd = 480, bool animera = false,
-                  unsigned fro = kFro)
-        : Testbord<Blackhole>(10, fro, tomt, bredd, hojd, animera) {
+    explicit Bord(unsigned fro = kFro, bool tomt = true, int bredd = 640, int hojd = 480,
+                  bool animera = false)
+        : Testbord(10, fro, tomt, bredd, hojd, animera) {
         if (tomt)
             Lagg(0, SPADER, 1);
     }
@@ -105,23 +106,19 @@ private slots:
         QCOMPARE(l[116].GePos(), BRect(915, 287, 1040, 376));
         QCOMPARE(l[0].GePos(), BRect(525, 188, 650, 277));
         QCOMPARE(l[171].GePos(), BRect(1045, 338, 1170, 427));
-        Bord b(false, 1280, 1024);
+        Bord b(kFro, false, 1280, 1024);
         QCOMPARE(b.spel->kortPos[0], BRect(1, 1, 125, 89));
     }
 
     // ---- Deal ---------------------------------------------------------------------------
 
     void givetMedSparEssetForst() {
-        Bord b(false);
+        Bord b(kFro, false);
         // The ace of spades out of the new deck, then the shuffle of the other 51.
-        std::srand(kFro);
-        Kortlek lek;
-        Kort ess = lek.GeValtKort(SPADER, 1);
-        QCOMPARE(ess.KortValor(), 1);
-        lek.Blanda();
-        std::vector<Kort> kort;
-        while (lek.AntalKortKvar() > 0)
-            kort.push_back(lek.GeKort());
+        int ess = 0;
+        std::vector<Kort> kort =
+            BlandadLek(kFro, [&](Kortlek& lek) { ess = lek.GeValtKort(SPADER, 1).KortValor(); });
+        QCOMPARE(ess, 1);
         QCOMPARE(static_cast<int>(kort.size()), 51);
         // From the stock's top: fan 0 gets 171, 170, 169 bottom to top, fan 1 the next...
         std::vector<int> platser = GivPlatser();
@@ -135,7 +132,7 @@ private slots:
         QCOMPARE(b.Antal(1, 51), 0);
         QCOMPARE(b.Antal(120, 171), 0);
         for (int f = 0; f < 17; ++f)
-            QVERIFY(b.At(55 + 4 * f).Tom());
+            QVERIFY(b.L()[55 + 4 * f].Tom());
         QCOMPARE(b.spel->KortIHalet(), 1);
         QVERIFY(!b.spel->Has_Undos());
         QCOMPARE(b.spel->Undo(), 0);
@@ -144,24 +141,17 @@ private slots:
 
     void sammaBordMedOchUtanAnimering() {
         SnabbKlocka();
-        Bord utan(false, 640, 480, false);
-        Bord med(false, 640, 480, true);
-        QCOMPARE(Bordet(*med.spel), Bordet(*utan.spel));
-        for (Bord* b : {&utan, &med}) {
+        Bord utan(kFro, false);
+        Bord med(kFro, false, 640, 480, true);
+        auto treKlickOchAngra = [](Bord& b) {
             for (int k = 0; k < 3; ++k) {
-                auto dragen = LagligaDrag(b->spel->Bordet());
+                auto dragen = LagligaDrag(b.spel->Bordet());
                 if (!dragen.empty())
-                    b->Klicka(dragen.front().fran);
+                    b.Klicka(dragen.front().fran);
             }
-            b->spel->Undo();
-        }
-        QCOMPARE(Bordet(*med.spel), Bordet(*utan.spel));
-        // A new deal from the same random numbers.
-        std::srand(kFro);
-        med.spel->NyttSpel(med.vy->Bounds());
-        std::srand(kFro);
-        utan.spel->NyttSpel(utan.vy->Bounds());
-        QCOMPARE(Bordet(*med.spel), Bordet(*utan.spel));
+            return b.spel->Undo();
+        };
+        SammaMedOchUtanAnimering<Bord>(utan, med, {treKlickOchAngra, NyGiv<Bord>(kFro)});
     }
 
     // ---- Moves --------------------------------------------------------------------------
@@ -203,7 +193,7 @@ private slots:
         Bord b;
         b.Lagg(52, RUTER, 2);
         b.Lagg(53, KLOVER, 7);
-        BRect r = b.At(52).GePos();
+        BRect r = b.Pos(52);
         KlickaPa(*b.vy, BPoint(r.left + 20, r.top + 10));
         DraFranTill(*b.vy, BPoint(r.left + 20, r.top + 10), b.Mitten(0));
         QVERIFY(b.Har(52, RUTER, 2));
@@ -215,11 +205,11 @@ private slots:
         b.Lagg(52, RUTER, 2);
         b.Lagg(56, KLOVER, 3);
         b.Klicka(52);
-        QVERIFY(b.At(52).Tom());
+        QVERIFY(b.L()[52].Tom());
         // Nothing goes onto the emptied fan, by drop or click.
         DraFranTill(*b.vy, b.Mitten(56), b.Mitten(52));
         KlickaPa(*b.vy, b.Mitten(52));
-        QVERIFY(b.At(52).Tom());
+        QVERIFY(b.L()[52].Tom());
         QVERIFY(b.Har(56, KLOVER, 3));
         for (const Drag& d : LagligaDrag(b.spel->Bordet()))
             QVERIFY(d.till >= 0 && d.till <= 51);
@@ -232,7 +222,7 @@ private slots:
         Bord b;
         b.Lagg(52, RUTER, 2);
         b.Lagg(56, KLOVER, 9);
-        BRect hal = b.At(0).GePos();
+        BRect hal = b.Pos(0);
         DraFranTill(*b.vy, b.Mitten(52), BPoint(620, 460));
         DraFranTill(*b.vy, b.Mitten(52), b.Mitten(56));
         DraFranTill(*b.vy, b.Mitten(52), BPoint(hal.left + 10, hal.bottom + 5));
@@ -248,8 +238,6 @@ private slots:
 
     void klartNarDetFemtioandraKortetLandar() {
         Bord b;
-        Brevlada brevlada;
-        b.vy->window()->installEventFilter(&brevlada);
         // 51 cards in the hole, the four of clubs on top; the five of hearts on a fan.
         int i = 1;
         for (int farg = 0; farg < 4; ++farg)
@@ -269,11 +257,11 @@ private slots:
         QVERIFY(b.spel->KlarSpel());
         QCOMPARE(b.spel->KortIHalet(), 52);
         QCoreApplication::sendPostedEvents();
-        QCOMPARE(brevlada.klart, 1);
+        QCOMPARE(b.brevlada->klart, 1);
     }
 
     void angraTillbakaTillGivet() {
-        Bord b(false, 1280, 1024);
+        Bord b(kFro, false, 1280, 1024);
         auto givet = Bordet(*b.spel);
         for (int k = 0; k < 4; ++k) {
             auto dragen = LagligaDrag(b.spel->Bordet());
@@ -282,9 +270,7 @@ private slots:
             b.Klicka(dragen.back().fran);
         }
         QVERIFY(b.spel->Has_Undos());
-        const int antal = static_cast<int>(b.spel->UndoLista().size());
-        while (b.spel->Has_Undos())
-            b.spel->Undo();
+        const int antal = b.AngraAllt();
         QCOMPARE(Bordet(*b.spel), givet);
         QCOMPARE(b.spel->AntalUndo(), antal);
     }
@@ -292,32 +278,16 @@ private slots:
     // ---- Won game and hiscore -----------------------------------------------------------
 
     void vinnerGenomRiktigtSpel() {
-        Bord b(false, 1280, 1024, false, kVinstFro);
-        Brevlada brevlada;
-        b.vy->window()->installEventFilter(&brevlada);
+        Bord b(kVinstFro, false, 1280, 1024);
         auto vag = SokVinst(Regler(), b.spel->Tabell(), 300000, KortNyckel, FullastForst);
         QVERIFY(vag.has_value());
         QCOMPARE(static_cast<int>(vag->size()), 51);
-        for (const Drag& d : *vag) {
-            std::optional<Gest> gest = b.spel->GestFor(d);
-            QVERIFY2(gest.has_value(), Beskriv(d).c_str());
-            GorGest(*b.vy, *gest);
-            QVERIFY2(!b.At(d.till).Tom() && b.At(d.fran).Tom(), Beskriv(d).c_str());
-        }
-        QVERIFY(b.spel->KlarSpel());
-        QCoreApplication::sendPostedEvents();
-        QCOMPARE(brevlada.klart, 1);
-        AttributeStore::Program().RemoveAttr("FJOLK:Spel10");
-        QCOMPARE(b.spel->AddHiscore(), 1);
-        HiscoreLista tabell = LasHiscore(10);
-        QCOMPARE(static_cast<int>(tabell[0].kort), 52);
-        QCOMPARE(static_cast<int>(tabell[0].giv), 1);
-        QCOMPARE(tabell[0].angra, 0);
+        b.VinnGenomVyn(*vag, 52, 1);
     }
 
     void hiscoreRaknarKortIHaletOchAngra() {
-        AttributeStore::Program().RemoveAttr("FJOLK:Spel10");
-        Bord g(false);
+        Bord g(kFro, false);
+        g.GlomHiscore();
         QCOMPARE(g.spel->AddHiscore(), 1);
         Bord b;
         b.Lagg(52, RUTER, 2);

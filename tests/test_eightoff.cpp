@@ -6,9 +6,9 @@
 #include "games/KolumnSpel.h"
 #include "platform/AttributeStore.h"
 #include "platform/Meddelande.h"
-#include "support/Brevlada.h"
 #include "support/Gester.h"
 #include "support/KolumnBord.h"
+#include "support/Spelfall.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -26,9 +26,9 @@ namespace {
 constexpr unsigned kFro = 3;
 
 struct Bord : KolumnBord {
-    explicit Bord(bool tomt = true, int bredd = 640, int hojd = 480, bool animera = false,
-                  unsigned fro = kFro)
-        : KolumnBord(9, tomt, bredd, hojd, animera, fro) {}
+    explicit Bord(unsigned fro = kFro, bool tomt = true, int bredd = 640, int hojd = 480,
+                  bool animera = false)
+        : KolumnBord(9, fro, tomt, bredd, hojd, animera) {}
 };
 
 } // namespace
@@ -50,7 +50,7 @@ private slots:
 
     // "Free" in each empty free cell is drawn in the table's font at 24 pixels.
     void friTextenIBordetsFont() {
-        Bord b(false);
+        Bord b(kFro, false);
         int tomma = 0;
         for (int i = 0; i < 8; ++i) {
             int cell = 176 + 2 * i;
@@ -77,7 +77,7 @@ private slots:
     }
 
     void givetFyllerSexRaderOchFyraFriceller() {
-        Bord b(false);
+        Bord b(kFro, false);
         for (int c = 0; c < kKolumner; ++c) {
             for (int p = 0; p < 6; ++p)
                 QVERIFY(!b.L()[c * kPlatserPerKolumn + p].Tom());
@@ -183,7 +183,7 @@ private slots:
         for (int k = 0; k < 6; ++k)
             b.Lagg(231 + k, SPADER, k + 1);
         b.Lagg(0, SPADER, 7);
-        DraFranTill(*b.vy, b.Band(0), Mitt(b.L()[231].GePos()));
+        DraFranTill(*b.vy, b.Band(0), b.Mitten(231));
         QVERIFY(b.Har(0, SPADER, 7));
         QVERIFY(b.L()[237].Tom());
         KlickaPa(*b.vy, b.Band(0));
@@ -196,7 +196,7 @@ private slots:
         for (int k = 0; k < 5; ++k)
             b.Lagg(231 + k, SPADER, k + 1);
         b.Lagg(0, SPADER, 6);
-        DraFranTill(*b.vy, b.Band(0), Mitt(b.L()[231].GePos()));
+        DraFranTill(*b.vy, b.Band(0), b.Mitten(231));
         QVERIFY(b.Har(236, SPADER, 6));
     }
 
@@ -205,7 +205,7 @@ private slots:
         b.Kungar({1, 2, 3, 4, 5, 6, 7});
         b.Lagg(186, KLOVER, 5);
         b.Lagg(0, KLOVER, 6);
-        DraFranTill(*b.vy, b.Band(0), Mitt(b.L()[186].GePos()));
+        DraFranTill(*b.vy, b.Band(0), b.Mitten(186));
         QVERIFY(b.Har(187, KLOVER, 6));
         QCOMPARE(b.spel->UndoLista().back(), std::make_pair(0, 187));
         b.spel->Undo();
@@ -217,7 +217,7 @@ private slots:
         Bord b;
         b.Kungar({1, 2, 3, 4, 5, 6, 7});
         b.Lagg(0, HJARTER, 1);
-        DraFranTill(*b.vy, b.Band(0), Mitt(b.L()[218].GePos()));
+        DraFranTill(*b.vy, b.Band(0), b.Mitten(218));
         QVERIFY(b.Har(218, HJARTER, 1));
     }
 
@@ -226,7 +226,7 @@ private slots:
         QVERIFY(std::find(lista.begin(), lista.end(), 198) != lista.end());
         QVERIFY(std::find(lista.begin(), lista.end(), 190) == lista.end());
         // With the flight on, a card clicked into free cell 190 and undone goes home.
-        Bord b(true, 640, 480, true);
+        Bord b(kFro, true, 640, 480, true);
         b.Kungar({1, 2, 3, 4, 5, 6, 7});
         b.Lagg(0, HJARTER, 9);
         for (int i = 176; i <= 188; i += 2)
@@ -254,31 +254,25 @@ private slots:
         b.Lagg(193, HJARTER, 2);
         b.Lagg(231, SPADER, 1);
         b.Lagg(184, KLOVER, 1); // a free cell, not a foundation
-        AttributeStore::Program().RemoveAttr("FJOLK:Spel9");
+        b.GlomHiscore();
         QCOMPARE(b.spel->AddHiscore(), 1);
-        HiscoreLista tabell;
-        QCOMPARE(AttributeStore::Program().ReadAttr("FJOLK:Spel9", B_RAW_TYPE, 0, tabell.data(),
-                                                    sizeof tabell),
-                 static_cast<ssize_t>(sizeof tabell));
-        QCOMPARE(static_cast<int>(tabell[0].kort), 3);
-        QCOMPARE(static_cast<int>(tabell[0].giv), 1);
+        QCOMPARE(static_cast<int>(b.Post(1).kort), 3);
+        QCOMPARE(static_cast<int>(b.Post(1).giv), 1);
     }
 
     void sammaBordMedOchUtanAnimering() {
-        Bord utan(false, 640, 480, false);
-        Bord med(false, 640, 480, true);
-        QCOMPARE(Bordet(*med.spel), Bordet(*utan.spel));
+        Bord utan(kFro, false);
+        Bord med(kFro, false, 640, 480, true);
+        SammaMedOchUtanAnimering<Bord>(utan, med, {});
     }
 
     void angraTillbakaTillGivet() {
-        Bord b(false, 1280, 1024);
+        Bord b(kFro, false, 1280, 1024);
         auto givet = Bordet(*b.spel);
         KlickaPa(*b.vy, b.Band(5));
         KlickaPa(*b.vy, b.Band(27));
-        DraFranTill(*b.vy, b.Band(49), Mitt(b.L()[188].GePos()));
-        QVERIFY(b.spel->UndoLista().size() >= 3);
-        while (b.spel->Has_Undos())
-            b.spel->Undo();
+        DraFranTill(*b.vy, b.Band(49), b.Mitten(188));
+        QVERIFY(b.AngraAllt() >= 3);
         QCOMPARE(Bordet(*b.spel), givet);
     }
 };

@@ -9,8 +9,7 @@
 #include "support/Gester.h"
 #include "support/KolumnBord.h"
 #include "support/Losare.h"
-#include "support/SpelBordet.h"
-#include "support/Vagen.h"
+#include "support/Spelfall.h"
 
 #include <QColor>
 #include <QTemporaryDir>
@@ -34,9 +33,9 @@ constexpr unsigned kFro = 3;
 constexpr unsigned kVinstFro = 13;
 
 struct Bord : KolumnBord {
-    explicit Bord(bool tomt = true, int bredd = 640, int hojd = 480, bool animera = false,
-                  unsigned fro = kFro)
-        : KolumnBord(5, tomt, bredd, hojd, animera, fro) {}
+    explicit Bord(unsigned fro = kFro, bool tomt = true, int bredd = 640, int hojd = 480,
+                  bool animera = false)
+        : KolumnBord(5, fro, tomt, bredd, hojd, animera) {}
     int Reserv(int k) { return kForstaReserv + 22 * k; }
     int Grund(int f) { return kForstaGrund + 22 * f; }
 };
@@ -102,7 +101,7 @@ private slots:
     void initTestCase() {
         QVERIFY(dataMapp.isValid());
         AttributeStore::SetDataDirectory(dataMapp.path().toStdString());
-        Bord b(false);
+        Bord b(kFro, false);
         QVERIFY(dynamic_cast<Gladjespridaren*>(b.spel) != nullptr);
         QCOMPARE(b.spel->SpelNummer(), 5);
         QCOMPARE(static_cast<int>(b.L().size()), 492);
@@ -157,7 +156,7 @@ private slots:
     // ---- The deal -------------------------------------------------------------------------
 
     void givetLaggerNioTillEttOchReserverna() {
-        Bord b(false);
+        Bord b(kFro, false);
         for (int c = 0; c < GladjespridarenRegler::kKolumner; ++c) {
             int antal = 0;
             while (antal < kPlatserPerKolumn && !b.L()[c * kPlatserPerKolumn + antal].Tom())
@@ -180,7 +179,7 @@ private slots:
     }
 
     void givetTarLekensKortIOrdning() {
-        Bord b(false);
+        Bord b(kFro, false);
         std::vector<Kort> kort = BlandadLek(kFro);
         for (auto [fran, till] : GivOrdning()) {
             const Kort& k = kort[fran - kForstaLek];
@@ -291,16 +290,16 @@ private slots:
         b.Lagg(b.Reserv(0), RUTER, 8);
         b.Lagg(b.Reserv(1), SPADER, 7);
         // Released on its own pile: the pile takes nothing, not even its own card.
-        DraFranTill(*b.vy, Mitt(b.L()[b.Reserv(0)].GePos()), Mitt(b.L()[b.Reserv(0)].GePos()));
+        DraFranTill(*b.vy, b.Mitten(b.Reserv(0)), b.Mitten(b.Reserv(0)));
         QVERIFY(b.Har(b.Reserv(0), RUTER, 8));
         QVERIFY(b.spel->UndoLista().empty());
-        KlickaPa(*b.vy, Mitt(b.L()[b.Reserv(0)].GePos()));
+        b.Klicka(b.Reserv(0));
         QVERIFY(b.Har(1, RUTER, 8));
         QVERIFY(b.L()[b.Reserv(0)].Tom());
         // The seven fits on the eight, not on the empty pile it is dropped over.
-        DraFranTill(*b.vy, Mitt(b.L()[b.Reserv(1)].GePos()), Mitt(b.L()[b.Reserv(0)].GePos()));
+        DraFranTill(*b.vy, b.Mitten(b.Reserv(1)), b.Mitten(b.Reserv(0)));
         QVERIFY(b.Har(b.Reserv(1), SPADER, 7));
-        DraFranTill(*b.vy, b.Band(1), Mitt(b.L()[b.Reserv(0)].GePos()));
+        DraFranTill(*b.vy, b.Band(1), b.Mitten(b.Reserv(0)));
         QVERIFY(b.Har(1, RUTER, 8));
         QVERIFY(b.L()[b.Reserv(0)].Tom());
         // A card with nowhere else to go does not go there either.
@@ -317,7 +316,7 @@ private slots:
         b.Lagg(353, HJARTER, 2);
         b.Lagg(354, HJARTER, 3);
         b.Lagg(0, SPADER, 4);
-        BPoint grund = Mitt(b.L()[354].GePos());
+        BPoint grund = b.Mitten(354);
         QCOMPARE(Traff(Planen(), b.L(), grund), -1);
         KlickaPa(*b.vy, grund);
         DraFranTill(*b.vy, grund, b.Under(0));
@@ -332,7 +331,7 @@ private slots:
         b.Kungar({2, 3, 4, 5, 6, 7, 8});
         b.Lagg(0, KLOVER, 10);
         b.Lagg(22, RUTER, 9);
-        BRect r = b.L()[0].GePos();
+        BRect r = b.Pos(0);
         DraFranTill(*b.vy, b.Band(22), BPoint(r.left + 10, r.bottom + 100));
         QVERIFY(b.Har(1, RUTER, 9));
         b.spel->Undo();
@@ -357,17 +356,17 @@ private slots:
     }
 
     void vinnerGenomRiktigtSpel() {
-        Bord b(false, 1280, 1024, false, kVinstFro);
+        Bord b(kVinstFro, false, 1280, 1024);
         auto vag = SokVinst(Regler(), b.spel->Tabell(), 20000, Stallningen, Ordna);
         QVERIFY(vag.has_value());
-        VinnGenomVyn(*b.vy, *vag, 52, 1);
+        b.VinnGenomVyn(*vag, 52, 1);
     }
 
     // ---- Hiscore --------------------------------------------------------------------------
 
     void hiscoreRaknarKortenPaGrunderna() {
-        AttributeStore::Program().RemoveAttr("FJOLK:Spel5");
         Bord b;
+        b.GlomHiscore();
         b.Lagg(352, HJARTER, 1);
         b.Lagg(353, HJARTER, 2);
         b.Lagg(418, SPADER, 1);
@@ -406,11 +405,7 @@ private slots:
     void tommaReserverHarIngenKantlinje() {
         Bord b;
         b.vy->InvalidateOffscreen();
-        const QImage& bild = b.vy->OffBitmap();
-        auto vansterKant = [&](int lucka) {
-            BRect r = b.L()[lucka].GePos();
-            return QColor(bild.pixel(static_cast<int>(r.left), static_cast<int>(Mitt(r).y)));
-        };
+        auto vansterKant = [&](int lucka) { return b.Pixel(b.VansterKant(lucka)); };
         const QColor gront(0, 160, 0);
         QVERIFY(vansterKant(0) != gront);
         QVERIFY(vansterKant(88) != gront);
@@ -423,34 +418,29 @@ private slots:
     // ---- Animation and undo ---------------------------------------------------------------
 
     void sammaBordMedOchUtanAnimering() {
-        std::vector<LuckaBild> giv[2], flytt[2], angrat[2];
-        for (int a = 0; a < 2; ++a) {
-            Bord b(false, 640, 480, a == 1);
-            giv[a] = Bordet(*b.spel);
+        Bord utan(kFro, false);
+        Bord med(kFro, false, 640, 480, true);
+        auto tvaKlick = [](Bord& b) {
             for (int i = 0; i <= kSistaTraff && b.spel->UndoLista().size() < 2; ++i)
                 if (Topp(b.L(), i))
-                    KlickaPa(*b.vy, Mitt(b.L()[i].GePos()));
-            flytt[a] = Bordet(*b.spel);
-            while (b.spel->Has_Undos())
-                b.spel->Undo();
-            angrat[a] = Bordet(*b.spel);
-        }
-        QCOMPARE(giv[1], giv[0]);
-        QCOMPARE(flytt[1], flytt[0]);
-        QVERIFY(flytt[0] != giv[0]);
-        QCOMPARE(angrat[1], angrat[0]);
-        QCOMPARE(angrat[0], giv[0]);
+                    b.Klicka(i);
+            return 0;
+        };
+        auto angraAllt = [](Bord& b) { return b.AngraAllt(); };
+        std::vector<std::vector<LuckaBild>> bilder;
+        SammaMedOchUtanAnimering<Bord>(utan, med, {tvaKlick, angraAllt}, &bilder);
+        QCOMPARE(static_cast<int>(bilder.size()), 3);
+        QVERIFY(bilder[1] != bilder[0]);
+        QCOMPARE(bilder[2], bilder[0]);
     }
 
     void angraTillbakaTillGivet() {
-        Bord b(false, 1280, 1024);
+        Bord b(kFro, false, 1280, 1024);
         auto givet = Bordet(*b.spel);
         for (int i = 0; i <= kSistaTraff && b.spel->UndoLista().size() < 3; ++i)
             if (Topp(b.L(), i))
-                KlickaPa(*b.vy, Mitt(b.L()[i].GePos()));
-        QVERIFY(!b.spel->UndoLista().empty());
-        while (b.spel->Has_Undos())
-            b.spel->Undo();
+                b.Klicka(i);
+        QVERIFY(b.AngraAllt() >= 1);
         QCOMPARE(Bordet(*b.spel), givet);
     }
 };
