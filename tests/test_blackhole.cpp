@@ -3,7 +3,6 @@
 #include "cards/Kortlek.h"
 #include "games/Blackhole.h"
 #include "games/BlackholeRegler.h"
-#include "platform/AttributeStore.h"
 #include "platform/SystemTime.h"
 #include "support/Gester.h"
 #include "support/Losare.h"
@@ -14,7 +13,6 @@
 #include <QTest>
 
 #include <algorithm>
-#include <cstdlib>
 #include <utility>
 #include <vector>
 
@@ -61,14 +59,7 @@ class TestBlackhole : public QObject {
     QTemporaryDir dataMapp;
 
 private slots:
-    void initTestCase() {
-        QVERIFY(dataMapp.isValid());
-        AttributeStore::SetDataDirectory(dataMapp.path().toStdString());
-        auto vy = VyMedSpel(10, kFro, 640, 480);
-        QVERIFY(dynamic_cast<Blackhole*>(vy->Spel()) != nullptr);
-        QCOMPARE(vy->Spel()->SpelNummer(), 10);
-        QCOMPARE(static_cast<int>(vy->Spel()->Luckor().size()), 172);
-    }
+    void initTestCase() { BorjaSpeltest<Blackhole>(dataMapp, 10, 172); }
 
     void cleanup() { SattKlocka({}); }
 
@@ -80,18 +71,20 @@ private slots:
         // ch = (479 − 40) / 11 = 39 and cw = (639 − 20) / 10 = 61, both raised to 70.
         QCOMPARE(u.cw, 70);
         QCOMPARE(u.ch, 70);
-        QCOMPARE(l[52].GePos(), BRect(5, 5, 75, 75));
-        QCOMPARE(l[54].GePos(), BRect(5, 65, 75, 135));
-        QCOMPARE(l[55].GePos(), BRect(5, 95, 75, 165));
-        QCOMPARE(l[84].GePos(), BRect(605, 5, 675, 75));
-        // The lower row at 3·75 + 5.
-        QCOMPARE(l[88].GePos(), BRect(5, 230, 75, 300));
-        QCOMPARE(l[116].GePos(), BRect(530, 230, 600, 300));
-        QCOMPARE(l[118].GePos(), BRect(530, 290, 600, 360));
-        QCOMPARE(l[0].GePos(), BRect(305, 150, 375, 220));
-        QCOMPARE(l[51].GePos(), l[0].GePos());
-        QCOMPARE(l[120].GePos(), BRect(605, 230, 675, 300));
-        QCOMPARE(l[171].GePos(), BRect(605, 281, 675, 351));
+        LiggerVid(l, {
+                         {52, BRect(5, 5, 75, 75)},
+                         {54, BRect(5, 65, 75, 135)},
+                         {55, BRect(5, 95, 75, 165)},
+                         {84, BRect(605, 5, 675, 75)},
+                         // The lower row at 3·75 + 5.
+                         {88, BRect(5, 230, 75, 300)},
+                         {116, BRect(530, 230, 600, 300)},
+                         {118, BRect(530, 290, 600, 360)},
+                         {0, BRect(305, 150, 375, 220)},
+                         {51, l[0].GePos()},
+                         {120, BRect(605, 230, 675, 300)},
+                         {171, BRect(605, 281, 675, 351)},
+                     });
     }
 
     void utlaggVid1280x1024() {
@@ -100,12 +93,14 @@ private slots:
         // ch = 983 / 11 = 89, cw = 1259 / 10 = 125; u = 130, v = 94.
         QCOMPARE(u.cw, 125);
         QCOMPARE(u.ch, 89);
-        QCOMPARE(l[53].GePos(), BRect(5, 35, 130, 124));
-        QCOMPARE(l[84].GePos(), BRect(1045, 5, 1170, 94));
-        QCOMPARE(l[90].GePos(), BRect(5, 347, 130, 436));
-        QCOMPARE(l[116].GePos(), BRect(915, 287, 1040, 376));
-        QCOMPARE(l[0].GePos(), BRect(525, 188, 650, 277));
-        QCOMPARE(l[171].GePos(), BRect(1045, 338, 1170, 427));
+        LiggerVid(l, {
+                         {53, BRect(5, 35, 130, 124)},
+                         {84, BRect(1045, 5, 1170, 94)},
+                         {90, BRect(5, 347, 130, 436)},
+                         {116, BRect(915, 287, 1040, 376)},
+                         {0, BRect(525, 188, 650, 277)},
+                         {171, BRect(1045, 338, 1170, 427)},
+                     });
         Bord b(kFro, false, 1280, 1024);
         QCOMPARE(b.spel->kortPos[0], BRect(1, 1, 125, 89));
     }

@@ -4,8 +4,6 @@
 #include "games/EightoffRegler.h"
 #include "games/KolumnRegler.h"
 #include "games/KolumnSpel.h"
-#include "platform/AttributeStore.h"
-#include "platform/Meddelande.h"
 #include "support/Gester.h"
 #include "support/KolumnBord.h"
 #include "support/Spelfall.h"
@@ -14,7 +12,6 @@
 #include <QTest>
 
 #include <algorithm>
-#include <memory>
 #include <utility>
 #include <vector>
 
@@ -39,27 +36,12 @@ class TestEightoff : public QObject {
     QTemporaryDir dataMapp;
 
 private slots:
-    void initTestCase() {
-        QVERIFY(dataMapp.isValid());
-        AttributeStore::SetDataDirectory(dataMapp.path().toStdString());
-        auto vy = VyMedSpel(9, kFro, 640, 480);
-        QVERIFY(dynamic_cast<Eightoff*>(vy->Spel()) != nullptr);
-        QCOMPARE(vy->Spel()->SpelNummer(), 9);
-        QCOMPARE(static_cast<int>(vy->Spel()->Luckor().size()), 296);
-    }
+    void initTestCase() { BorjaSpeltest<Eightoff>(dataMapp, 9, 296); }
 
     // "Free" in each empty free cell is drawn in the table's font at 24 pixels.
     void friTextenIBordetsFont() {
         Bord b(kFro, false);
-        int tomma = 0;
-        for (int i = 0; i < 8; ++i) {
-            int cell = 176 + 2 * i;
-            if (!b.L()[cell].Tom())
-                continue;
-            ++tomma;
-            QVERIFY2(b.FriTextI24(cell), qPrintable(QString::number(cell)));
-        }
-        QCOMPARE(tomma, 4);
+        b.FriIDeTommaCellerna({176, 178, 180, 182, 184, 186, 188, 190}, 4);
     }
 
     void utlaggMedTvaRaderOverKolumnerna() {
@@ -67,13 +49,15 @@ private slots:
         Rutnat u = RaknaUtLuckor(l, BRect(0, 0, 639, 479));
         QCOMPARE(u.w, 70);
         QCOMPARE(u.h, 70);
-        QCOMPARE(l[0].GePos(), BRect(5, 155, 75, 225));
-        QCOMPARE(l[23].GePos(), BRect(80, 185, 150, 255));
-        QCOMPARE(l[176].GePos(), BRect(5, 80, 75, 150));
-        QCOMPARE(l[191].GePos(), BRect(530, 80, 600, 150));
-        QCOMPARE(l[192].GePos(), BRect(155, 5, 225, 75));
-        QCOMPARE(l[243].GePos(), BRect(380, 5, 450, 75));
-        QCOMPARE(l[244].GePos(), BRect(605, 145, 675, 215));
+        LiggerVid(l, {
+                         {0, BRect(5, 155, 75, 225)},
+                         {23, BRect(80, 185, 150, 255)},
+                         {176, BRect(5, 80, 75, 150)},
+                         {191, BRect(530, 80, 600, 150)},
+                         {192, BRect(155, 5, 225, 75)},
+                         {243, BRect(380, 5, 450, 75)},
+                         {244, BRect(605, 145, 675, 215)},
+                     });
     }
 
     void givetFyllerSexRaderOchFyraFriceller() {

@@ -4,7 +4,6 @@
 #include "games/Farfarsklocka.h"
 #include "games/FarfarsklockaRegler.h"
 #include "games/Spelfabrik.h"
-#include "platform/AttributeStore.h"
 #include "platform/SystemTime.h"
 #include "support/Gester.h"
 #include "support/Losare.h"
@@ -15,7 +14,6 @@
 #include <QTest>
 
 #include <algorithm>
-#include <cstdlib>
 #include <vector>
 
 using namespace FarfarsklockaRegler;
@@ -64,14 +62,7 @@ class TestFarfarsklocka : public QObject {
     QTemporaryDir dataMapp;
 
 private slots:
-    void initTestCase() {
-        QVERIFY(dataMapp.isValid());
-        AttributeStore::SetDataDirectory(dataMapp.path().toStdString());
-        Bord b;
-        QVERIFY(b.spel != nullptr);
-        QCOMPARE(b.spel->SpelNummer(), 6);
-        QCOMPARE(static_cast<int>(b.L().size()), 432);
-    }
+    void initTestCase() { BorjaSpeltest<Farfarsklocka>(dataMapp, 6, 432); }
 
     void cleanup() { SattKlocka({}); }
 
@@ -88,24 +79,26 @@ private slots:
         Utlagg u = RaknaUtLuckor(l, BRect(0, 0, 639, 479));
         QCOMPARE(u.w, 70);
         QCOMPARE(u.h, 73);
-        QCOMPARE(l[KlockBas(7)].GePos(), BRect(260, 5, 330, 78));
-        QCOMPARE(l[KlockBas(8)].GePos(), BRect(335, 26, 405, 99));
-        QCOMPARE(l[KlockBas(8) + 1].GePos(), BRect(335, 29, 405, 102));
-        QCOMPARE(l[KlockBas(9)].GePos(), BRect(410, 48, 480, 121));
-        QCOMPARE(l[KlockBas(10)].GePos(), BRect(485, 99, 555, 172));
-        QCOMPARE(l[KlockBas(11)].GePos(), BRect(410, 156, 480, 229));
-        QCOMPARE(l[KlockBas(0)].GePos(), BRect(335, 177, 405, 250));
-        QCOMPARE(l[KlockBas(1)].GePos(), BRect(260, 199, 330, 272));
-        QCOMPARE(l[KlockBas(1) + 18].GePos(), BRect(260, 253, 330, 326));
-        QCOMPARE(l[KlockBas(2)].GePos(), BRect(185, 177, 255, 250));
-        QCOMPARE(l[KlockBas(3)].GePos(), BRect(110, 156, 180, 229));
-        QCOMPARE(l[KlockBas(4)].GePos(), BRect(35, 99, 105, 172));
-        QCOMPARE(l[KlockBas(5)].GePos(), BRect(110, 48, 180, 121));
-        QCOMPARE(l[KlockBas(6)].GePos(), BRect(185, 26, 255, 99));
-        QCOMPARE(l[HogBas(0)].GePos(), BRect(5, 317, 75, 390));
-        QCOMPARE(l[HogBas(7) + 2].GePos(), BRect(530, 323, 600, 396));
-        QCOMPARE(l[kForstaLek].GePos(), BRect(565, 5, 635, 78));
-        QCOMPARE(l[kSistaLek].GePos(), BRect(565, 56, 635, 129));
+        LiggerVid(l, {
+                         {KlockBas(7), BRect(260, 5, 330, 78)},
+                         {KlockBas(8), BRect(335, 26, 405, 99)},
+                         {KlockBas(8) + 1, BRect(335, 29, 405, 102)},
+                         {KlockBas(9), BRect(410, 48, 480, 121)},
+                         {KlockBas(10), BRect(485, 99, 555, 172)},
+                         {KlockBas(11), BRect(410, 156, 480, 229)},
+                         {KlockBas(0), BRect(335, 177, 405, 250)},
+                         {KlockBas(1), BRect(260, 199, 330, 272)},
+                         {KlockBas(1) + 18, BRect(260, 253, 330, 326)},
+                         {KlockBas(2), BRect(185, 177, 255, 250)},
+                         {KlockBas(3), BRect(110, 156, 180, 229)},
+                         {KlockBas(4), BRect(35, 99, 105, 172)},
+                         {KlockBas(5), BRect(110, 48, 180, 121)},
+                         {KlockBas(6), BRect(185, 26, 255, 99)},
+                         {HogBas(0), BRect(5, 317, 75, 390)},
+                         {HogBas(7) + 2, BRect(530, 323, 600, 396)},
+                         {kForstaLek, BRect(565, 5, 635, 78)},
+                         {kSistaLek, BRect(565, 56, 635, 129)},
+                     });
     }
 
     // cw = trunc(1259 / 10) = 125, ch = 983 / 6 = 163, u = 130, v = 168, h = 62.
@@ -114,15 +107,17 @@ private slots:
         Utlagg u = RaknaUtLuckor(l, BRect(0, 0, 1279, 1023));
         QCOMPARE(u.w, 125);
         QCOMPARE(u.h, 163);
-        QCOMPARE(l[KlockBas(7)].GePos(), BRect(452, 5, 577, 168));
-        QCOMPARE(l[KlockBas(10)].GePos(), BRect(842, 216, 967, 379));
-        QCOMPARE(l[KlockBas(4)].GePos(), BRect(62, 216, 187, 379));
-        QCOMPARE(l[KlockBas(1)].GePos(), BRect(452, 433, 577, 596));
-        QCOMPARE(l[KlockBas(1) + 2].GePos(), BRect(452, 439, 577, 602));
-        QCOMPARE(l[KlockBas(9) + 1].GePos(), BRect(712, 105, 837, 268));
-        QCOMPARE(l[HogBas(0)].GePos(), BRect(5, 677, 130, 840));
-        QCOMPARE(l[HogBas(7) + 18].GePos(), BRect(915, 731, 1040, 894));
-        QCOMPARE(l[kForstaLek + 10].GePos(), BRect(1005, 15, 1130, 178));
+        LiggerVid(l, {
+                         {KlockBas(7), BRect(452, 5, 577, 168)},
+                         {KlockBas(10), BRect(842, 216, 967, 379)},
+                         {KlockBas(4), BRect(62, 216, 187, 379)},
+                         {KlockBas(1), BRect(452, 433, 577, 596)},
+                         {KlockBas(1) + 2, BRect(452, 439, 577, 602)},
+                         {KlockBas(9) + 1, BRect(712, 105, 837, 268)},
+                         {HogBas(0), BRect(5, 677, 130, 840)},
+                         {HogBas(7) + 18, BRect(915, 731, 1040, 894)},
+                         {kForstaLek + 10, BRect(1005, 15, 1130, 178)},
+                     });
     }
 
     // The stock's left edge is eight card widths without the gaps (8·cw + m), not 8·u.

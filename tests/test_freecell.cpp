@@ -1,12 +1,8 @@
 #include "app/FjolkView.h"
-#include "cards/Hiscore.h"
-#include "cards/Kortlek.h"
 #include "games/Freecell.h"
 #include "games/FreecellRegler.h"
 #include "games/KolumnRegler.h"
 #include "games/KolumnSpel.h"
-#include "platform/AttributeStore.h"
-#include "platform/Meddelande.h"
 #include "support/Gester.h"
 #include "support/KolumnBord.h"
 #include "support/Spelfall.h"
@@ -14,8 +10,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <cstdlib>
-#include <memory>
 #include <utility>
 #include <vector>
 
@@ -42,23 +36,13 @@ class TestFreecell : public QObject {
     QTemporaryDir dataMapp;
 
 private slots:
-    void initTestCase() {
-        QVERIFY(dataMapp.isValid());
-        AttributeStore::SetDataDirectory(dataMapp.path().toStdString());
-        auto vy = VyMedSpel(8, kFro, 640, 480);
-        QVERIFY(dynamic_cast<Freecell*>(vy->Spel()) != nullptr);
-        QCOMPARE(vy->Spel()->SpelNummer(), 8);
-        QCOMPARE(static_cast<int>(vy->Spel()->Luckor().size()), 288);
-    }
+    void initTestCase() { BorjaSpeltest<Freecell>(dataMapp, 8, 288); }
 
     // "Free" in an empty free cell is drawn in the table's font at 24 pixels, as the other
     // texts on the table are.
     void friTextenIBordetsFont() {
         Bord b(kFro, false);
-        for (int cell : {176, 178, 180, 182}) {
-            QVERIFY(b.L()[cell].Tom());
-            QVERIFY2(b.FriTextI24(cell), qPrintable(QString::number(cell)));
-        }
+        b.FriIDeTommaCellerna({176, 178, 180, 182}, 4);
     }
 
     void utlaggVidMinstaStorlek() {
@@ -66,16 +50,18 @@ private slots:
         Rutnat u = RaknaUtLuckor(l, BRect(0, 0, 639, 479));
         QCOMPARE(u.w, 70);
         QCOMPARE(u.h, 70);
-        QCOMPARE(l[0].GePos(), BRect(5, 80, 75, 150));
-        QCOMPARE(l[1].GePos(), BRect(5, 110, 75, 180));
-        QCOMPARE(l[176].GePos(), BRect(5, 5, 75, 75));
-        QCOMPARE(l[177].GePos(), l[176].GePos());
-        QCOMPARE(l[182].GePos(), BRect(230, 5, 300, 75));
-        QCOMPARE(l[184].GePos(), BRect(305, 5, 375, 75));
-        QCOMPARE(l[196].GePos(), l[184].GePos());
-        QCOMPARE(l[235].GePos(), BRect(530, 5, 600, 75));
-        QCOMPARE(l[236].GePos(), BRect(605, 145, 675, 215));
-        QCOMPARE(l[287].GePos(), BRect(605, 196, 675, 266));
+        LiggerVid(l, {
+                         {0, BRect(5, 80, 75, 150)},
+                         {1, BRect(5, 110, 75, 180)},
+                         {176, BRect(5, 5, 75, 75)},
+                         {177, l[176].GePos()},
+                         {182, BRect(230, 5, 300, 75)},
+                         {184, BRect(305, 5, 375, 75)},
+                         {196, l[184].GePos()},
+                         {235, BRect(530, 5, 600, 75)},
+                         {236, BRect(605, 145, 675, 215)},
+                         {287, BRect(605, 196, 675, 266)},
+                     });
     }
 
     void utlaggVidStorstaStorlek() {
@@ -83,9 +69,11 @@ private slots:
         Rutnat u = RaknaUtLuckor(l, BRect(0, 0, 1279, 1023));
         QCOMPARE(u.w, 125);
         QCOMPARE(u.h, 89);
-        QCOMPARE(l[23].GePos(), BRect(135, 129, 260, 218));
-        QCOMPARE(l[154].GePos(), BRect(915, 99, 1040, 188));
-        QCOMPARE(l[197].GePos(), BRect(655, 5, 780, 94));
+        LiggerVid(l, {
+                         {23, BRect(135, 129, 260, 218)},
+                         {154, BRect(915, 99, 1040, 188)},
+                         {197, BRect(655, 5, 780, 94)},
+                     });
     }
 
     void givetLaggerSjuOchSexKort() {
@@ -300,11 +288,8 @@ private slots:
 
     void klickRutanArOsymmetrisk() {
         Bord b;
+        KlickRutanArOsymmetrisk(*b.spel);
         BPoint p(100, 100);
-        QVERIFY(b.spel->LamnatKlickRutan(p, BPoint(96, 100)));
-        QVERIFY(!b.spel->LamnatKlickRutan(p, BPoint(104, 100)));
-        QVERIFY(b.spel->LamnatKlickRutan(p, BPoint(100, 96)));
-        QVERIFY(!b.spel->LamnatKlickRutan(p, BPoint(100, 104)));
         QVERIFY(b.spel->LamnatKlickRutan(p, BPoint(105, 100)));
         QVERIFY(!b.spel->LamnatKlickRutan(p, BPoint(97, 97)));
     }

@@ -5,7 +5,6 @@
 #include "games/GladjespridarenRegler.h"
 #include "games/KolumnRegler.h"
 #include "games/KolumnSpel.h"
-#include "platform/AttributeStore.h"
 #include "support/Gester.h"
 #include "support/KolumnBord.h"
 #include "support/Losare.h"
@@ -16,9 +15,6 @@
 #include <QTest>
 
 #include <algorithm>
-#include <cstdlib>
-#include <cstring>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -99,12 +95,8 @@ class TestGladjespridaren : public QObject {
 
 private slots:
     void initTestCase() {
-        QVERIFY(dataMapp.isValid());
-        AttributeStore::SetDataDirectory(dataMapp.path().toStdString());
+        BorjaSpeltest<Gladjespridaren>(dataMapp, 5, 492);
         Bord b(kFro, false);
-        QVERIFY(dynamic_cast<Gladjespridaren*>(b.spel) != nullptr);
-        QCOMPARE(b.spel->SpelNummer(), 5);
-        QCOMPARE(static_cast<int>(b.L().size()), 492);
         for (const Lucka& l : b.L())
             QVERIFY(!l.BakSida());
     }
@@ -118,24 +110,26 @@ private slots:
         QCOMPARE(u.w, 70);
         QCOMPARE(u.h, 70);
         // Columns from 2h + 3m = 155, 30 pixels a card.
-        QCOMPARE(l[0].GePos(), BRect(5, 155, 75, 225));
-        QCOMPARE(l[1].GePos(), BRect(5, 185, 75, 255));
-        QCOMPARE(l[177].GePos(), BRect(605, 185, 675, 255));
-        QCOMPARE(l[197].GePos(), BRect(605, 785, 675, 855));
-        // Reserve pile k at (k + 1)(w + m), from h + 2m = 80.
-        QCOMPARE(l[198].GePos(), BRect(75, 80, 145, 150));
-        QCOMPARE(l[199].GePos(), BRect(75, 110, 145, 180));
-        QCOMPARE(l[331].GePos(), BRect(525, 110, 595, 180));
-        // Foundation f at f(w + m) + 2w + m + w/2 = 75f + 180.
-        QCOMPARE(l[352].GePos(), BRect(180, 5, 250, 75));
-        QCOMPARE(l[364].GePos(), l[352].GePos());
-        QCOMPARE(l[373].GePos(), l[352].GePos());
-        QCOMPARE(l[374].GePos(), BRect(255, 5, 325, 75));
-        QCOMPARE(l[418].GePos(), BRect(405, 5, 475, 75));
-        QCOMPARE(l[439].GePos(), l[418].GePos());
-        // The deck in the top-left corner, a pixel a card.
-        QCOMPARE(l[440].GePos(), BRect(5, 5, 75, 75));
-        QCOMPARE(l[491].GePos(), BRect(5, 56, 75, 126));
+        LiggerVid(l, {
+                         {0, BRect(5, 155, 75, 225)},
+                         {1, BRect(5, 185, 75, 255)},
+                         {177, BRect(605, 185, 675, 255)},
+                         {197, BRect(605, 785, 675, 855)},
+                         // Reserve pile k at (k + 1)(w + m), from h + 2m = 80.
+                         {198, BRect(75, 80, 145, 150)},
+                         {199, BRect(75, 110, 145, 180)},
+                         {331, BRect(525, 110, 595, 180)},
+                         // Foundation f at f(w + m) + 2w + m + w/2 = 75f + 180.
+                         {352, BRect(180, 5, 250, 75)},
+                         {364, l[352].GePos()},
+                         {373, l[352].GePos()},
+                         {374, BRect(255, 5, 325, 75)},
+                         {418, BRect(405, 5, 475, 75)},
+                         {439, l[418].GePos()},
+                         // The deck in the top-left corner, a pixel a card.
+                         {440, BRect(5, 5, 75, 75)},
+                         {491, BRect(5, 56, 75, 126)},
+                     });
     }
 
     void utlaggVid1280x1024() {
@@ -144,13 +138,15 @@ private slots:
         Rutnat u = RaknaUtLuckor(l, BRect(0, 0, 1279, 1023));
         QCOMPARE(u.w, 125);
         QCOMPARE(u.h, 89);
-        QCOMPARE(l[23].GePos(), BRect(135, 223, 260, 312));
-        QCOMPARE(l[176].GePos(), BRect(1045, 193, 1170, 282));
-        QCOMPARE(l[220].GePos(), BRect(260, 99, 385, 188));
-        QCOMPARE(l[330].GePos(), BRect(910, 99, 1035, 188));
-        QCOMPARE(l[386].GePos(), BRect(447, 5, 572, 94));
-        QCOMPARE(l[430].GePos(), BRect(707, 5, 832, 94));
-        QCOMPARE(l[491].GePos(), BRect(5, 56, 130, 145));
+        LiggerVid(l, {
+                         {23, BRect(135, 223, 260, 312)},
+                         {176, BRect(1045, 193, 1170, 282)},
+                         {220, BRect(260, 99, 385, 188)},
+                         {330, BRect(910, 99, 1035, 188)},
+                         {386, BRect(447, 5, 572, 94)},
+                         {430, BRect(707, 5, 832, 94)},
+                         {491, BRect(5, 56, 130, 145)},
+                     });
     }
 
     // ---- The deal -------------------------------------------------------------------------

@@ -4,7 +4,6 @@
 #include "cards/Luckor.h"
 #include "games/Godnattvalsen.h"
 #include "games/GodnattvalsenRegler.h"
-#include "platform/AttributeStore.h"
 #include "platform/QtGeometry.h"
 #include "support/Gester.h"
 #include "support/Losare.h"
@@ -15,7 +14,6 @@
 #include <QTest>
 
 #include <algorithm>
-#include <cstdlib>
 #include <string>
 #include <utility>
 #include <vector>
@@ -88,12 +86,8 @@ class TestGodnattvalsen : public QObject {
 
 private slots:
     void initTestCase() {
-        QVERIFY(dataMapp.isValid());
-        AttributeStore::SetDataDirectory(dataMapp.path().toStdString());
+        BorjaSpeltest<Godnattvalsen>(dataMapp, 2, 164);
         Bord b;
-        QVERIFY(b.spel != nullptr);
-        QCOMPARE(b.spel->SpelNummer(), 2);
-        QCOMPARE(static_cast<int>(b.L().size()), 164);
         for (int i = 0; i < 164; ++i)
             QCOMPARE(b.L()[i].BakSida(), i >= 112);
     }
@@ -104,14 +98,16 @@ private slots:
         Utlagg u = RaknaUtLuckor(l, BRect(0, 0, 639, 479));
         QCOMPARE(u.w, 112);
         QCOMPARE(u.h, 70);
-        QCOMPARE(l[0].GePos(), BRect(0, 5, 112, 75));
-        QCOMPARE(l[13].GePos(), BRect(0, 31, 112, 101));
-        QCOMPARE(l[28].GePos(), BRect(117, 5, 229, 75));
-        QCOMPARE(l[14].GePos(), BRect(0, 108, 112, 178));
-        QCOMPARE(l[15].GePos(), BRect(0, 140, 112, 210));
-        QCOMPARE(l[111].GePos(), BRect(351, 524, 463, 594));
-        QCOMPARE(l[112].GePos(), BRect(473, 80, 585, 150));
-        QCOMPARE(l[163].GePos(), BRect(473, 182, 585, 252));
+        LiggerVid(l, {
+                         {0, BRect(0, 5, 112, 75)},
+                         {13, BRect(0, 31, 112, 101)},
+                         {28, BRect(117, 5, 229, 75)},
+                         {14, BRect(0, 108, 112, 178)},
+                         {15, BRect(0, 140, 112, 210)},
+                         {111, BRect(351, 524, 463, 594)},
+                         {112, BRect(473, 80, 585, 150)},
+                         {163, BRect(473, 182, 585, 252)},
+                     });
         QCOMPARE(u.lekRuta, BRect(473, 80, 585, 236));
     }
 
@@ -121,11 +117,13 @@ private slots:
         Utlagg u = RaknaUtLuckor(l, BRect(0, 0, 1279, 1023));
         QCOMPARE(u.w, 228);
         QCOMPARE(u.h, 122);
-        QCOMPARE(l[14].GePos(), BRect(0, 160, 228, 282));
-        QCOMPARE(l[84].GePos(), BRect(699, 5, 927, 127));
-        QCOMPARE(l[97].GePos(), BRect(699, 31, 927, 153));
-        QCOMPARE(l[99].GePos(), BRect(699, 192, 927, 314));
-        QCOMPARE(l[112].GePos(), BRect(937, 132, 1165, 254));
+        LiggerVid(l, {
+                         {14, BRect(0, 160, 228, 282)},
+                         {84, BRect(699, 5, 927, 127)},
+                         {97, BRect(699, 31, 927, 153)},
+                         {99, BRect(699, 192, 927, 314)},
+                         {112, BRect(937, 132, 1165, 254)},
+                     });
         QCOMPARE(u.lekRuta, BRect(937, 132, 1165, 340));
         Bord b(kFro, false, 1280, 1024);
         QCOMPARE(b.S().lekKlickRuta, b.S().lekRuta);

@@ -3,7 +3,6 @@
 #include "cards/Kortlek.h"
 #include "games/Idioten.h"
 #include "games/IdiotenRegler.h"
-#include "platform/AttributeStore.h"
 #include "support/Gester.h"
 #include "support/Spelfall.h"
 #include "support/Testbord.h"
@@ -124,14 +123,7 @@ class IdiotenTest : public QObject {
 private slots:
     // The hiscore tables of this run go to a folder of their own, set before anything
     // opens the store.
-    void initTestCase() {
-        QVERIFY(dataMapp.isValid());
-        AttributeStore::SetDataDirectory(dataMapp.path().toStdString());
-        QVERIFY(AttributeStore::Program().InitCheck() == B_OK);
-        // Every test below deals its table through the game factory.
-        auto vy = VyMedSpel(0, kFro, 640, 480);
-        QVERIFY(dynamic_cast<Idioten*>(vy->Spel()) != nullptr);
-    }
+    void initTestCase() { BorjaSpeltest<Idioten>(dataMapp, 0, kAntalLuckor); }
 
     // ---- Layout -------------------------------------------------------------------------
 
@@ -140,15 +132,18 @@ private slots:
         Utlagg u = RaknaUtLuckor(luckor, BRect(0, 0, 640, 480));
         QCOMPARE(u.h, 83);
         QCOMPARE(u.w, 44);
-        QCOMPARE(luckor[0].GePos(), BRect(0, 5, 44, 88));
-        QCOMPARE(luckor[14].GePos(), BRect(49, 93, 93, 176));
-        QCOMPARE(luckor[51].GePos(), BRect(588, 269, 632, 352));
-        // The aces' fan: each half a card less five pixels right of the one before.
-        QCOMPARE(luckor[52].GePos(), BRect(0, 357, 44, 440));
-        QCOMPARE(luckor[55].GePos(), BRect(81, 357, 125, 440));
-        // The stock, a pixel a card, beside the aces.
-        QCOMPARE(luckor[56].GePos(), BRect(137, 357, 181, 440));
-        QCOMPARE(luckor[107].GePos(), BRect(137, 408, 181, 491));
+        LiggerVid(luckor,
+                  {
+                      {0, BRect(0, 5, 44, 88)},
+                      {14, BRect(49, 93, 93, 176)},
+                      {51, BRect(588, 269, 632, 352)},
+                      // The aces' fan: each half a card less five pixels right of the one before.
+                      {52, BRect(0, 357, 44, 440)},
+                      {55, BRect(81, 357, 125, 440)},
+                      // The stock, a pixel a card, beside the aces.
+                      {56, BRect(137, 357, 181, 440)},
+                      {107, BRect(137, 408, 181, 491)},
+                  });
         QCOMPARE(u.knapp, BRect(443, 372, 583, 412));
         QCOMPARE(RaknarRuta(luckor), BRect(187, 372, 387, 412));
     }
@@ -158,8 +153,10 @@ private slots:
         Utlagg u = RaknaUtLuckor(luckor, BRect(0, 0, 100, 60));
         QCOMPARE(u.w, 40);
         QCOMPARE(u.h, 70);
-        QCOMPARE(luckor[0].GePos(), BRect(0, 5, 40, 75));
-        QCOMPARE(luckor[51].GePos(), BRect(540, 230, 580, 300));
+        LiggerVid(luckor, {
+                              {0, BRect(0, 5, 40, 75)},
+                              {51, BRect(540, 230, 580, 300)},
+                          });
         // One pixel below either minimum still gives the minimum.
         u = RaknaUtLuckor(luckor, BRect(0, 0, 584, 414));
         QCOMPARE(u.w, 40);

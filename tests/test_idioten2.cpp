@@ -4,7 +4,6 @@
 #include "games/Idioten2.h"
 #include "games/Idioten2Regler.h"
 #include "games/LekRegler.h"
-#include "platform/AttributeStore.h"
 #include "support/Gester.h"
 #include "support/Losare.h"
 #include "support/Spelfall.h"
@@ -13,9 +12,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <cstdlib>
-#include <cstring>
-#include <memory>
 #include <utility>
 #include <vector>
 
@@ -51,12 +47,8 @@ class TestIdioten2 : public QObject {
 
 private slots:
     void initTestCase() {
-        QVERIFY(dataMapp.isValid());
-        AttributeStore::SetDataDirectory(dataMapp.path().toStdString());
+        BorjaSpeltest<Idioten2>(dataMapp, 1, 164);
         Bord b(kFro, false);
-        QVERIFY(b.spel != nullptr);
-        QCOMPARE(b.spel->SpelNummer(), 1);
-        QCOMPARE(static_cast<int>(b.L().size()), 164);
         for (int i = 0; i < 164; ++i)
             QCOMPARE(b.L()[i].BakSida(), i >= 56);
     }
@@ -69,18 +61,20 @@ private slots:
         Utlagg u = RaknaUtLuckor(l, BRect(0, 0, 639, 479));
         QCOMPARE(u.w, 70);
         QCOMPARE(u.h, 70);
-        QCOMPARE(l[0].GePos(), BRect(0, 5, 70, 75));
-        QCOMPARE(l[1].GePos(), BRect(0, 43, 70, 113));
-        QCOMPARE(l[15].GePos(), BRect(75, 43, 145, 113));
-        QCOMPARE(l[42].GePos(), BRect(225, 5, 295, 75));
-        QCOMPARE(l[55].GePos(), BRect(225, 499, 295, 569));
-        QCOMPARE(l[56].GePos(), BRect(305, 5, 375, 75));
-        QCOMPARE(l[107].GePos(), l[56].GePos());
-        QCOMPARE(l[108].GePos(), BRect(0, 0, 0, 0));
-        QCOMPARE(l[111].GePos(), BRect(0, 0, 0, 0));
-        QCOMPARE(l[112].GePos(), BRect(305, 80, 375, 150));
-        QCOMPARE(l[113].GePos(), BRect(305, 82, 375, 152));
-        QCOMPARE(l[163].GePos(), BRect(305, 182, 375, 252));
+        LiggerVid(l, {
+                         {0, BRect(0, 5, 70, 75)},
+                         {1, BRect(0, 43, 70, 113)},
+                         {15, BRect(75, 43, 145, 113)},
+                         {42, BRect(225, 5, 295, 75)},
+                         {55, BRect(225, 499, 295, 569)},
+                         {56, BRect(305, 5, 375, 75)},
+                         {107, l[56].GePos()},
+                         {108, BRect(0, 0, 0, 0)},
+                         {111, BRect(0, 0, 0, 0)},
+                         {112, BRect(305, 80, 375, 150)},
+                         {113, BRect(305, 82, 375, 152)},
+                         {163, BRect(305, 182, 375, 252)},
+                     });
         QCOMPARE(u.lekKnapp, BRect(305, 80, 375, 244));
     }
 
@@ -90,11 +84,13 @@ private slots:
         Utlagg u = RaknaUtLuckor(l, BRect(0, 0, 1279, 1023));
         QCOMPARE(u.w, 125);
         QCOMPARE(u.h, 89);
-        QCOMPARE(l[29].GePos(), BRect(260, 43, 385, 132));
-        QCOMPARE(l[54].GePos(), BRect(390, 461, 515, 550));
-        QCOMPARE(l[80].GePos(), BRect(525, 5, 650, 94));
-        QCOMPARE(l[112].GePos(), BRect(525, 99, 650, 188));
-        QCOMPARE(l[163].GePos(), BRect(525, 201, 650, 290));
+        LiggerVid(l, {
+                         {29, BRect(260, 43, 385, 132)},
+                         {54, BRect(390, 461, 515, 550)},
+                         {80, BRect(525, 5, 650, 94)},
+                         {112, BRect(525, 99, 650, 188)},
+                         {163, BRect(525, 201, 650, 290)},
+                     });
         QCOMPARE(u.lekKnapp, BRect(525, 99, 650, 282));
     }
 
@@ -392,11 +388,7 @@ private slots:
 
     void klickRutanArOsymmetrisk() {
         Bord b;
-        BPoint p(100, 100);
-        QVERIFY(b.spel->LamnatKlickRutan(p, BPoint(96, 100)));
-        QVERIFY(!b.spel->LamnatKlickRutan(p, BPoint(104, 100)));
-        QVERIFY(b.spel->LamnatKlickRutan(p, BPoint(100, 96)));
-        QVERIFY(!b.spel->LamnatKlickRutan(p, BPoint(100, 104)));
+        KlickRutanArOsymmetrisk(*b.spel);
     }
 
     // ---- Undo -----------------------------------------------------------------------------

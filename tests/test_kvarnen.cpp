@@ -4,7 +4,6 @@
 #include "games/Kvarnen.h"
 #include "games/KvarnenRegler.h"
 #include "games/Spelfabrik.h"
-#include "platform/AttributeStore.h"
 #include "platform/SystemTime.h"
 #include "support/Gester.h"
 #include "support/Losare.h"
@@ -15,7 +14,6 @@
 #include <QTest>
 
 #include <algorithm>
-#include <cstdlib>
 #include <vector>
 
 using namespace KvarnenRegler;
@@ -67,12 +65,7 @@ class TestKvarnen : public QObject {
 
 private slots:
     void initTestCase() {
-        QVERIFY(dataMapp.isValid());
-        AttributeStore::SetDataDirectory(dataMapp.path().toStdString());
-        Bord b;
-        QVERIFY(b.spel != nullptr);
-        QCOMPARE(b.spel->SpelNummer(), 4);
-        QCOMPARE(static_cast<int>(b.L().size()), 340);
+        BorjaSpeltest<Kvarnen>(dataMapp, 4, 340);
         QCOMPARE(QString::fromUtf8(SpelNamn(4)), QStringLiteral("Kvarnen"));
         QCOMPARE(QString::fromUtf8(TitelNamn(4)), QStringLiteral("Kvarnen"));
     }
@@ -85,15 +78,17 @@ private slots:
         Utlagg u = RaknaUtLuckor(l, BRect(0, 0, 639, 479));
         QCOMPARE(u.w, 77);
         QCOMPARE(u.h, 109);
-        QCOMPARE(l[0].GePos(), BRect(82, 5, 159, 114));
-        QCOMPARE(l[1].GePos(), BRect(82, 8, 159, 117));
-        QCOMPARE(l[56].GePos(), BRect(328, 11, 405, 120));
-        QCOMPARE(l[72].GePos(), BRect(0, 161, 77, 270));
-        QCOMPARE(l[165].GePos(), BRect(410, 170, 487, 279));
-        QCOMPARE(l[180].GePos(), BRect(0, 317, 77, 426));
-        QCOMPARE(l[287].GePos(), BRect(410, 368, 487, 477));
-        QCOMPARE(l[288].GePos(), BRect(415, 10, 492, 119));
-        QCOMPARE(l[339].GePos(), BRect(415, 61, 492, 170));
+        LiggerVid(l, {
+                         {0, BRect(82, 5, 159, 114)},
+                         {1, BRect(82, 8, 159, 117)},
+                         {56, BRect(328, 11, 405, 120)},
+                         {72, BRect(0, 161, 77, 270)},
+                         {165, BRect(410, 170, 487, 279)},
+                         {180, BRect(0, 317, 77, 426)},
+                         {287, BRect(410, 368, 487, 477)},
+                         {288, BRect(415, 10, 492, 119)},
+                         {339, BRect(415, 61, 492, 170)},
+                     });
         // Beside the base of upper pile 5 (slot 162).
         QCOMPARE(u.knapp, BRect(507, 230, 627, 270));
     }
@@ -104,12 +99,14 @@ private slots:
         Utlagg u = RaknaUtLuckor(l, BRect(0, 0, 1279, 1023));
         QCOMPARE(u.w, 157);
         QCOMPARE(u.h, 245);
-        QCOMPARE(l[18].GePos(), BRect(324, 5, 481, 250));
-        QCOMPARE(l[66].GePos(), BRect(648, 41, 805, 286));
-        QCOMPARE(l[90].GePos(), BRect(162, 297, 319, 542));
-        QCOMPARE(l[270].GePos(), BRect(810, 589, 967, 834));
-        QCOMPARE(l[287].GePos(), BRect(810, 640, 967, 885));
-        QCOMPARE(l[300].GePos(), BRect(815, 22, 972, 267));
+        LiggerVid(l, {
+                         {18, BRect(324, 5, 481, 250)},
+                         {66, BRect(648, 41, 805, 286)},
+                         {90, BRect(162, 297, 319, 542)},
+                         {270, BRect(810, 589, 967, 834)},
+                         {287, BRect(810, 640, 967, 885)},
+                         {300, BRect(815, 22, 972, 267)},
+                     });
         QCOMPARE(u.knapp, BRect(987, 502, 1107, 542));
     }
 
@@ -118,8 +115,10 @@ private slots:
         Utlagg u = RaknaUtLuckor(l, BRect(0, 0, 299, 199));
         QCOMPARE(u.w, 70);
         QCOMPARE(u.h, 70);
-        QCOMPARE(l[72].GePos(), BRect(0, 122, 70, 192));
-        QCOMPARE(l[180].GePos(), BRect(0, 239, 70, 309));
+        LiggerVid(l, {
+                         {72, BRect(0, 122, 70, 192)},
+                         {180, BRect(0, 239, 70, 309)},
+                     });
     }
 
     void kortenRitasIKortetsStorlek() {

@@ -1,9 +1,7 @@
 #include "app/FjolkView.h"
 #include "cards/Hiscore.h"
-#include "cards/Kortlek.h"
 #include "games/Pyramiden.h"
 #include "games/PyramidenRegler.h"
-#include "platform/AttributeStore.h"
 #include "platform/SystemTime.h"
 #include "support/Gester.h"
 #include "support/Losare.h"
@@ -14,7 +12,6 @@
 #include <QTest>
 
 #include <algorithm>
-#include <cstdlib>
 #include <utility>
 #include <vector>
 
@@ -68,14 +65,7 @@ class TestPyramiden : public QObject {
     QTemporaryDir dataMapp;
 
 private slots:
-    void initTestCase() {
-        QVERIFY(dataMapp.isValid());
-        AttributeStore::SetDataDirectory(dataMapp.path().toStdString());
-        auto vy = VyMedSpel(7, kFro, 640, 480);
-        QVERIFY(dynamic_cast<Pyramiden*>(vy->Spel()) != nullptr);
-        QCOMPARE(vy->Spel()->SpelNummer(), 7);
-        QCOMPARE(static_cast<int>(vy->Spel()->Luckor().size()), 172);
-    }
+    void initTestCase() { BorjaSpeltest<Pyramiden>(dataMapp, 7, 172); }
 
     void cleanup() { SattKlocka({}); }
 
@@ -88,24 +78,27 @@ private slots:
         QCOMPARE(u.cw, 70);
         QCOMPARE(u.ch, 82);
         // The apex at 4·(70 + 5); each row 37 (75 / 2) further left and 35 lower.
-        QCOMPARE(l[0].GePos(), BRect(300, 5, 370, 87));
-        QCOMPARE(l[1].GePos(), BRect(263, 40, 333, 122));
-        QCOMPARE(l[2].GePos(), BRect(338, 40, 408, 122));
-        QCOMPARE(l[15].GePos(), BRect(115, 180, 185, 262));
-        QCOMPARE(l[21].GePos(), BRect(78, 215, 148, 297));
-        QCOMPARE(l[27].GePos(), BRect(528, 215, 598, 297));
-        QCOMPARE(l[28].GePos(), BRect(41, 250, 111, 332));
-        QCOMPARE(l[31].GePos(), BRect(266, 250, 336, 332));
-        QCOMPARE(l[35].GePos(), BRect(566, 250, 636, 332));
-        // Waste: 37 left of slot 31, top 250 + 10 + 82 / 1.5 = 314.67, bottom 396.67.
-        QCOMPARE(l[36].GePos(), BRect(229, 314, 299, 396));
-        QCOMPARE(l[60].GePos(), l[36].GePos());
-        QCOMPARE(l[61].GePos(), BRect(5, 5, 75, 87));
-        QCOMPARE(l[119].GePos(), l[61].GePos());
-        // The stock right of slot 31, a pixel a card: 314.67 + 51 = 365.67.
-        QCOMPARE(l[120].GePos(), BRect(341, 314, 411, 396));
-        QCOMPARE(l[121].GePos(), BRect(341, 315, 411, 397));
-        QCOMPARE(l[171].GePos(), BRect(341, 365, 411, 447));
+        LiggerVid(l,
+                  {
+                      {0, BRect(300, 5, 370, 87)},
+                      {1, BRect(263, 40, 333, 122)},
+                      {2, BRect(338, 40, 408, 122)},
+                      {15, BRect(115, 180, 185, 262)},
+                      {21, BRect(78, 215, 148, 297)},
+                      {27, BRect(528, 215, 598, 297)},
+                      {28, BRect(41, 250, 111, 332)},
+                      {31, BRect(266, 250, 336, 332)},
+                      {35, BRect(566, 250, 636, 332)},
+                      // Waste: 37 left of slot 31, top 250 + 10 + 82 / 1.5 = 314.67, bottom 396.67.
+                      {36, BRect(229, 314, 299, 396)},
+                      {60, l[36].GePos()},
+                      {61, BRect(5, 5, 75, 87)},
+                      {119, l[61].GePos()},
+                      // The stock right of slot 31, a pixel a card: 314.67 + 51 = 365.67.
+                      {120, BRect(341, 314, 411, 396)},
+                      {121, BRect(341, 315, 411, 397)},
+                      {171, BRect(341, 365, 411, 447)},
+                  });
         QCOMPARE(u.lekRuta, BRect(341, 314, 411, 419));
     }
 
@@ -115,15 +108,17 @@ private slots:
         // cw = (1279 − 65) / 9 = 134.9, ch = (1023 − 65) / 5 = 191.6; h = 139 / 2 = 69.
         QCOMPARE(u.cw, 134);
         QCOMPARE(u.ch, 191);
-        QCOMPARE(l[0].GePos(), BRect(556, 5, 690, 196));
-        QCOMPARE(l[21].GePos(), BRect(142, 215, 276, 406));
-        QCOMPARE(l[24].GePos(), BRect(559, 215, 693, 406));
-        QCOMPARE(l[31].GePos(), BRect(490, 250, 624, 441));
-        // 250 + 10 + 191 / 1.5 = 387.33.
-        QCOMPARE(l[36].GePos(), BRect(421, 387, 555, 578));
-        QCOMPARE(l[61].GePos(), BRect(5, 5, 139, 196));
-        QCOMPARE(l[120].GePos(), BRect(629, 387, 763, 578));
-        QCOMPARE(l[171].GePos(), BRect(629, 438, 763, 629));
+        LiggerVid(l, {
+                         {0, BRect(556, 5, 690, 196)},
+                         {21, BRect(142, 215, 276, 406)},
+                         {24, BRect(559, 215, 693, 406)},
+                         {31, BRect(490, 250, 624, 441)},
+                         // 250 + 10 + 191 / 1.5 = 387.33.
+                         {36, BRect(421, 387, 555, 578)},
+                         {61, BRect(5, 5, 139, 196)},
+                         {120, BRect(629, 387, 763, 578)},
+                         {171, BRect(629, 438, 763, 629)},
+                     });
         QCOMPARE(u.lekRuta, BRect(629, 387, 763, 601));
     }
 

@@ -1,9 +1,7 @@
 #include "app/FjolkView.h"
 #include "cards/Hiscore.h"
-#include "cards/Kortlek.h"
 #include "games/Strategy.h"
 #include "games/StrategyRegler.h"
-#include "platform/AttributeStore.h"
 #include "support/Gester.h"
 #include "support/Losare.h"
 #include "support/Spelfall.h"
@@ -13,7 +11,6 @@
 #include <QTest>
 
 #include <algorithm>
-#include <cstdlib>
 #include <vector>
 
 using namespace StrategyRegler;
@@ -56,12 +53,8 @@ class TestStrategy : public QObject {
 
 private slots:
     void initTestCase() {
-        QVERIFY(dataMapp.isValid());
-        AttributeStore::SetDataDirectory(dataMapp.path().toStdString());
+        BorjaSpeltest<Strategy>(dataMapp, 11, 689);
         Bord b;
-        QVERIFY(b.spel != nullptr);
-        QCOMPARE(b.spel->SpelNummer(), 11);
-        QCOMPARE(static_cast<int>(b.L().size()), 689);
         for (const Lucka& l : b.L())
             QVERIFY(!l.BakSida());
     }
@@ -72,17 +65,19 @@ private slots:
         KolumnRegler::Rutnat r = RaknaUtLuckor(l, BRect(0, 0, 639, 479));
         QCOMPARE(r.w, 70);
         QCOMPARE(r.h, 70);
-        QCOMPARE(l[0].GePos(), BRect(5, 80, 75, 150));
-        QCOMPARE(l[1].GePos(), BRect(5, 110, 75, 180));
-        QCOMPARE(l[53].GePos(), BRect(80, 80, 150, 150));
-        QCOMPARE(l[423].GePos(), BRect(530, 1640, 600, 1710));
-        QCOMPARE(l[424].GePos(), BRect(80, 5, 150, 75));
-        QCOMPARE(l[476].GePos(), BRect(80, 5, 150, 75));
-        QCOMPARE(l[583].GePos(), BRect(305, 5, 375, 75));
-        QCOMPARE(l[635].GePos(), BRect(305, 5, 375, 75));
-        QCOMPARE(l[636].GePos(), BRect(380, 5, 450, 75));
-        QCOMPARE(l[687].GePos(), BRect(533, 5, 603, 75));
-        QCOMPARE(l[688].GePos(), BRect(536, 5, 606, 75));
+        LiggerVid(l, {
+                         {0, BRect(5, 80, 75, 150)},
+                         {1, BRect(5, 110, 75, 180)},
+                         {53, BRect(80, 80, 150, 150)},
+                         {423, BRect(530, 1640, 600, 1710)},
+                         {424, BRect(80, 5, 150, 75)},
+                         {476, BRect(80, 5, 150, 75)},
+                         {583, BRect(305, 5, 375, 75)},
+                         {635, BRect(305, 5, 375, 75)},
+                         {636, BRect(380, 5, 450, 75)},
+                         {687, BRect(533, 5, 603, 75)},
+                         {688, BRect(536, 5, 606, 75)},
+                     });
     }
 
     void utlaggVid1280x1024() {
@@ -91,11 +86,13 @@ private slots:
         KolumnRegler::Rutnat r = RaknaUtLuckor(l, BRect(0, 0, 1279, 1023));
         QCOMPARE(r.w, 125);
         QCOMPARE(r.h, 89);
-        QCOMPARE(l[0].GePos(), BRect(5, 99, 130, 188));
-        QCOMPARE(l[372].GePos(), BRect(915, 129, 1040, 218));
-        QCOMPARE(l[477].GePos(), BRect(265, 5, 390, 94));
-        QCOMPARE(l[636].GePos(), BRect(655, 5, 780, 94));
-        QCOMPARE(l[687].GePos(), BRect(808, 5, 933, 94));
+        LiggerVid(l, {
+                         {0, BRect(5, 99, 130, 188)},
+                         {372, BRect(915, 129, 1040, 218)},
+                         {477, BRect(265, 5, 390, 94)},
+                         {636, BRect(655, 5, 780, 94)},
+                         {687, BRect(808, 5, 933, 94)},
+                     });
     }
 
     void ingetGesUtLekenLiggerIOrdning() {

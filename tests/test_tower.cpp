@@ -3,7 +3,6 @@
 #include "cards/Kortlek.h"
 #include "games/Tower.h"
 #include "games/TowerRegler.h"
-#include "platform/AttributeStore.h"
 #include "platform/QtGeometry.h"
 #include "support/Gester.h"
 #include "support/Losare.h"
@@ -14,7 +13,6 @@
 #include <QTest>
 
 #include <algorithm>
-#include <cstdlib>
 #include <deque>
 #include <map>
 #include <string>
@@ -81,12 +79,8 @@ class TestTower : public QObject {
 
 private slots:
     void initTestCase() {
-        QVERIFY(dataMapp.isValid());
-        AttributeStore::SetDataDirectory(dataMapp.path().toStdString());
+        BorjaSpeltest<Tower>(dataMapp, 3, 36);
         Bord b;
-        QVERIFY(b.spel != nullptr);
-        QCOMPARE(b.spel->SpelNummer(), 3);
-        QCOMPARE(static_cast<int>(b.L().size()), 36);
         QVERIFY(b.L().capacity() >= 37);
         for (int i = 0; i < 36; ++i)
             QCOMPARE(b.L()[i].BakSida(), i >= 27);
@@ -98,12 +92,14 @@ private slots:
         Utlagg u = RaknaUtLuckor(l, BRect(0, 0, 639, 479));
         QCOMPARE(u.w, 154);
         QCOMPARE(u.h, 146);
-        QCOMPARE(l[0].GePos(), BRect(0, 5, 154, 151));
-        QCOMPARE(l[1].GePos(), BRect(0, 40, 154, 186));
-        QCOMPARE(l[9].GePos(), BRect(159, 5, 313, 151));
-        QCOMPARE(l[26].GePos(), BRect(318, 285, 472, 431));
-        QCOMPARE(l[27].GePos(), BRect(487, 156, 641, 302));
-        QCOMPARE(l[35].GePos(), BRect(487, 172, 641, 318));
+        LiggerVid(l, {
+                         {0, BRect(0, 5, 154, 151)},
+                         {1, BRect(0, 40, 154, 186)},
+                         {9, BRect(159, 5, 313, 151)},
+                         {26, BRect(318, 285, 472, 431)},
+                         {27, BRect(487, 156, 641, 302)},
+                         {35, BRect(487, 172, 641, 318)},
+                     });
     }
 
     void utlaggVid1280x1024() {
@@ -112,9 +108,11 @@ private slots:
         Utlagg u = RaknaUtLuckor(l, BRect(0, 0, 1279, 1023));
         QCOMPARE(u.w, 314);
         QCOMPARE(u.h, 327);
-        QCOMPARE(l[8].GePos(), BRect(0, 285, 314, 612));
-        QCOMPARE(l[18].GePos(), BRect(638, 5, 952, 332));
-        QCOMPARE(l[27].GePos(), BRect(967, 337, 1281, 664));
+        LiggerVid(l, {
+                         {8, BRect(0, 285, 314, 612)},
+                         {18, BRect(638, 5, 952, 332)},
+                         {27, BRect(967, 337, 1281, 664)},
+                     });
     }
 
     void nioKortEssTillNioAvEnFarg() {

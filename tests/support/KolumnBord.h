@@ -56,6 +56,19 @@ struct KolumnBord : Testbord<KolumnSpel> {
                nara(sett.bottom() + 1, ratt.bottom());
     }
 
+    // Of the free cells `celler`, `tomma` are empty, and each empty one shows "Free" in the
+    // table's font.
+    void FriIDeTommaCellerna(std::initializer_list<int> celler, int tomma) {
+        int antal = 0;
+        for (int cell : celler) {
+            if (!L()[cell].Tom())
+                continue;
+            ++antal;
+            QVERIFY2(FriTextI24(cell), qPrintable(QString::number(cell)));
+        }
+        QCOMPARE(antal, tomma);
+    }
+
     // Half the lengthening below a slot's card.
     BPoint Under(int lucka) {
         BRect r = Pos(lucka);
