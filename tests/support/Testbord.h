@@ -117,6 +117,14 @@ template <typename Spel> struct Testbord {
 
     // The entry at place `plats` (1-based) of the game's stored table.
     HighScoreTable Post(int plats) { return LasHiscore(spel->SpelNummer())[plats - 1]; }
+    // The stored table's entries from place `plats` on are empty ones, which show deal `giv`.
+    void TommaPosterFran(int plats, int giv) {
+        HiscoreLista tabell = LasHiscore(spel->SpelNummer());
+        for (int i = plats - 1; i < kHiscorePlatser; ++i) {
+            QVERIFY2(tabell[i].kort == -1, qPrintable(QString::number(i + 1)));
+            QVERIFY2(tabell[i].giv == giv, qPrintable(QString::number(i + 1)));
+        }
+    }
     void GlomHiscore() {
         AttributeStore::Program().RemoveAttr(HiscoreAttributNamn(spel->SpelNummer()).c_str());
     }
