@@ -3,18 +3,16 @@
 #include "cards/Kortlek.h"
 #include "games/Blackhole.h"
 #include "games/BlackholeRegler.h"
-#include "platform/AttributeStore.h"
 #include "platform/SystemTime.h"
-#include "support/Brevlada.h"
 #include "support/Gester.h"
 #include "support/Losare.h"
+#include "support/Spelfall.h"
 #include "support/Testbord.h"
 
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <algorithm>
-#include <cstdlib>
 #include <utility>
 #include <vector>
 
@@ -28,10 +26,11 @@ constexpr unsigned kVinstFro = 12;
 
 using Undo = std::vector<std::pair<int, int>>;
 
+// An emptied table keeps the ace of spades in the hole.
 struct Bord : Testbord<Blackhole> {
-    explicit Bord(bool tomt = true, int bredd = 640, int hojd = 480, bool animera = false,
-                  unsigned fro = kFro)
-        : Testbord<Blackhole>(10, fro, tomt, bredd, hojd, animera) {
+    explicit Bord(unsigned fro = kFro, bool tomt = true, int bredd = 640, int hojd = 480,
+                  bool animera = false)
+        : Testbord(10, fro, tomt, bredd, hojd, animera) {
         if (tomt)
             Lagg(0, SPADER, 1);
     }
@@ -60,14 +59,7 @@ class TestBlackhole : public QObject {
     QTemporaryDir dataMapp;
 
 private slots:
-    void initTestCase() {
-        QVERIFY(dataMapp.isValid());
-        AttributeStore::SetDataDirectory(dataMapp.path().toStdString());
-        auto vy = VyMedSpel(10, kFro, 640, 480);
-        QVERIFY(dynamic_cast<Blackhole*>(vy->Spel()) != nullptr);
-        QCOMPARE(vy->Spel()->SpelNummer(), 10);
-        QCOMPARE(static_cast<int>(vy->Spel()->Luckor().size()), 172);
-    }
+    void initTestCase() { BorjaSpeltest<Blackhole>(dataMapp, 10, 172); }
 
     void cleanup() { SattKlocka({}); }
 
@@ -79,18 +71,20 @@ private slots:
         // ch = (479 − 40) / 11 = 39 and cw = (639 − 20) / 10 = 61, both raised to 70.
         QCOMPARE(u.cw, 70);
         QCOMPARE(u.ch, 70);
-        QCOMPARE(l[52].GePos(), BRect(5, 5, 75, 75));
-        QCOMPARE(l[54].GePos(), BRect(5, 65, 75, 135));
-        QCOMPARE(l[55].GePos(), BRect(5, 95, 75, 165));
-        QCOMPARE(l[84].GePos(), BRect(605, 5, 675, 75));
-        // The lower row at 3·75 + 5.
-        QCOMPARE(l[88].GePos(), BRect(5, 230, 75, 300));
-        QCOMPARE(l[116].GePos(), BRect(530, 230, 600, 300));
-        QCOMPARE(l[118].GePos(), BRect(530, 290, 600, 360));
-        QCOMPARE(l[0].GePos(), BRect(305, 150, 375, 220));
-        QCOMPARE(l[51].GePos(), l[0].GePos());
-        QCOMPARE(l[120].GePos(), BRect(605, 230, 675, 300));
-        QCOMPARE(l[171].GePos(), BRect(605, 281, 675, 351));
+        LiggerVid(l, {
+                         {52, BRect(5, 5, 75, 75)},
+                         {54, BRect(5, 65, 75, 135)},
+                         {55, BRect(5, 95, 75, 165)},
+                         {84, BRect(605, 5, 675, 75)},
+                         // The lower row at 3·75 + 5.
+                         {88, BRect(5, 230, 75, 300)},
+                         {116, BRect(530, 230, 600, 300)},
+                         {118, BRect(530, 290, 600, 360)},
+                         {0, BRect(305, 150, 375, 220)},
+                         {51, l[0].GePos()},
+                         {120, BRect(605, 230, 675, 300)},
+                         {171, BRect(605, 281, 675, 351)},
+                     });
     }
 
     void utlaggVid1280x1024() {
@@ -99,29 +93,27 @@ private slots:
         // ch = 983 / 11 = 89, cw = 1259 / 10 = 125; u = 130, v = 94.
         QCOMPARE(u.cw, 125);
         QCOMPARE(u.ch, 89);
-        QCOMPARE(l[53].GePos(), BRect(5, 35, 130, 124));
-        QCOMPARE(l[84].GePos(), BRect(1045, 5, 1170, 94));
-        QCOMPARE(l[90].GePos(), BRect(5, 347, 130, 436));
-        QCOMPARE(l[116].GePos(), BRect(915, 287, 1040, 376));
-        QCOMPARE(l[0].GePos(), BRect(525, 188, 650, 277));
-        QCOMPARE(l[171].GePos(), BRect(1045, 338, 1170, 427));
-        Bord b(false, 1280, 1024);
+        LiggerVid(l, {
+                         {53, BRect(5, 35, 130, 124)},
+                         {84, BRect(1045, 5, 1170, 94)},
+                         {90, BRect(5, 347, 130, 436)},
+                         {116, BRect(915, 287, 1040, 376)},
+                         {0, BRect(525, 188, 650, 277)},
+                         {171, BRect(1045, 338, 1170, 427)},
+                     });
+        Bord b(kFro, false, 1280, 1024);
         QCOMPARE(b.spel->kortPos[0], BRect(1, 1, 125, 89));
     }
 
     // ---- Deal ---------------------------------------------------------------------------
 
     void givetMedSparEssetForst() {
-        Bord b(false);
+        Bord b(kFro, false);
         // The ace of spades out of the new deck, then the shuffle of the other 51.
-        std::srand(kFro);
-        Kortlek lek;
-        Kort ess = lek.GeValtKort(SPADER, 1);
-        QCOMPARE(ess.KortValor(), 1);
-        lek.Blanda();
-        std::vector<Kort> kort;
-        while (lek.AntalKortKvar() > 0)
-            kort.push_back(lek.GeKort());
+        int ess = 0;
+        std::vector<Kort> kort =
+            BlandadLek(kFro, [&](Kortlek& lek) { ess = lek.GeValtKort(SPADER, 1).KortValor(); });
+        QCOMPARE(ess, 1);
         QCOMPARE(static_cast<int>(kort.size()), 51);
         // From the stock's top: fan 0 gets 171, 170, 169 bottom to top, fan 1 the next...
         std::vector<int> platser = GivPlatser();
@@ -135,7 +127,7 @@ private slots:
         QCOMPARE(b.Antal(1, 51), 0);
         QCOMPARE(b.Antal(120, 171), 0);
         for (int f = 0; f < 17; ++f)
-            QVERIFY(b.At(55 + 4 * f).Tom());
+            QVERIFY(b.L()[55 + 4 * f].Tom());
         QCOMPARE(b.spel->KortIHalet(), 1);
         QVERIFY(!b.spel->Has_Undos());
         QCOMPARE(b.spel->Undo(), 0);
@@ -144,24 +136,17 @@ private slots:
 
     void sammaBordMedOchUtanAnimering() {
         SnabbKlocka();
-        Bord utan(false, 640, 480, false);
-        Bord med(false, 640, 480, true);
-        QCOMPARE(Bordet(*med.spel), Bordet(*utan.spel));
-        for (Bord* b : {&utan, &med}) {
+        Bord utan(kFro, false);
+        Bord med(kFro, false, 640, 480, true);
+        auto treKlickOchAngra = [](Bord& b) {
             for (int k = 0; k < 3; ++k) {
-                auto dragen = LagligaDrag(b->spel->Bordet());
+                auto dragen = LagligaDrag(b.spel->Bordet());
                 if (!dragen.empty())
-                    b->Klicka(dragen.front().fran);
+                    b.Klicka(dragen.front().fran);
             }
-            b->spel->Undo();
-        }
-        QCOMPARE(Bordet(*med.spel), Bordet(*utan.spel));
-        // A new deal from the same random numbers.
-        std::srand(kFro);
-        med.spel->NyttSpel(med.vy->Bounds());
-        std::srand(kFro);
-        utan.spel->NyttSpel(utan.vy->Bounds());
-        QCOMPARE(Bordet(*med.spel), Bordet(*utan.spel));
+            return b.spel->Undo();
+        };
+        SammaMedOchUtanAnimering<Bord>(utan, med, {treKlickOchAngra, NyGiv<Bord>(kFro)});
     }
 
     // ---- Moves --------------------------------------------------------------------------
@@ -203,7 +188,7 @@ private slots:
         Bord b;
         b.Lagg(52, RUTER, 2);
         b.Lagg(53, KLOVER, 7);
-        BRect r = b.At(52).GePos();
+        BRect r = b.Pos(52);
         KlickaPa(*b.vy, BPoint(r.left + 20, r.top + 10));
         DraFranTill(*b.vy, BPoint(r.left + 20, r.top + 10), b.Mitten(0));
         QVERIFY(b.Har(52, RUTER, 2));
@@ -215,11 +200,11 @@ private slots:
         b.Lagg(52, RUTER, 2);
         b.Lagg(56, KLOVER, 3);
         b.Klicka(52);
-        QVERIFY(b.At(52).Tom());
+        QVERIFY(b.L()[52].Tom());
         // Nothing goes onto the emptied fan, by drop or click.
         DraFranTill(*b.vy, b.Mitten(56), b.Mitten(52));
         KlickaPa(*b.vy, b.Mitten(52));
-        QVERIFY(b.At(52).Tom());
+        QVERIFY(b.L()[52].Tom());
         QVERIFY(b.Har(56, KLOVER, 3));
         for (const Drag& d : LagligaDrag(b.spel->Bordet()))
             QVERIFY(d.till >= 0 && d.till <= 51);
@@ -232,7 +217,7 @@ private slots:
         Bord b;
         b.Lagg(52, RUTER, 2);
         b.Lagg(56, KLOVER, 9);
-        BRect hal = b.At(0).GePos();
+        BRect hal = b.Pos(0);
         DraFranTill(*b.vy, b.Mitten(52), BPoint(620, 460));
         DraFranTill(*b.vy, b.Mitten(52), b.Mitten(56));
         DraFranTill(*b.vy, b.Mitten(52), BPoint(hal.left + 10, hal.bottom + 5));
@@ -248,8 +233,6 @@ private slots:
 
     void klartNarDetFemtioandraKortetLandar() {
         Bord b;
-        Brevlada brevlada;
-        b.vy->window()->installEventFilter(&brevlada);
         // 51 cards in the hole, the four of clubs on top; the five of hearts on a fan.
         int i = 1;
         for (int farg = 0; farg < 4; ++farg)
@@ -269,11 +252,11 @@ private slots:
         QVERIFY(b.spel->KlarSpel());
         QCOMPARE(b.spel->KortIHalet(), 52);
         QCoreApplication::sendPostedEvents();
-        QCOMPARE(brevlada.klart, 1);
+        QCOMPARE(b.brevlada->klart, 1);
     }
 
     void angraTillbakaTillGivet() {
-        Bord b(false, 1280, 1024);
+        Bord b(kFro, false, 1280, 1024);
         auto givet = Bordet(*b.spel);
         for (int k = 0; k < 4; ++k) {
             auto dragen = LagligaDrag(b.spel->Bordet());
@@ -282,9 +265,7 @@ private slots:
             b.Klicka(dragen.back().fran);
         }
         QVERIFY(b.spel->Has_Undos());
-        const int antal = static_cast<int>(b.spel->UndoLista().size());
-        while (b.spel->Has_Undos())
-            b.spel->Undo();
+        const int antal = b.AngraAllt();
         QCOMPARE(Bordet(*b.spel), givet);
         QCOMPARE(b.spel->AntalUndo(), antal);
     }
@@ -292,32 +273,16 @@ private slots:
     // ---- Won game and hiscore -----------------------------------------------------------
 
     void vinnerGenomRiktigtSpel() {
-        Bord b(false, 1280, 1024, false, kVinstFro);
-        Brevlada brevlada;
-        b.vy->window()->installEventFilter(&brevlada);
+        Bord b(kVinstFro, false, 1280, 1024);
         auto vag = SokVinst(Regler(), b.spel->Tabell(), 300000, KortNyckel, FullastForst);
         QVERIFY(vag.has_value());
         QCOMPARE(static_cast<int>(vag->size()), 51);
-        for (const Drag& d : *vag) {
-            std::optional<Gest> gest = b.spel->GestFor(d);
-            QVERIFY2(gest.has_value(), Beskriv(d).c_str());
-            GorGest(*b.vy, *gest);
-            QVERIFY2(!b.At(d.till).Tom() && b.At(d.fran).Tom(), Beskriv(d).c_str());
-        }
-        QVERIFY(b.spel->KlarSpel());
-        QCoreApplication::sendPostedEvents();
-        QCOMPARE(brevlada.klart, 1);
-        AttributeStore::Program().RemoveAttr("FJOLK:Spel10");
-        QCOMPARE(b.spel->AddHiscore(), 1);
-        HiscoreLista tabell = LasHiscore(10);
-        QCOMPARE(static_cast<int>(tabell[0].kort), 52);
-        QCOMPARE(static_cast<int>(tabell[0].giv), 1);
-        QCOMPARE(tabell[0].angra, 0);
+        b.VinnGenomVyn(*vag, 52, 1);
     }
 
     void hiscoreRaknarKortIHaletOchAngra() {
-        AttributeStore::Program().RemoveAttr("FJOLK:Spel10");
-        Bord g(false);
+        Bord g(kFro, false);
+        g.GlomHiscore();
         QCOMPARE(g.spel->AddHiscore(), 1);
         Bord b;
         b.Lagg(52, RUTER, 2);

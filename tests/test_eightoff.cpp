@@ -4,17 +4,14 @@
 #include "games/EightoffRegler.h"
 #include "games/KolumnRegler.h"
 #include "games/KolumnSpel.h"
-#include "platform/AttributeStore.h"
-#include "platform/Meddelande.h"
-#include "support/Brevlada.h"
 #include "support/Gester.h"
 #include "support/KolumnBord.h"
+#include "support/Spelfall.h"
 
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <algorithm>
-#include <memory>
 #include <utility>
 #include <vector>
 
@@ -26,9 +23,9 @@ namespace {
 constexpr unsigned kFro = 3;
 
 struct Bord : KolumnBord {
-    explicit Bord(bool tomt = true, int bredd = 640, int hojd = 480, bool animera = false,
-                  unsigned fro = kFro)
-        : KolumnBord(9, tomt, bredd, hojd, animera, fro) {}
+    explicit Bord(unsigned fro = kFro, bool tomt = true, int bredd = 640, int hojd = 480,
+                  bool animera = false)
+        : KolumnBord(9, fro, tomt, bredd, hojd, animera) {}
 };
 
 } // namespace
@@ -39,27 +36,12 @@ class TestEightoff : public QObject {
     QTemporaryDir dataMapp;
 
 private slots:
-    void initTestCase() {
-        QVERIFY(dataMapp.isValid());
-        AttributeStore::SetDataDirectory(dataMapp.path().toStdString());
-        auto vy = VyMedSpel(9, kFro, 640, 480);
-        QVERIFY(dynamic_cast<Eightoff*>(vy->Spel()) != nullptr);
-        QCOMPARE(vy->Spel()->SpelNummer(), 9);
-        QCOMPARE(static_cast<int>(vy->Spel()->Luckor().size()), 296);
-    }
+    void initTestCase() { BorjaSpeltest<Eightoff>(dataMapp, 9, 296); }
 
     // "Free" in each empty free cell is drawn in the table's font at 24 pixels.
     void friTextenIBordetsFont() {
-        Bord b(false);
-        int tomma = 0;
-        for (int i = 0; i < 8; ++i) {
-            int cell = 176 + 2 * i;
-            if (!b.L()[cell].Tom())
-                continue;
-            ++tomma;
-            QVERIFY2(b.FriTextI24(cell), qPrintable(QString::number(cell)));
-        }
-        QCOMPARE(tomma, 4);
+        Bord b(kFro, false);
+        b.FriIDeTommaCellerna({176, 178, 180, 182, 184, 186, 188, 190}, 4);
     }
 
     void utlaggMedTvaRaderOverKolumnerna() {
@@ -67,17 +49,19 @@ private slots:
         Rutnat u = RaknaUtLuckor(l, BRect(0, 0, 639, 479));
         QCOMPARE(u.w, 70);
         QCOMPARE(u.h, 70);
-        QCOMPARE(l[0].GePos(), BRect(5, 155, 75, 225));
-        QCOMPARE(l[23].GePos(), BRect(80, 185, 150, 255));
-        QCOMPARE(l[176].GePos(), BRect(5, 80, 75, 150));
-        QCOMPARE(l[191].GePos(), BRect(530, 80, 600, 150));
-        QCOMPARE(l[192].GePos(), BRect(155, 5, 225, 75));
-        QCOMPARE(l[243].GePos(), BRect(380, 5, 450, 75));
-        QCOMPARE(l[244].GePos(), BRect(605, 145, 675, 215));
+        LiggerVid(l, {
+                         {0, BRect(5, 155, 75, 225)},
+                         {23, BRect(80, 185, 150, 255)},
+                         {176, BRect(5, 80, 75, 150)},
+                         {191, BRect(530, 80, 600, 150)},
+                         {192, BRect(155, 5, 225, 75)},
+                         {243, BRect(380, 5, 450, 75)},
+                         {244, BRect(605, 145, 675, 215)},
+                     });
     }
 
     void givetFyllerSexRaderOchFyraFriceller() {
-        Bord b(false);
+        Bord b(kFro, false);
         for (int c = 0; c < kKolumner; ++c) {
             for (int p = 0; p < 6; ++p)
                 QVERIFY(!b.L()[c * kPlatserPerKolumn + p].Tom());
@@ -183,7 +167,7 @@ private slots:
         for (int k = 0; k < 6; ++k)
             b.Lagg(231 + k, SPADER, k + 1);
         b.Lagg(0, SPADER, 7);
-        DraFranTill(*b.vy, b.Band(0), Mitt(b.L()[231].GePos()));
+        DraFranTill(*b.vy, b.Band(0), b.Mitten(231));
         QVERIFY(b.Har(0, SPADER, 7));
         QVERIFY(b.L()[237].Tom());
         KlickaPa(*b.vy, b.Band(0));
@@ -196,7 +180,7 @@ private slots:
         for (int k = 0; k < 5; ++k)
             b.Lagg(231 + k, SPADER, k + 1);
         b.Lagg(0, SPADER, 6);
-        DraFranTill(*b.vy, b.Band(0), Mitt(b.L()[231].GePos()));
+        DraFranTill(*b.vy, b.Band(0), b.Mitten(231));
         QVERIFY(b.Har(236, SPADER, 6));
     }
 
@@ -205,7 +189,7 @@ private slots:
         b.Kungar({1, 2, 3, 4, 5, 6, 7});
         b.Lagg(186, KLOVER, 5);
         b.Lagg(0, KLOVER, 6);
-        DraFranTill(*b.vy, b.Band(0), Mitt(b.L()[186].GePos()));
+        DraFranTill(*b.vy, b.Band(0), b.Mitten(186));
         QVERIFY(b.Har(187, KLOVER, 6));
         QCOMPARE(b.spel->UndoLista().back(), std::make_pair(0, 187));
         b.spel->Undo();
@@ -217,7 +201,7 @@ private slots:
         Bord b;
         b.Kungar({1, 2, 3, 4, 5, 6, 7});
         b.Lagg(0, HJARTER, 1);
-        DraFranTill(*b.vy, b.Band(0), Mitt(b.L()[218].GePos()));
+        DraFranTill(*b.vy, b.Band(0), b.Mitten(218));
         QVERIFY(b.Har(218, HJARTER, 1));
     }
 
@@ -226,7 +210,7 @@ private slots:
         QVERIFY(std::find(lista.begin(), lista.end(), 198) != lista.end());
         QVERIFY(std::find(lista.begin(), lista.end(), 190) == lista.end());
         // With the flight on, a card clicked into free cell 190 and undone goes home.
-        Bord b(true, 640, 480, true);
+        Bord b(kFro, true, 640, 480, true);
         b.Kungar({1, 2, 3, 4, 5, 6, 7});
         b.Lagg(0, HJARTER, 9);
         for (int i = 176; i <= 188; i += 2)
@@ -254,31 +238,25 @@ private slots:
         b.Lagg(193, HJARTER, 2);
         b.Lagg(231, SPADER, 1);
         b.Lagg(184, KLOVER, 1); // a free cell, not a foundation
-        AttributeStore::Program().RemoveAttr("FJOLK:Spel9");
+        b.GlomHiscore();
         QCOMPARE(b.spel->AddHiscore(), 1);
-        HiscoreLista tabell;
-        QCOMPARE(AttributeStore::Program().ReadAttr("FJOLK:Spel9", B_RAW_TYPE, 0, tabell.data(),
-                                                    sizeof tabell),
-                 static_cast<ssize_t>(sizeof tabell));
-        QCOMPARE(static_cast<int>(tabell[0].kort), 3);
-        QCOMPARE(static_cast<int>(tabell[0].giv), 1);
+        QCOMPARE(static_cast<int>(b.Post(1).kort), 3);
+        QCOMPARE(static_cast<int>(b.Post(1).giv), 1);
     }
 
     void sammaBordMedOchUtanAnimering() {
-        Bord utan(false, 640, 480, false);
-        Bord med(false, 640, 480, true);
-        QCOMPARE(Bordet(*med.spel), Bordet(*utan.spel));
+        Bord utan(kFro, false);
+        Bord med(kFro, false, 640, 480, true);
+        SammaMedOchUtanAnimering<Bord>(utan, med, {});
     }
 
     void angraTillbakaTillGivet() {
-        Bord b(false, 1280, 1024);
+        Bord b(kFro, false, 1280, 1024);
         auto givet = Bordet(*b.spel);
         KlickaPa(*b.vy, b.Band(5));
         KlickaPa(*b.vy, b.Band(27));
-        DraFranTill(*b.vy, b.Band(49), Mitt(b.L()[188].GePos()));
-        QVERIFY(b.spel->UndoLista().size() >= 3);
-        while (b.spel->Has_Undos())
-            b.spel->Undo();
+        DraFranTill(*b.vy, b.Band(49), b.Mitten(188));
+        QVERIFY(b.AngraAllt() >= 3);
         QCOMPARE(Bordet(*b.spel), givet);
     }
 };

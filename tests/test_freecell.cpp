@@ -1,21 +1,15 @@
 #include "app/FjolkView.h"
-#include "cards/Hiscore.h"
-#include "cards/Kortlek.h"
 #include "games/Freecell.h"
 #include "games/FreecellRegler.h"
 #include "games/KolumnRegler.h"
 #include "games/KolumnSpel.h"
-#include "platform/AttributeStore.h"
-#include "platform/Meddelande.h"
-#include "support/Brevlada.h"
 #include "support/Gester.h"
 #include "support/KolumnBord.h"
+#include "support/Spelfall.h"
 
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <cstdlib>
-#include <memory>
 #include <utility>
 #include <vector>
 
@@ -29,9 +23,9 @@ constexpr unsigned kFro = 3;
 constexpr unsigned kVinstFro = 29;
 
 struct Bord : KolumnBord {
-    explicit Bord(bool tomt = true, int bredd = 640, int hojd = 480, bool animera = false,
-                  unsigned fro = kFro)
-        : KolumnBord(8, tomt, bredd, hojd, animera, fro) {}
+    explicit Bord(unsigned fro = kFro, bool tomt = true, int bredd = 640, int hojd = 480,
+                  bool animera = false)
+        : KolumnBord(8, fro, tomt, bredd, hojd, animera) {}
 };
 
 } // namespace
@@ -42,23 +36,13 @@ class TestFreecell : public QObject {
     QTemporaryDir dataMapp;
 
 private slots:
-    void initTestCase() {
-        QVERIFY(dataMapp.isValid());
-        AttributeStore::SetDataDirectory(dataMapp.path().toStdString());
-        auto vy = VyMedSpel(8, kFro, 640, 480);
-        QVERIFY(dynamic_cast<Freecell*>(vy->Spel()) != nullptr);
-        QCOMPARE(vy->Spel()->SpelNummer(), 8);
-        QCOMPARE(static_cast<int>(vy->Spel()->Luckor().size()), 288);
-    }
+    void initTestCase() { BorjaSpeltest<Freecell>(dataMapp, 8, 288); }
 
     // "Free" in an empty free cell is drawn in the table's font at 24 pixels, as the other
     // texts on the table are.
     void friTextenIBordetsFont() {
-        Bord b(false);
-        for (int cell : {176, 178, 180, 182}) {
-            QVERIFY(b.L()[cell].Tom());
-            QVERIFY2(b.FriTextI24(cell), qPrintable(QString::number(cell)));
-        }
+        Bord b(kFro, false);
+        b.FriIDeTommaCellerna({176, 178, 180, 182}, 4);
     }
 
     void utlaggVidMinstaStorlek() {
@@ -66,16 +50,18 @@ private slots:
         Rutnat u = RaknaUtLuckor(l, BRect(0, 0, 639, 479));
         QCOMPARE(u.w, 70);
         QCOMPARE(u.h, 70);
-        QCOMPARE(l[0].GePos(), BRect(5, 80, 75, 150));
-        QCOMPARE(l[1].GePos(), BRect(5, 110, 75, 180));
-        QCOMPARE(l[176].GePos(), BRect(5, 5, 75, 75));
-        QCOMPARE(l[177].GePos(), l[176].GePos());
-        QCOMPARE(l[182].GePos(), BRect(230, 5, 300, 75));
-        QCOMPARE(l[184].GePos(), BRect(305, 5, 375, 75));
-        QCOMPARE(l[196].GePos(), l[184].GePos());
-        QCOMPARE(l[235].GePos(), BRect(530, 5, 600, 75));
-        QCOMPARE(l[236].GePos(), BRect(605, 145, 675, 215));
-        QCOMPARE(l[287].GePos(), BRect(605, 196, 675, 266));
+        LiggerVid(l, {
+                         {0, BRect(5, 80, 75, 150)},
+                         {1, BRect(5, 110, 75, 180)},
+                         {176, BRect(5, 5, 75, 75)},
+                         {177, l[176].GePos()},
+                         {182, BRect(230, 5, 300, 75)},
+                         {184, BRect(305, 5, 375, 75)},
+                         {196, l[184].GePos()},
+                         {235, BRect(530, 5, 600, 75)},
+                         {236, BRect(605, 145, 675, 215)},
+                         {287, BRect(605, 196, 675, 266)},
+                     });
     }
 
     void utlaggVidStorstaStorlek() {
@@ -83,13 +69,15 @@ private slots:
         Rutnat u = RaknaUtLuckor(l, BRect(0, 0, 1279, 1023));
         QCOMPARE(u.w, 125);
         QCOMPARE(u.h, 89);
-        QCOMPARE(l[23].GePos(), BRect(135, 129, 260, 218));
-        QCOMPARE(l[154].GePos(), BRect(915, 99, 1040, 188));
-        QCOMPARE(l[197].GePos(), BRect(655, 5, 780, 94));
+        LiggerVid(l, {
+                         {23, BRect(135, 129, 260, 218)},
+                         {154, BRect(915, 99, 1040, 188)},
+                         {197, BRect(655, 5, 780, 94)},
+                     });
     }
 
     void givetLaggerSjuOchSexKort() {
-        Bord b(false);
+        Bord b(kFro, false);
         for (int c = 0; c < kKolumner; ++c) {
             int antal = 0;
             while (antal < kPlatserPerKolumn && !b.L()[c * kPlatserPerKolumn + antal].Tom())
@@ -106,14 +94,9 @@ private slots:
     }
 
     void givetTarLekensKortIOrdning() {
-        Bord b(false);
+        Bord b(kFro, false);
         // The same shuffle again: the deck's first card lay in deck slot 236.
-        std::srand(kFro);
-        Kortlek lek;
-        lek.Blanda();
-        std::vector<Kort> kort;
-        while (lek.AntalKortKvar() > 0)
-            kort.push_back(lek.GeKort());
+        std::vector<Kort> kort = BlandadLek(kFro);
         for (auto [fran, till] : GivOrdning()) {
             const Kort& k = kort[fran - kForstaLek];
             QVERIFY(b.Har(till, k.KortFarg(), k.KortValor()));
@@ -128,7 +111,7 @@ private slots:
         b.Lagg(1, HJARTER, 8);
         QCOMPARE(Traff(b.L(), b.Band(0)), 0);
         QCOMPARE(Traff(b.L(), b.Band(1)), 1);
-        BRect r = b.L()[1].GePos();
+        BRect r = b.Pos(1);
         QCOMPARE(Traff(b.L(), BPoint(r.left + 5, r.bottom - 5)), 1);
         QCOMPARE(Traff(b.L(), BPoint(r.left + 5, r.bottom + 5)), -1);
     }
@@ -153,7 +136,7 @@ private slots:
         KlickaPa(*b.vy, b.Band(0));
         QVERIFY(b.Har(197, RUTER, 1));
         // An ace on a foundation base moves on to the next empty base.
-        KlickaPa(*b.vy, Mitt(b.L()[197].GePos()));
+        b.Klicka(197);
         QVERIFY(b.Har(210, RUTER, 1));
     }
 
@@ -181,7 +164,7 @@ private slots:
         Bord b;
         b.Kungar({0, 1, 2, 3, 4, 5, 6, 7});
         b.Lagg(180, HJARTER, 9);
-        KlickaPa(*b.vy, Mitt(b.L()[180].GePos()));
+        b.Klicka(180);
         QVERIFY(b.Har(176, HJARTER, 9));
         QVERIFY(b.L()[180].Tom());
     }
@@ -270,7 +253,7 @@ private slots:
         b.Kungar({2, 3, 4, 5, 6, 7});
         b.Lagg(0, RUTER, 5);
         b.Lagg(22, KLOVER, 6);
-        BRect r = b.L()[22].GePos();
+        BRect r = b.Pos(22);
         DraFranTill(*b.vy, b.Band(0), BPoint(r.left + 10, r.bottom + 100));
         QVERIFY(b.Har(23, RUTER, 5));
         DraFranTill(*b.vy, b.Band(23), BPoint(r.left + 10, r.bottom + 101 + 30));
@@ -305,11 +288,8 @@ private slots:
 
     void klickRutanArOsymmetrisk() {
         Bord b;
+        KlickRutanArOsymmetrisk(*b.spel);
         BPoint p(100, 100);
-        QVERIFY(b.spel->LamnatKlickRutan(p, BPoint(96, 100)));
-        QVERIFY(!b.spel->LamnatKlickRutan(p, BPoint(104, 100)));
-        QVERIFY(b.spel->LamnatKlickRutan(p, BPoint(100, 96)));
-        QVERIFY(!b.spel->LamnatKlickRutan(p, BPoint(100, 104)));
         QVERIFY(b.spel->LamnatKlickRutan(p, BPoint(105, 100)));
         QVERIFY(!b.spel->LamnatKlickRutan(p, BPoint(97, 97)));
     }
@@ -324,7 +304,7 @@ private slots:
         TryckSkakaSlapp(*b.vy, b.Band(0));
         QVERIFY(b.Har(176, HJARTER, 2));
         QVERIFY(b.L()[185].Tom());
-        KlickaPa(*b.vy, Mitt(b.L()[176].GePos()));
+        b.Klicka(176);
         QVERIFY(b.Har(185, HJARTER, 2));
     }
 
@@ -351,55 +331,40 @@ private slots:
     }
 
     void sammaBordMedOchUtanAnimering() {
-        Bord utan(false, 640, 480, false);
-        Bord med(false, 640, 480, true);
-        QCOMPARE(Bordet(*med.spel), Bordet(*utan.spel));
+        Bord utan(kFro, false);
+        Bord med(kFro, false, 640, 480, true);
+        SammaMedOchUtanAnimering<Bord>(utan, med, {});
     }
 
     void angraTillbakaTillGivet() {
-        Bord b(false, 1280, 1024);
+        Bord b(kFro, false, 1280, 1024);
         auto givet = Bordet(*b.spel);
         // Column tops into the free cells, then one back.
         KlickaPa(*b.vy, b.Band(6));
         KlickaPa(*b.vy, b.Band(28));
-        DraFranTill(*b.vy, b.Band(5), Mitt(b.L()[180].GePos()));
-        QVERIFY(b.spel->UndoLista().size() >= 3);
-        while (b.spel->Has_Undos())
-            b.spel->Undo();
+        DraFranTill(*b.vy, b.Band(5), b.Mitten(180));
+        QVERIFY(b.AngraAllt() >= 3);
         QCOMPARE(Bordet(*b.spel), givet);
         QVERIFY(b.spel->AntalUndo() >= 3);
     }
 
     void vinnerGenomRiktigtSpel() {
-        Bord b(false, 1280, 1024, false, kVinstFro);
-        Brevlada brevlada;
-        b.vy->window()->installEventFilter(&brevlada);
+        Bord b(kVinstFro, false, 1280, 1024);
         auto drag = Losning(b.L(), 400000);
         QVERIFY(!drag.empty());
         for (auto [fran, till] : drag) {
             Kort kort = b.L()[fran].GeKort();
-            BPoint fatt = Fricell(Planen(), fran) ? Mitt(b.L()[fran].GePos()) : b.Band(fran);
+            BPoint fatt = Fricell(Planen(), fran) ? b.Mitten(fran) : b.Band(fran);
             if (till >= kForstaGrund) {
                 KlickaPa(*b.vy, fatt);
             } else if (Fricell(Planen(), till)) {
-                DraFranTill(*b.vy, fatt, Mitt(b.L()[till].GePos()));
+                DraFranTill(*b.vy, fatt, b.Mitten(till));
             } else {
                 DraFranTill(*b.vy, fatt, b.Under(KolumnBas(till) ? till : till - 1));
             }
             QVERIFY2(b.Har(till, kort.KortFarg(), kort.KortValor()), "move did not land");
         }
-        QVERIFY(b.spel->KlarSpel());
-        QCoreApplication::sendPostedEvents();
-        QCOMPARE(brevlada.klart, 1);
-        AttributeStore::Program().RemoveAttr("FJOLK:Spel8");
-        QCOMPARE(b.spel->AddHiscore(), 1);
-        HiscoreLista tabell;
-        QCOMPARE(AttributeStore::Program().ReadAttr("FJOLK:Spel8", B_RAW_TYPE, 0, tabell.data(),
-                                                    sizeof tabell),
-                 static_cast<ssize_t>(sizeof tabell));
-        QCOMPARE(static_cast<int>(tabell[0].kort), 52);
-        QCOMPARE(static_cast<int>(tabell[0].giv), 1);
-        QCOMPARE(tabell[0].angra, 0);
+        b.VunnetMedEttBesked(52, 1);
     }
 };
 

@@ -5,21 +5,16 @@
 #include "games/GladjespridarenRegler.h"
 #include "games/KolumnRegler.h"
 #include "games/KolumnSpel.h"
-#include "platform/AttributeStore.h"
 #include "support/Gester.h"
 #include "support/KolumnBord.h"
 #include "support/Losare.h"
-#include "support/SpelBordet.h"
-#include "support/Vagen.h"
+#include "support/Spelfall.h"
 
 #include <QColor>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <algorithm>
-#include <cstdlib>
-#include <cstring>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -34,9 +29,9 @@ constexpr unsigned kFro = 3;
 constexpr unsigned kVinstFro = 13;
 
 struct Bord : KolumnBord {
-    explicit Bord(bool tomt = true, int bredd = 640, int hojd = 480, bool animera = false,
-                  unsigned fro = kFro)
-        : KolumnBord(5, tomt, bredd, hojd, animera, fro) {}
+    explicit Bord(unsigned fro = kFro, bool tomt = true, int bredd = 640, int hojd = 480,
+                  bool animera = false)
+        : KolumnBord(5, fro, tomt, bredd, hojd, animera) {}
     int Reserv(int k) { return kForstaReserv + 22 * k; }
     int Grund(int f) { return kForstaGrund + 22 * f; }
 };
@@ -100,12 +95,8 @@ class TestGladjespridaren : public QObject {
 
 private slots:
     void initTestCase() {
-        QVERIFY(dataMapp.isValid());
-        AttributeStore::SetDataDirectory(dataMapp.path().toStdString());
-        Bord b(false);
-        QVERIFY(dynamic_cast<Gladjespridaren*>(b.spel) != nullptr);
-        QCOMPARE(b.spel->SpelNummer(), 5);
-        QCOMPARE(static_cast<int>(b.L().size()), 492);
+        BorjaSpeltest<Gladjespridaren>(dataMapp, 5, 492);
+        Bord b(kFro, false);
         for (const Lucka& l : b.L())
             QVERIFY(!l.BakSida());
     }
@@ -119,24 +110,26 @@ private slots:
         QCOMPARE(u.w, 70);
         QCOMPARE(u.h, 70);
         // Columns from 2h + 3m = 155, 30 pixels a card.
-        QCOMPARE(l[0].GePos(), BRect(5, 155, 75, 225));
-        QCOMPARE(l[1].GePos(), BRect(5, 185, 75, 255));
-        QCOMPARE(l[177].GePos(), BRect(605, 185, 675, 255));
-        QCOMPARE(l[197].GePos(), BRect(605, 785, 675, 855));
-        // Reserve pile k at (k + 1)(w + m), from h + 2m = 80.
-        QCOMPARE(l[198].GePos(), BRect(75, 80, 145, 150));
-        QCOMPARE(l[199].GePos(), BRect(75, 110, 145, 180));
-        QCOMPARE(l[331].GePos(), BRect(525, 110, 595, 180));
-        // Foundation f at f(w + m) + 2w + m + w/2 = 75f + 180.
-        QCOMPARE(l[352].GePos(), BRect(180, 5, 250, 75));
-        QCOMPARE(l[364].GePos(), l[352].GePos());
-        QCOMPARE(l[373].GePos(), l[352].GePos());
-        QCOMPARE(l[374].GePos(), BRect(255, 5, 325, 75));
-        QCOMPARE(l[418].GePos(), BRect(405, 5, 475, 75));
-        QCOMPARE(l[439].GePos(), l[418].GePos());
-        // The deck in the top-left corner, a pixel a card.
-        QCOMPARE(l[440].GePos(), BRect(5, 5, 75, 75));
-        QCOMPARE(l[491].GePos(), BRect(5, 56, 75, 126));
+        LiggerVid(l, {
+                         {0, BRect(5, 155, 75, 225)},
+                         {1, BRect(5, 185, 75, 255)},
+                         {177, BRect(605, 185, 675, 255)},
+                         {197, BRect(605, 785, 675, 855)},
+                         // Reserve pile k at (k + 1)(w + m), from h + 2m = 80.
+                         {198, BRect(75, 80, 145, 150)},
+                         {199, BRect(75, 110, 145, 180)},
+                         {331, BRect(525, 110, 595, 180)},
+                         // Foundation f at f(w + m) + 2w + m + w/2 = 75f + 180.
+                         {352, BRect(180, 5, 250, 75)},
+                         {364, l[352].GePos()},
+                         {373, l[352].GePos()},
+                         {374, BRect(255, 5, 325, 75)},
+                         {418, BRect(405, 5, 475, 75)},
+                         {439, l[418].GePos()},
+                         // The deck in the top-left corner, a pixel a card.
+                         {440, BRect(5, 5, 75, 75)},
+                         {491, BRect(5, 56, 75, 126)},
+                     });
     }
 
     void utlaggVid1280x1024() {
@@ -145,19 +138,21 @@ private slots:
         Rutnat u = RaknaUtLuckor(l, BRect(0, 0, 1279, 1023));
         QCOMPARE(u.w, 125);
         QCOMPARE(u.h, 89);
-        QCOMPARE(l[23].GePos(), BRect(135, 223, 260, 312));
-        QCOMPARE(l[176].GePos(), BRect(1045, 193, 1170, 282));
-        QCOMPARE(l[220].GePos(), BRect(260, 99, 385, 188));
-        QCOMPARE(l[330].GePos(), BRect(910, 99, 1035, 188));
-        QCOMPARE(l[386].GePos(), BRect(447, 5, 572, 94));
-        QCOMPARE(l[430].GePos(), BRect(707, 5, 832, 94));
-        QCOMPARE(l[491].GePos(), BRect(5, 56, 130, 145));
+        LiggerVid(l, {
+                         {23, BRect(135, 223, 260, 312)},
+                         {176, BRect(1045, 193, 1170, 282)},
+                         {220, BRect(260, 99, 385, 188)},
+                         {330, BRect(910, 99, 1035, 188)},
+                         {386, BRect(447, 5, 572, 94)},
+                         {430, BRect(707, 5, 832, 94)},
+                         {491, BRect(5, 56, 130, 145)},
+                     });
     }
 
     // ---- The deal -------------------------------------------------------------------------
 
     void givetLaggerNioTillEttOchReserverna() {
-        Bord b(false);
+        Bord b(kFro, false);
         for (int c = 0; c < GladjespridarenRegler::kKolumner; ++c) {
             int antal = 0;
             while (antal < kPlatserPerKolumn && !b.L()[c * kPlatserPerKolumn + antal].Tom())
@@ -180,7 +175,7 @@ private slots:
     }
 
     void givetTarLekensKortIOrdning() {
-        Bord b(false);
+        Bord b(kFro, false);
         std::vector<Kort> kort = BlandadLek(kFro);
         for (auto [fran, till] : GivOrdning()) {
             const Kort& k = kort[fran - kForstaLek];
@@ -291,16 +286,16 @@ private slots:
         b.Lagg(b.Reserv(0), RUTER, 8);
         b.Lagg(b.Reserv(1), SPADER, 7);
         // Released on its own pile: the pile takes nothing, not even its own card.
-        DraFranTill(*b.vy, Mitt(b.L()[b.Reserv(0)].GePos()), Mitt(b.L()[b.Reserv(0)].GePos()));
+        DraFranTill(*b.vy, b.Mitten(b.Reserv(0)), b.Mitten(b.Reserv(0)));
         QVERIFY(b.Har(b.Reserv(0), RUTER, 8));
         QVERIFY(b.spel->UndoLista().empty());
-        KlickaPa(*b.vy, Mitt(b.L()[b.Reserv(0)].GePos()));
+        b.Klicka(b.Reserv(0));
         QVERIFY(b.Har(1, RUTER, 8));
         QVERIFY(b.L()[b.Reserv(0)].Tom());
         // The seven fits on the eight, not on the empty pile it is dropped over.
-        DraFranTill(*b.vy, Mitt(b.L()[b.Reserv(1)].GePos()), Mitt(b.L()[b.Reserv(0)].GePos()));
+        DraFranTill(*b.vy, b.Mitten(b.Reserv(1)), b.Mitten(b.Reserv(0)));
         QVERIFY(b.Har(b.Reserv(1), SPADER, 7));
-        DraFranTill(*b.vy, b.Band(1), Mitt(b.L()[b.Reserv(0)].GePos()));
+        DraFranTill(*b.vy, b.Band(1), b.Mitten(b.Reserv(0)));
         QVERIFY(b.Har(1, RUTER, 8));
         QVERIFY(b.L()[b.Reserv(0)].Tom());
         // A card with nowhere else to go does not go there either.
@@ -317,7 +312,7 @@ private slots:
         b.Lagg(353, HJARTER, 2);
         b.Lagg(354, HJARTER, 3);
         b.Lagg(0, SPADER, 4);
-        BPoint grund = Mitt(b.L()[354].GePos());
+        BPoint grund = b.Mitten(354);
         QCOMPARE(Traff(Planen(), b.L(), grund), -1);
         KlickaPa(*b.vy, grund);
         DraFranTill(*b.vy, grund, b.Under(0));
@@ -332,7 +327,7 @@ private slots:
         b.Kungar({2, 3, 4, 5, 6, 7, 8});
         b.Lagg(0, KLOVER, 10);
         b.Lagg(22, RUTER, 9);
-        BRect r = b.L()[0].GePos();
+        BRect r = b.Pos(0);
         DraFranTill(*b.vy, b.Band(22), BPoint(r.left + 10, r.bottom + 100));
         QVERIFY(b.Har(1, RUTER, 9));
         b.spel->Undo();
@@ -357,17 +352,17 @@ private slots:
     }
 
     void vinnerGenomRiktigtSpel() {
-        Bord b(false, 1280, 1024, false, kVinstFro);
+        Bord b(kVinstFro, false, 1280, 1024);
         auto vag = SokVinst(Regler(), b.spel->Tabell(), 20000, Stallningen, Ordna);
         QVERIFY(vag.has_value());
-        VinnGenomVyn(*b.vy, *vag, 52, 1);
+        b.VinnGenomVyn(*vag, 52, 1);
     }
 
     // ---- Hiscore --------------------------------------------------------------------------
 
     void hiscoreRaknarKortenPaGrunderna() {
-        AttributeStore::Program().RemoveAttr("FJOLK:Spel5");
         Bord b;
+        b.GlomHiscore();
         b.Lagg(352, HJARTER, 1);
         b.Lagg(353, HJARTER, 2);
         b.Lagg(418, SPADER, 1);
@@ -379,10 +374,7 @@ private slots:
         QCOMPARE(static_cast<int>(tabell[0].kort), 3);
         QCOMPARE(static_cast<int>(tabell[0].giv), 1);
         QCOMPARE(tabell[0].angra, 4);
-        for (int i = 1; i < kHiscorePlatser; ++i) {
-            QCOMPARE(static_cast<int>(tabell[i].kort), -1);
-            QCOMPARE(static_cast<int>(tabell[i].giv), 1);
-        }
+        b.TommaPosterFran(2, 1);
         // The same cards and undos again: the new result goes above the stored one.
         b.spel->BordForTest().antalUndo = 4;
         QCOMPARE(b.spel->AddHiscore(), 1);
@@ -406,11 +398,7 @@ private slots:
     void tommaReserverHarIngenKantlinje() {
         Bord b;
         b.vy->InvalidateOffscreen();
-        const QImage& bild = b.vy->OffBitmap();
-        auto vansterKant = [&](int lucka) {
-            BRect r = b.L()[lucka].GePos();
-            return QColor(bild.pixel(static_cast<int>(r.left), static_cast<int>(Mitt(r).y)));
-        };
+        auto vansterKant = [&](int lucka) { return b.Pixel(b.VansterKant(lucka)); };
         const QColor gront(0, 160, 0);
         QVERIFY(vansterKant(0) != gront);
         QVERIFY(vansterKant(88) != gront);
@@ -423,34 +411,29 @@ private slots:
     // ---- Animation and undo ---------------------------------------------------------------
 
     void sammaBordMedOchUtanAnimering() {
-        std::vector<LuckaBild> giv[2], flytt[2], angrat[2];
-        for (int a = 0; a < 2; ++a) {
-            Bord b(false, 640, 480, a == 1);
-            giv[a] = Bordet(*b.spel);
+        Bord utan(kFro, false);
+        Bord med(kFro, false, 640, 480, true);
+        auto tvaKlick = [](Bord& b) {
             for (int i = 0; i <= kSistaTraff && b.spel->UndoLista().size() < 2; ++i)
                 if (Topp(b.L(), i))
-                    KlickaPa(*b.vy, Mitt(b.L()[i].GePos()));
-            flytt[a] = Bordet(*b.spel);
-            while (b.spel->Has_Undos())
-                b.spel->Undo();
-            angrat[a] = Bordet(*b.spel);
-        }
-        QCOMPARE(giv[1], giv[0]);
-        QCOMPARE(flytt[1], flytt[0]);
-        QVERIFY(flytt[0] != giv[0]);
-        QCOMPARE(angrat[1], angrat[0]);
-        QCOMPARE(angrat[0], giv[0]);
+                    b.Klicka(i);
+            return 0;
+        };
+        auto angraAllt = [](Bord& b) { return b.AngraAllt(); };
+        std::vector<std::vector<LuckaBild>> bilder;
+        SammaMedOchUtanAnimering<Bord>(utan, med, {tvaKlick, angraAllt}, &bilder);
+        QCOMPARE(static_cast<int>(bilder.size()), 3);
+        QVERIFY(bilder[1] != bilder[0]);
+        QCOMPARE(bilder[2], bilder[0]);
     }
 
     void angraTillbakaTillGivet() {
-        Bord b(false, 1280, 1024);
+        Bord b(kFro, false, 1280, 1024);
         auto givet = Bordet(*b.spel);
         for (int i = 0; i <= kSistaTraff && b.spel->UndoLista().size() < 3; ++i)
             if (Topp(b.L(), i))
-                KlickaPa(*b.vy, Mitt(b.L()[i].GePos()));
-        QVERIFY(!b.spel->UndoLista().empty());
-        while (b.spel->Has_Undos())
-            b.spel->Undo();
+                b.Klicka(i);
+        QVERIFY(b.AngraAllt() >= 1);
         QCOMPARE(Bordet(*b.spel), givet);
     }
 };

@@ -4,18 +4,16 @@
 #include "cards/Luckor.h"
 #include "games/Godnattvalsen.h"
 #include "games/GodnattvalsenRegler.h"
-#include "platform/AttributeStore.h"
 #include "platform/QtGeometry.h"
-#include "support/Brevlada.h"
 #include "support/Gester.h"
 #include "support/Losare.h"
-#include "support/SpelVy.h"
+#include "support/Spelfall.h"
+#include "support/Testbord.h"
 
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <algorithm>
-#include <cstdlib>
 #include <string>
 #include <utility>
 #include <vector>
@@ -28,9 +26,10 @@ constexpr unsigned kFro = 3;
 // A deal the search below wins.
 constexpr unsigned kVinstFro = 189;
 
-struct Bord : SpelVy<Godnattvalsen> {
-    explicit Bord(unsigned fro = kFro, int bredd = 640, int hojd = 480, bool animera = false)
-        : SpelVy(2, fro, bredd, hojd, animera) {}
+struct Bord : Testbord<Godnattvalsen> {
+    explicit Bord(unsigned fro = kFro, bool tomt = false, int bredd = 640, int hojd = 480,
+                  bool animera = false)
+        : Testbord(2, fro, tomt, bredd, hojd, animera) {}
     const Stallning& S() { return spel->Bordet(); }
     // A point on the stock that every click leaves inside the part it deals from.
     BPoint Leken() { return BPoint(S().lekRuta.left + 20, S().lekRuta.top + 10); }
@@ -87,12 +86,8 @@ class TestGodnattvalsen : public QObject {
 
 private slots:
     void initTestCase() {
-        QVERIFY(dataMapp.isValid());
-        AttributeStore::SetDataDirectory(dataMapp.path().toStdString());
+        BorjaSpeltest<Godnattvalsen>(dataMapp, 2, 164);
         Bord b;
-        QVERIFY(b.spel != nullptr);
-        QCOMPARE(b.spel->SpelNummer(), 2);
-        QCOMPARE(static_cast<int>(b.L().size()), 164);
         for (int i = 0; i < 164; ++i)
             QCOMPARE(b.L()[i].BakSida(), i >= 112);
     }
@@ -103,14 +98,16 @@ private slots:
         Utlagg u = RaknaUtLuckor(l, BRect(0, 0, 639, 479));
         QCOMPARE(u.w, 112);
         QCOMPARE(u.h, 70);
-        QCOMPARE(l[0].GePos(), BRect(0, 5, 112, 75));
-        QCOMPARE(l[13].GePos(), BRect(0, 31, 112, 101));
-        QCOMPARE(l[28].GePos(), BRect(117, 5, 229, 75));
-        QCOMPARE(l[14].GePos(), BRect(0, 108, 112, 178));
-        QCOMPARE(l[15].GePos(), BRect(0, 140, 112, 210));
-        QCOMPARE(l[111].GePos(), BRect(351, 524, 463, 594));
-        QCOMPARE(l[112].GePos(), BRect(473, 80, 585, 150));
-        QCOMPARE(l[163].GePos(), BRect(473, 182, 585, 252));
+        LiggerVid(l, {
+                         {0, BRect(0, 5, 112, 75)},
+                         {13, BRect(0, 31, 112, 101)},
+                         {28, BRect(117, 5, 229, 75)},
+                         {14, BRect(0, 108, 112, 178)},
+                         {15, BRect(0, 140, 112, 210)},
+                         {111, BRect(351, 524, 463, 594)},
+                         {112, BRect(473, 80, 585, 150)},
+                         {163, BRect(473, 182, 585, 252)},
+                     });
         QCOMPARE(u.lekRuta, BRect(473, 80, 585, 236));
     }
 
@@ -120,27 +117,25 @@ private slots:
         Utlagg u = RaknaUtLuckor(l, BRect(0, 0, 1279, 1023));
         QCOMPARE(u.w, 228);
         QCOMPARE(u.h, 122);
-        QCOMPARE(l[14].GePos(), BRect(0, 160, 228, 282));
-        QCOMPARE(l[84].GePos(), BRect(699, 5, 927, 127));
-        QCOMPARE(l[97].GePos(), BRect(699, 31, 927, 153));
-        QCOMPARE(l[99].GePos(), BRect(699, 192, 927, 314));
-        QCOMPARE(l[112].GePos(), BRect(937, 132, 1165, 254));
+        LiggerVid(l, {
+                         {14, BRect(0, 160, 228, 282)},
+                         {84, BRect(699, 5, 927, 127)},
+                         {97, BRect(699, 31, 927, 153)},
+                         {99, BRect(699, 192, 927, 314)},
+                         {112, BRect(937, 132, 1165, 254)},
+                     });
         QCOMPARE(u.lekRuta, BRect(937, 132, 1165, 340));
-        Bord b(kFro, 1280, 1024);
+        Bord b(kFro, false, 1280, 1024);
         QCOMPARE(b.S().lekKlickRuta, b.S().lekRuta);
     }
 
     void givetLaggerEssenOchEttKortPerHog() {
         Bord b;
-        std::srand(kFro);
-        Kortlek lek;
-        lek.Blanda();
         std::vector<Kort> lekPlatser;
-        for (int i = 0; i < 4; ++i)
-            lekPlatser.push_back(lek.GeEss());
-        std::vector<Kort> ovriga;
-        while (lek.AntalKortKvar() > 0)
-            ovriga.push_back(lek.GeKort());
+        std::vector<Kort> ovriga = BlandadLek(kFro, {}, [&](Kortlek& lek) {
+            for (int i = 0; i < 4; ++i)
+                lekPlatser.push_back(lek.GeEss());
+        });
         lekPlatser.insert(lekPlatser.begin(), ovriga.begin(), ovriga.end());
         // lekPlatser[i] lay in stock slot 112 + i; the four aces on top.
         std::vector<std::pair<int, int>> giv{{163, 0},  {162, 28}, {161, 56}, {160, 84},
@@ -162,8 +157,7 @@ private slots:
     }
 
     void tvaAvVilkenFargSomHelstPaVilketEssSomHelst() {
-        Bord b;
-        b.Tomt();
+        Bord b(kFro, true);
         b.Ess();
         b.Lagg(14, SPADER, 2);
         b.Lagg(42, RUTER, 2);
@@ -181,8 +175,7 @@ private slots:
     }
 
     void grundenTarBaraEttHogre() {
-        Bord b;
-        b.Tomt();
+        Bord b(kFro, true);
         b.Ess();
         b.Lagg(14, HJARTER, 3);
         KlickaPa(*b.vy, b.Botten(14));
@@ -191,7 +184,7 @@ private slots:
         QVERIFY(b.Har(14, HJARTER, 3));
         // Released outside every foundation top: it stays.
         b.Lagg(1, KLOVER, 2);
-        DraFranTill(*b.vy, b.Botten(14), Mitt(b.Pos(43)));
+        DraFranTill(*b.vy, b.Botten(14), b.Mitten(43));
         QVERIFY(b.Har(14, HJARTER, 3));
         DraOchSlappUtanfor(*b.vy, b.Botten(14));
         QVERIFY(b.Har(14, HJARTER, 3));
@@ -201,8 +194,7 @@ private slots:
     }
 
     void grundensKortKanFlyttas() {
-        Bord b;
-        b.Tomt();
+        Bord b(kFro, true);
         b.Ess();
         b.Lagg(1, HJARTER, 2);
         // The foundation's top band belongs to its ace: a run of two, which a click leaves.
@@ -214,8 +206,7 @@ private slots:
     }
 
     void hogkortNarGrundenBaraSomTopp() {
-        Bord b;
-        b.Tomt();
+        Bord b(kFro, true);
         b.Ess();
         b.Lagg(14, HJARTER, 2);
         b.Lagg(15, SPADER, 9);
@@ -224,7 +215,7 @@ private slots:
         // Dragged, the covered card lifts the card above it, and two never go down.
         TryckOchDra(*b.vy, b.Band(14), b.Botten(0));
         QCOMPARE(b.spel->valdaLuckor, (std::vector<int>{14, 15}));
-        QTest::mouseRelease(b.vy.get(), Qt::LeftButton, Qt::NoModifier, ToQPoint(Mitt(b.Pos(0))));
+        QTest::mouseRelease(b.vy.get(), Qt::LeftButton, Qt::NoModifier, ToQPoint(b.Mitten(0)));
         QVERIFY(b.Har(14, HJARTER, 2));
         QVERIFY(b.Har(15, SPADER, 9));
         QVERIFY(b.spel->UndoLista().empty());
@@ -295,8 +286,7 @@ private slots:
     }
 
     void klartNarLekenOchHogarnaArTommaOchKungarnaLigger() {
-        Bord b;
-        b.Tomt();
+        Bord b(kFro, true);
         for (int c = 0; c < 4; ++c)
             for (int v = 1; v <= 13; ++v)
                 b.Lagg(GrundBas(c) + v - 1, static_cast<kortfarg>((c + v) % 4), v);
@@ -312,65 +302,46 @@ private slots:
     }
 
     void tommaPlatserRitasInte() {
-        Bord b;
-        b.Tomt();
+        Bord b(kFro, true);
         b.vy->InvalidateOffscreen();
-        BPoint p = Mitt(b.Pos(14));
-        QCOMPARE(QColor(b.vy->OffBitmap().pixel(int(p.x), int(p.y))), QColor(0, 160, 0));
+        QCOMPARE(b.Pixel(b.Mitten(14)), QColor(0, 160, 0));
         BRect r = b.Pos(0);
-        QCOMPARE(QColor(b.vy->OffBitmap().pixel(int(r.left) + 20, int(r.top))), QColor(0, 160, 0));
+        QCOMPARE(b.Pixel(BPoint(r.left + 20, r.top)), QColor(0, 160, 0));
     }
 
     void sammaBordMedOchUtanAnimering() {
-        Bord utan(kFro, 640, 480, false);
-        Bord med(kFro, 640, 480, true);
-        QCOMPARE(Bordet(*med.spel), Bordet(*utan.spel));
-        for (Bord* b : {&utan, &med}) {
-            KlickaPa(*b->vy, b->Leken());
-            KlickaPa(*b->vy, b->Leken());
-            b->spel->Undo();
-        }
-        QCOMPARE(Bordet(*med.spel), Bordet(*utan.spel));
+        Bord utan;
+        Bord med(kFro, false, 640, 480, true);
+        auto tvaLekklickOchAngra = [](Bord& b) {
+            KlickaPa(*b.vy, b.Leken());
+            KlickaPa(*b.vy, b.Leken());
+            return b.spel->Undo();
+        };
+        SammaMedOchUtanAnimering<Bord>(utan, med, {tvaLekklickOchAngra});
         QCOMPARE(med.spel->AntalUndo(), utan.spel->AntalUndo());
-        std::srand(11);
-        utan.spel->NyttSpel(utan.vy->Bounds());
-        std::srand(11);
-        med.spel->NyttSpel(med.vy->Bounds());
-        QCOMPARE(Bordet(*med.spel), Bordet(*utan.spel));
+        SammaMedOchUtanAnimering<Bord>(utan, med, {NyGiv<Bord>(11)});
     }
 
     void angraTillbakaTillGivet() {
-        Bord b(kVinstFro, 1280, 1024);
+        Bord b(kVinstFro, false, 1280, 1024);
         auto givet = Bordet(*b.spel);
         KlickaPa(*b.vy, b.Leken());
         std::vector<Drag> dragen = Regler().LagligaDrag(b.S());
         for (const Drag& d : dragen)
             if (d.slag == DragSlag::Kort) {
-                QVERIFY(b.GorMedGester({d}));
+                QCOMPARE(b.SpelaGenomVyn({d}), QString());
                 break;
             }
         KlickaPa(*b.vy, b.Leken());
-        QVERIFY(b.spel->UndoLista().size() >= 8);
-        while (b.spel->Has_Undos())
-            b.spel->Undo();
+        QVERIFY(b.AngraAllt() >= 8);
         QCOMPARE(Bordet(*b.spel), givet);
     }
 
     void vinnerGenomRiktigtSpel() {
-        Bord b(kVinstFro, 1280, 1024);
-        Brevlada brevlada;
-        b.vy->window()->installEventFilter(&brevlada);
+        Bord b(kVinstFro, false, 1280, 1024);
         auto vag = SokVinst(Regler(), b.S(), 50000, SokNyckel, SokOrdning);
         QVERIFY(vag.has_value());
-        QVERIFY(b.GorMedGester(*vag));
-        QVERIFY(b.spel->KlarSpel());
-        QCoreApplication::sendPostedEvents();
-        QCOMPARE(brevlada.klart, 1);
-        b.GlomHiscore();
-        QCOMPARE(b.spel->AddHiscore(), 1);
-        QCOMPARE(static_cast<int>(b.Post(1).kort), 52);
-        QCOMPARE(static_cast<int>(b.Post(1).giv), 1);
-        QCOMPARE(b.Post(1).angra, 0);
+        b.VinnGenomVyn(*vag, 52, 1);
     }
 
     void hiscoreRaknarGrundensKortOchFlerAngerForst() {

@@ -1,19 +1,16 @@
 #include "app/FjolkView.h"
 #include "cards/Hiscore.h"
-#include "cards/Kortlek.h"
 #include "games/Strategy.h"
 #include "games/StrategyRegler.h"
-#include "platform/AttributeStore.h"
-#include "support/Brevlada.h"
 #include "support/Gester.h"
 #include "support/Losare.h"
-#include "support/SpelVy.h"
+#include "support/Spelfall.h"
+#include "support/Testbord.h"
 
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <algorithm>
-#include <cstdlib>
 #include <vector>
 
 using namespace StrategyRegler;
@@ -24,9 +21,10 @@ constexpr unsigned kFro = 3;
 // A deal the search below wins.
 constexpr unsigned kVinstFro = 1;
 
-struct Bord : SpelVy<Strategy> {
-    explicit Bord(unsigned fro = kFro, int bredd = 640, int hojd = 480, bool animera = false)
-        : SpelVy(11, fro, bredd, hojd, animera) {}
+struct Bord : Testbord<Strategy> {
+    explicit Bord(unsigned fro = kFro, bool tomt = false, int bredd = 640, int hojd = 480,
+                  bool animera = false)
+        : Testbord(11, fro, tomt, bredd, hojd, animera) {}
     int LekTopp() { return LekensTopp(L()); }
 };
 
@@ -55,12 +53,8 @@ class TestStrategy : public QObject {
 
 private slots:
     void initTestCase() {
-        QVERIFY(dataMapp.isValid());
-        AttributeStore::SetDataDirectory(dataMapp.path().toStdString());
+        BorjaSpeltest<Strategy>(dataMapp, 11, 689);
         Bord b;
-        QVERIFY(b.spel != nullptr);
-        QCOMPARE(b.spel->SpelNummer(), 11);
-        QCOMPARE(static_cast<int>(b.L().size()), 689);
         for (const Lucka& l : b.L())
             QVERIFY(!l.BakSida());
     }
@@ -71,17 +65,19 @@ private slots:
         KolumnRegler::Rutnat r = RaknaUtLuckor(l, BRect(0, 0, 639, 479));
         QCOMPARE(r.w, 70);
         QCOMPARE(r.h, 70);
-        QCOMPARE(l[0].GePos(), BRect(5, 80, 75, 150));
-        QCOMPARE(l[1].GePos(), BRect(5, 110, 75, 180));
-        QCOMPARE(l[53].GePos(), BRect(80, 80, 150, 150));
-        QCOMPARE(l[423].GePos(), BRect(530, 1640, 600, 1710));
-        QCOMPARE(l[424].GePos(), BRect(80, 5, 150, 75));
-        QCOMPARE(l[476].GePos(), BRect(80, 5, 150, 75));
-        QCOMPARE(l[583].GePos(), BRect(305, 5, 375, 75));
-        QCOMPARE(l[635].GePos(), BRect(305, 5, 375, 75));
-        QCOMPARE(l[636].GePos(), BRect(380, 5, 450, 75));
-        QCOMPARE(l[687].GePos(), BRect(533, 5, 603, 75));
-        QCOMPARE(l[688].GePos(), BRect(536, 5, 606, 75));
+        LiggerVid(l, {
+                         {0, BRect(5, 80, 75, 150)},
+                         {1, BRect(5, 110, 75, 180)},
+                         {53, BRect(80, 80, 150, 150)},
+                         {423, BRect(530, 1640, 600, 1710)},
+                         {424, BRect(80, 5, 150, 75)},
+                         {476, BRect(80, 5, 150, 75)},
+                         {583, BRect(305, 5, 375, 75)},
+                         {635, BRect(305, 5, 375, 75)},
+                         {636, BRect(380, 5, 450, 75)},
+                         {687, BRect(533, 5, 603, 75)},
+                         {688, BRect(536, 5, 606, 75)},
+                     });
     }
 
     void utlaggVid1280x1024() {
@@ -90,20 +86,20 @@ private slots:
         KolumnRegler::Rutnat r = RaknaUtLuckor(l, BRect(0, 0, 1279, 1023));
         QCOMPARE(r.w, 125);
         QCOMPARE(r.h, 89);
-        QCOMPARE(l[0].GePos(), BRect(5, 99, 130, 188));
-        QCOMPARE(l[372].GePos(), BRect(915, 129, 1040, 218));
-        QCOMPARE(l[477].GePos(), BRect(265, 5, 390, 94));
-        QCOMPARE(l[636].GePos(), BRect(655, 5, 780, 94));
-        QCOMPARE(l[687].GePos(), BRect(808, 5, 933, 94));
+        LiggerVid(l, {
+                         {0, BRect(5, 99, 130, 188)},
+                         {372, BRect(915, 129, 1040, 218)},
+                         {477, BRect(265, 5, 390, 94)},
+                         {636, BRect(655, 5, 780, 94)},
+                         {687, BRect(808, 5, 933, 94)},
+                     });
     }
 
     void ingetGesUtLekenLiggerIOrdning() {
         Bord b;
-        std::srand(kFro);
-        Kortlek lek;
-        lek.Blanda();
+        std::vector<Kort> kort = BlandadLek(kFro);
         for (int i = kForstaLek; i < kSistaLek; ++i) {
-            Kort k = lek.GeKort();
+            const Kort& k = kort[i - kForstaLek];
             QVERIFY(b.Har(i, k.KortFarg(), k.KortValor()));
         }
         QVERIFY(b.L()[kSistaLek].Tom());
@@ -118,78 +114,74 @@ private slots:
         Bord b;
         Kort forsta = b.L()[687].GeKort();
         // Far below the pile's base, where no card lies.
-        KlickaPa(*b.vy, Mitt(b.Pos(3 * kPerHog + 8)));
+        b.Klicka(3 * kPerHog + 8);
         QVERIFY(b.Har(159, forsta.KortFarg(), forsta.KortValor()));
         QVERIFY(b.L()[687].Tom());
         Kort andra = b.L()[686].GeKort();
-        KlickaPa(*b.vy, Mitt(b.Pos(159)));
+        b.Klicka(159);
         QVERIFY(b.Har(160, andra.KortFarg(), andra.KortValor()));
         std::vector<std::pair<int, int>> vantat{{687, 159}, {686, 160}};
         QCOMPARE(b.spel->UndoLista(), vantat);
         // A click on the stock itself does nothing.
-        KlickaPa(*b.vy, Mitt(b.Pos(685)));
+        b.Klicka(685);
         QCOMPARE(b.LekTopp(), 685);
     }
 
     void grundenTarBaraEttEssMedanLekenRacker() {
-        Bord b;
-        b.Tomt();
+        Bord b(kFro, true);
         b.Lagg(636, HJARTER, 1);
         b.Lagg(637, KLOVER, 5);
-        KlickaPa(*b.vy, Mitt(b.Pos(530)));
+        b.Klicka(530);
         QVERIFY(b.Har(637, KLOVER, 5));
         QVERIFY(b.L()[530].Tom());
         b.L()[637].TaBortKort();
-        KlickaPa(*b.vy, Mitt(b.Pos(530)));
+        b.Klicka(530);
         QVERIFY(b.Har(530, HJARTER, 1));
         // Not onto a foundation that holds a card, not even an ace.
         b.Lagg(636, SPADER, 1);
-        KlickaPa(*b.vy, Mitt(b.Pos(530)));
+        b.Klicka(530);
         QVERIFY(b.Har(636, SPADER, 1));
-        DraFranTill(*b.vy, Mitt(b.Pos(636)), Mitt(b.Pos(583)));
+        DraFranTill(*b.vy, b.Mitten(636), b.Mitten(583));
         QVERIFY(b.Har(583, SPADER, 1));
         QCOMPARE(b.spel->UndoLista().back(), std::make_pair(636, 583));
     }
 
     void draggetIckeEssStannarILeken() {
-        Bord b;
-        b.Tomt();
+        Bord b(kFro, true);
         b.Lagg(636, RUTER, 4);
         b.Lagg(637, HJARTER, 2);
         b.Lagg(424, HJARTER, 1);
-        for (BPoint dit : {Mitt(b.Pos(424)), Mitt(b.Pos(477)), Mitt(b.Pos(0)),
+        for (BPoint dit : {b.Mitten(424), b.Mitten(477), b.Mitten(0),
                            BPoint(b.Pos(424).left + 10, b.Pos(424).bottom + 90)}) {
-            DraFranTill(*b.vy, Mitt(b.Pos(637)), dit);
+            DraFranTill(*b.vy, b.Mitten(637), dit);
             QVERIFY(b.Har(637, HJARTER, 2));
         }
-        DraOchSlappUtanfor(*b.vy, Mitt(b.Pos(637)));
+        DraOchSlappUtanfor(*b.vy, b.Mitten(637));
         QVERIFY(b.Har(637, HJARTER, 2));
         // Only the stock's top card is lifted: a press on the card below it lifts nothing.
-        DraFranTill(*b.vy, BPoint(b.Pos(636).left + 1, b.Pos(636).top + 10), Mitt(b.Pos(477)));
+        DraFranTill(*b.vy, BPoint(b.Pos(636).left + 1, b.Pos(636).top + 10), b.Mitten(477));
         QVERIFY(b.Har(636, RUTER, 4));
         QVERIFY(b.spel->UndoLista().empty());
     }
 
     void enHogRymmerFemtiotreKort() {
-        Bord b;
-        b.Tomt();
+        Bord b(kFro, true);
         for (int p = 0; p < 52; ++p)
             b.Lagg(p, static_cast<kortfarg>(p % 4), p % 13 + 1);
         b.Lagg(636, SPADER, 7);
         b.Lagg(637, SPADER, 8);
-        KlickaPa(*b.vy, Mitt(b.Pos(0)));
+        b.Klicka(0);
         QVERIFY(b.Har(52, SPADER, 8));
-        KlickaPa(*b.vy, Mitt(b.Pos(0)));
+        b.Klicka(0);
         QVERIFY(b.Har(636, SPADER, 7));
         QCOMPARE(static_cast<int>(b.spel->UndoLista().size()), 1);
         // The next pile still takes it.
-        KlickaPa(*b.vy, Mitt(b.Pos(53)));
+        b.Klicka(53);
         QVERIFY(b.Har(53, SPADER, 7));
     }
 
     void tomLekKlickPaTacktKortGorIngenting() {
-        Bord b;
-        b.Tomt();
+        Bord b(kFro, true);
         b.Lagg(0, HJARTER, 2);
         b.Lagg(1, HJARTER, 1);
         KlickaPa(*b.vy, b.Band(0));
@@ -203,8 +195,7 @@ private slots:
     }
 
     void tomLekSlappPaGrundenMenAldrigPaEnHog() {
-        Bord b;
-        b.Tomt();
+        Bord b(kFro, true);
         b.Lagg(0, SPADER, 1);
         b.Lagg(53, SPADER, 2);
         b.Lagg(106, KLOVER, 1);
@@ -213,11 +204,11 @@ private slots:
         BRect f = b.Pos(530);
         DraFranTill(*b.vy, b.Botten(0), BPoint(f.left + 10, f.bottom + 100));
         QVERIFY(b.Har(530, SPADER, 1));
-        DraFranTill(*b.vy, b.Botten(53), Mitt(b.Pos(424)));
+        DraFranTill(*b.vy, b.Botten(53), b.Mitten(424));
         QVERIFY(b.Har(53, SPADER, 2));
-        DraFranTill(*b.vy, b.Botten(106), Mitt(b.Pos(0)));
+        DraFranTill(*b.vy, b.Botten(106), b.Mitten(0));
         QVERIFY(b.Har(106, KLOVER, 1));
-        DraFranTill(*b.vy, b.Botten(53), Mitt(b.Pos(530)));
+        DraFranTill(*b.vy, b.Botten(53), b.Mitten(530));
         QVERIFY(b.Har(531, SPADER, 2));
         // A click sends an ace to the first empty foundation.
         KlickaPa(*b.vy, b.Botten(106));
@@ -228,14 +219,13 @@ private slots:
         Bord b;
         auto fore = b.spel->Tabell().Kopia();
         for (int i : {0, 424, 636, 687, 688})
-            b.spel->SpelKnapp(Mitt(b.Pos(i)));
+            b.spel->SpelKnapp(b.Mitten(i));
         b.spel->SpelKnapp(BPoint(0, 0));
         QVERIFY(b.spel->Tabell().Lika(*fore));
     }
 
     void klartNarAllaFemtiotvaArHemma() {
-        Bord b;
-        b.Tomt();
+        Bord b(kFro, true);
         for (int f = 0; f < 4; ++f)
             for (int v = 1; v <= 13; ++v)
                 b.Lagg(kForstaGrund + kPerHog * f + v - 1, static_cast<kortfarg>(f), v);
@@ -247,51 +237,33 @@ private slots:
     }
 
     void sammaBordMedOchUtanAnimering() {
-        Bord utan(kFro, 640, 480, false);
-        Bord med(kFro, 640, 480, true);
-        QCOMPARE(Bordet(*med.spel), Bordet(*utan.spel));
-        for (Bord* b : {&utan, &med}) {
-            KlickaPa(*b->vy, Mitt(b->Pos(0)));
-            KlickaPa(*b->vy, Mitt(b->Pos(53 * 7)));
-            b->spel->Undo();
-        }
-        QCOMPARE(Bordet(*med.spel), Bordet(*utan.spel));
-        std::srand(9);
-        utan.spel->NyttSpel(utan.vy->Bounds());
-        std::srand(9);
-        med.spel->NyttSpel(med.vy->Bounds());
-        QCOMPARE(Bordet(*med.spel), Bordet(*utan.spel));
+        Bord utan;
+        Bord med(kFro, false, 640, 480, true);
+        auto tvaKlickOchAngra = [](Bord& b) {
+            b.Klicka(0);
+            b.Klicka(53 * 7);
+            return b.spel->Undo();
+        };
+        SammaMedOchUtanAnimering<Bord>(utan, med, {tvaKlickOchAngra, NyGiv<Bord>(9)});
         QCOMPARE(med.spel->AntalUndo(), 0);
     }
 
     void angraTillbakaTillGivet() {
-        Bord b(kFro, 1280, 1024);
+        Bord b(kFro, false, 1280, 1024);
         auto givet = Bordet(*b.spel);
         for (int c : {0, 5, 5, 2})
-            KlickaPa(*b.vy, Mitt(b.Pos(kPerHog * c)));
-        QCOMPARE(static_cast<int>(b.spel->UndoLista().size()), 4);
-        while (b.spel->Has_Undos())
-            b.spel->Undo();
+            b.Klicka(kPerHog * c);
+        QCOMPARE(b.AngraAllt(), 4);
         QCOMPARE(Bordet(*b.spel), givet);
         QCOMPARE(b.spel->AntalUndo(), 4);
     }
 
     void vinnerGenomRiktigtSpel() {
-        Bord b(kVinstFro, 1280, 1024);
-        Brevlada brevlada;
-        b.vy->window()->installEventFilter(&brevlada);
+        Bord b(kVinstFro, false, 1280, 1024);
         auto vag = SokVinst(Regler(), b.spel->Tabell(), 20000, KortNyckel, SokOrdning);
         QVERIFY(vag.has_value());
         QCOMPARE(static_cast<int>(vag->size()), 100);
-        QVERIFY(b.GorMedGester(*vag));
-        QVERIFY(b.spel->KlarSpel());
-        QCoreApplication::sendPostedEvents();
-        QCOMPARE(brevlada.klart, 1);
-        b.GlomHiscore();
-        QCOMPARE(b.spel->AddHiscore(), 1);
-        QCOMPARE(static_cast<int>(b.Post(1).kort), 52);
-        QCOMPARE(static_cast<int>(b.Post(1).giv), 1);
-        QCOMPARE(b.Post(1).angra, 0);
+        b.VinnGenomVyn(*vag, 52, 1);
     }
 
     void hiscoreKortHemmaForsokOchAnger() {
@@ -307,7 +279,7 @@ private slots:
         QCOMPARE(static_cast<int>(b.Post(1).giv), 1);
         QCOMPARE(b.Post(1).angra, 7);
         // The empty rows show deal 3.
-        QCOMPARE(static_cast<int>(b.Post(2).giv), 3);
+        b.TommaPosterFran(2, 3);
         // Fewer undos with the same cards rank higher, fewer cards lower.
         b.spel->BordForTest().antalUndo = 2;
         QCOMPARE(b.spel->AddHiscore(), 1);

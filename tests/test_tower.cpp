@@ -3,18 +3,16 @@
 #include "cards/Kortlek.h"
 #include "games/Tower.h"
 #include "games/TowerRegler.h"
-#include "platform/AttributeStore.h"
 #include "platform/QtGeometry.h"
-#include "support/Brevlada.h"
 #include "support/Gester.h"
 #include "support/Losare.h"
-#include "support/SpelVy.h"
+#include "support/Spelfall.h"
+#include "support/Testbord.h"
 
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <algorithm>
-#include <cstdlib>
 #include <deque>
 #include <map>
 #include <string>
@@ -27,9 +25,10 @@ namespace {
 
 constexpr unsigned kFro = 3;
 
-struct Bord : SpelVy<Tower> {
-    explicit Bord(unsigned fro = kFro, int bredd = 640, int hojd = 480, bool animera = false)
-        : SpelVy(3, fro, bredd, hojd, animera) {}
+struct Bord : Testbord<Tower> {
+    explicit Bord(unsigned fro = kFro, bool tomt = false, int bredd = 640, int hojd = 480,
+                  bool animera = false)
+        : Testbord(3, fro, tomt, bredd, hojd, animera) {}
     // The given values from the base of tower t up, in hearts.
     void Torn(int t, std::vector<int> valorer) {
         for (size_t j = 0; j < valorer.size(); ++j)
@@ -80,12 +79,8 @@ class TestTower : public QObject {
 
 private slots:
     void initTestCase() {
-        QVERIFY(dataMapp.isValid());
-        AttributeStore::SetDataDirectory(dataMapp.path().toStdString());
+        BorjaSpeltest<Tower>(dataMapp, 3, 36);
         Bord b;
-        QVERIFY(b.spel != nullptr);
-        QCOMPARE(b.spel->SpelNummer(), 3);
-        QCOMPARE(static_cast<int>(b.L().size()), 36);
         QVERIFY(b.L().capacity() >= 37);
         for (int i = 0; i < 36; ++i)
             QCOMPARE(b.L()[i].BakSida(), i >= 27);
@@ -97,12 +92,14 @@ private slots:
         Utlagg u = RaknaUtLuckor(l, BRect(0, 0, 639, 479));
         QCOMPARE(u.w, 154);
         QCOMPARE(u.h, 146);
-        QCOMPARE(l[0].GePos(), BRect(0, 5, 154, 151));
-        QCOMPARE(l[1].GePos(), BRect(0, 40, 154, 186));
-        QCOMPARE(l[9].GePos(), BRect(159, 5, 313, 151));
-        QCOMPARE(l[26].GePos(), BRect(318, 285, 472, 431));
-        QCOMPARE(l[27].GePos(), BRect(487, 156, 641, 302));
-        QCOMPARE(l[35].GePos(), BRect(487, 172, 641, 318));
+        LiggerVid(l, {
+                         {0, BRect(0, 5, 154, 151)},
+                         {1, BRect(0, 40, 154, 186)},
+                         {9, BRect(159, 5, 313, 151)},
+                         {26, BRect(318, 285, 472, 431)},
+                         {27, BRect(487, 156, 641, 302)},
+                         {35, BRect(487, 172, 641, 318)},
+                     });
     }
 
     void utlaggVid1280x1024() {
@@ -111,9 +108,11 @@ private slots:
         Utlagg u = RaknaUtLuckor(l, BRect(0, 0, 1279, 1023));
         QCOMPARE(u.w, 314);
         QCOMPARE(u.h, 327);
-        QCOMPARE(l[8].GePos(), BRect(0, 285, 314, 612));
-        QCOMPARE(l[18].GePos(), BRect(638, 5, 952, 332));
-        QCOMPARE(l[27].GePos(), BRect(967, 337, 1281, 664));
+        LiggerVid(l, {
+                         {8, BRect(0, 285, 314, 612)},
+                         {18, BRect(638, 5, 952, 332)},
+                         {27, BRect(967, 337, 1281, 664)},
+                     });
     }
 
     void nioKortEssTillNioAvEnFarg() {
@@ -135,14 +134,10 @@ private slots:
 
     void givetRadForRadOverTornen() {
         Bord b;
-        std::srand(kFro);
-        Kortlek lek;
-        for (int i = 0; i < 43; ++i)
-            lek.GeKort();
-        lek.Blanda();
-        std::vector<Kort> lekPlatser;
-        while (lek.AntalKortKvar() > 0)
-            lekPlatser.push_back(lek.GeKort());
+        std::vector<Kort> lekPlatser = BlandadLek(kFro, [](Kortlek& lek) {
+            for (int i = 0; i < 43; ++i)
+                lek.GeKort();
+        });
         std::vector<std::pair<int, int>> giv{{35, 0},  {34, 9}, {33, 18}, {32, 1}, {31, 10},
                                              {30, 19}, {29, 2}, {28, 11}, {27, 20}};
         for (auto [lekLucka, till] : giv)
@@ -150,8 +145,7 @@ private slots:
     }
 
     void klickSokerRuntTornenFranNasta() {
-        Bord b;
-        b.Tomt();
+        Bord b(kFro, true);
         b.Torn(0, {9});
         b.Torn(1, {8});
         b.Torn(2, {6, 5});
@@ -170,8 +164,7 @@ private slots:
     }
 
     void nianStarBaraPaEnBas() {
-        Bord b;
-        b.Tomt();
+        Bord b(kFro, true);
         b.Torn(0, {2, 9});
         b.Torn(1, {8});
         b.Torn(2, {7});
@@ -185,13 +178,12 @@ private slots:
         DraFranTill(*b.vy, b.Botten(9), b.Botten(18));
         QVERIFY(b.Har(19, HJARTER, 8));
         // An empty tower takes a card dropped on its base.
-        DraFranTill(*b.vy, b.Botten(0), Mitt(b.Pos(9)));
+        DraFranTill(*b.vy, b.Botten(0), b.Mitten(9));
         QVERIFY(b.Har(9, HJARTER, 2));
     }
 
     void slappPaStorreKortEllerTomBas() {
-        Bord b;
-        b.Tomt();
+        Bord b(kFro, true);
         b.Torn(0, {9, 3});
         b.Torn(1, {4});
         b.Torn(2, {2});
@@ -200,20 +192,19 @@ private slots:
         // Onto a smaller card: nothing.
         DraFranTill(*b.vy, b.Botten(1), b.Botten(10));
         QVERIFY(b.Har(1, HJARTER, 3));
-        DraFranTill(*b.vy, b.Botten(1), Mitt(b.Pos(18)));
+        DraFranTill(*b.vy, b.Botten(1), b.Mitten(18));
         QVERIFY(b.Har(18, HJARTER, 3));
         std::vector<std::pair<int, int>> vantat{{18, 10}, {1, 18}};
         QCOMPARE(b.spel->UndoLista(), vantat);
     }
 
     void tacktKortLyfterDeOvanOchAllaGarTillbaka() {
-        Bord b;
-        b.Tomt();
+        Bord b(kFro, true);
         b.Torn(0, {9, 4, 2});
         b.Torn(1, {8});
-        TryckOchDra(*b.vy, b.Band(1), Mitt(b.Pos(18)));
+        TryckOchDra(*b.vy, b.Band(1), b.Mitten(18));
         QCOMPARE(b.spel->valdaLuckor, (std::vector<int>{1, 2}));
-        QTest::mouseRelease(b.vy.get(), Qt::LeftButton, Qt::NoModifier, ToQPoint(Mitt(b.Pos(18))));
+        QTest::mouseRelease(b.vy.get(), Qt::LeftButton, Qt::NoModifier, ToQPoint(b.Mitten(18)));
         DraFranTill(*b.vy, b.Band(1), b.Botten(9));
         DraOchSlappUtanfor(*b.vy, b.Band(0));
         KlickaPa(*b.vy, b.Band(1));
@@ -224,8 +215,7 @@ private slots:
     }
 
     void slappProvarInteLucka26() {
-        Bord b;
-        b.Tomt();
+        Bord b(kFro, true);
         b.Torn(2, {9, 9, 9, 9, 9, 9, 9, 9, 5});
         b.Lagg(0, SPADER, 2);
         b.Lagg(9, KLOVER, 1);
@@ -249,13 +239,11 @@ private slots:
         b.Lagg(35, SPADER, 13);
         b.vy->InvalidateOffscreen();
         // The stock slot draws the card's back; beyond it the table shows.
-        BPoint p = Mitt(b.Pos(35));
-        QVERIFY(QColor(b.vy->OffBitmap().pixel(int(p.x), int(p.y))) != QColor(0, 160, 0));
+        QVERIFY(b.Pixel(b.Mitten(35)) != QColor(0, 160, 0));
     }
 
     void klartNarEttTornGarNioTillEss() {
-        Bord b;
-        b.Tomt();
+        Bord b(kFro, true);
         b.Torn(1, {9, 8, 7, 6, 5, 4, 3, 2});
         QVERIFY(!b.spel->KlarSpel());
         b.Lagg(17, HJARTER, 1);
@@ -266,20 +254,14 @@ private slots:
     }
 
     void sammaBordMedOchUtanAnimering() {
-        Bord utan(kFro, 640, 480, false);
-        Bord med(kFro, 640, 480, true);
-        QCOMPARE(Bordet(*med.spel), Bordet(*utan.spel));
-        for (Bord* b : {&utan, &med}) {
+        Bord utan;
+        Bord med(kFro, false, 640, 480, true);
+        auto treKlickOchAngra = [](Bord& b) {
             for (int i : {2, 11, 20})
-                KlickaPa(*b->vy, b->Botten(i));
-            b->spel->Undo();
-        }
-        QCOMPARE(Bordet(*med.spel), Bordet(*utan.spel));
-        std::srand(5);
-        utan.spel->NyttSpel(utan.vy->Bounds());
-        std::srand(5);
-        med.spel->NyttSpel(med.vy->Bounds());
-        QCOMPARE(Bordet(*med.spel), Bordet(*utan.spel));
+                KlickaPa(*b.vy, b.Botten(i));
+            return b.spel->Undo();
+        };
+        SammaMedOchUtanAnimering<Bord>(utan, med, {treKlickOchAngra, NyGiv<Bord>(5)});
         QCOMPARE(med.spel->AntalUndo(), 0);
     }
 
@@ -289,29 +271,17 @@ private slots:
         std::vector<Drag> vag = KortasteVinst(b.spel->Tabell());
         QVERIFY(vag.size() > 3);
         vag.resize(3);
-        QVERIFY(b.GorMedGester(vag));
-        QCOMPARE(static_cast<int>(b.spel->UndoLista().size()), 3);
-        while (b.spel->Has_Undos())
-            b.spel->Undo();
+        QCOMPARE(b.SpelaGenomVyn(vag), QString());
+        QCOMPARE(b.AngraAllt(), 3);
         QCOMPARE(Bordet(*b.spel), givet);
         QCOMPARE(b.spel->AntalUndo(), 3);
     }
 
     void vinnerGenomRiktigtSpel() {
-        Bord b(kFro, 1280, 1024);
-        Brevlada brevlada;
-        b.vy->window()->installEventFilter(&brevlada);
+        Bord b(kFro, false, 1280, 1024);
         std::vector<Drag> vag = KortasteVinst(b.spel->Tabell());
         QVERIFY(!vag.empty());
-        QVERIFY(b.GorMedGester(vag));
-        QVERIFY(b.spel->KlarSpel());
-        QCoreApplication::sendPostedEvents();
-        QCOMPARE(brevlada.klart, 1);
-        b.GlomHiscore();
-        QCOMPARE(b.spel->AddHiscore(), 1);
-        QCOMPARE(static_cast<int>(b.Post(1).kort), 0);
-        QCOMPARE(static_cast<int>(b.Post(1).giv), 1);
-        QCOMPARE(b.Post(1).angra, 0);
+        b.VinnGenomVyn(vag, 0, 1);
     }
 
     // What is stored keeps the table ranked by undos: a stored entry carries no cards, so
@@ -332,7 +302,7 @@ private slots:
             QCOMPARE(static_cast<int>(b.Post(plats).kort), 0);
             QCOMPARE(static_cast<int>(b.Post(plats).giv), 1);
         }
-        QCOMPARE(static_cast<int>(b.Post(4).kort), -1);
+        b.TommaPosterFran(4, 1);
     }
 };
 

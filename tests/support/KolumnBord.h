@@ -3,8 +3,6 @@
 #include "games/KolumnRegler.h"
 #include "games/KolumnSpel.h"
 #include "platform/QtGeometry.h"
-#include "support/Gester.h"
-#include "support/SpelBordet.h"
 #include "support/Testbord.h"
 
 #include <QFont>
@@ -13,28 +11,20 @@
 
 #include <cmath>
 #include <initializer_list>
-#include <memory>
-#include <vector>
 
-// A column game (Freecell, Eight off) in a real play view, with a table a test may lay
-// out card by card.
+// A column game (Freecell, Eight off, Glädjespridaren) in a real play view, with a table a
+// test may lay out card by card.
 struct KolumnBord : Testbord<KolumnSpel> {
-    KolumnBord(int spelNr, bool tomt, int bredd, int hojd, bool animera, unsigned fro)
-        : Testbord<KolumnSpel>(spelNr, fro, tomt, bredd, hojd, animera) {}
+    using Testbord<KolumnSpel>::Testbord;
     // Kings of spades at the bases of the given columns: full columns that take nothing.
     void Kungar(std::initializer_list<int> kolumner) {
         for (int c : kolumner)
             Lagg(c * KolumnRegler::kPlatserPerKolumn, SPADER, 13);
     }
-    // Where a player presses on a card: inside its band, so a covered card is meant.
-    BPoint Band(int lucka) {
-        BRect r = L()[lucka].GePos();
-        return BPoint((r.left + r.right) / 2, r.top + 10);
-    }
     // What is drawn dark inside an empty free cell, around where its text belongs and clear
     // of the outline's edges and rounded corners.
     QRect TextI(int lucka) {
-        QRect inne = ToQRect(L()[lucka].GePos()).adjusted(3, 3, -3, -3) &
+        QRect inne = ToQRect(Pos(lucka)).adjusted(3, 3, -3, -3) &
                      FriTextensPlats(lucka).toAlignedRect().adjusted(-6, -6, 6, 6);
         const QImage& bild = vy->OffBitmap();
         QRect text;
@@ -51,7 +41,7 @@ struct KolumnBord : Testbord<KolumnSpel> {
     QRectF FriTextensPlats(int lucka) {
         QFont font(QStringLiteral("DejaVu Sans"));
         font.setPixelSize(24);
-        BRect r = L()[lucka].GePos();
+        BRect r = Pos(lucka);
         return QFontMetricsF(font)
             .tightBoundingRect(QStringLiteral("Free"))
             .translated(r.left + 15, r.top + 35);
@@ -66,9 +56,22 @@ struct KolumnBord : Testbord<KolumnSpel> {
                nara(sett.bottom() + 1, ratt.bottom());
     }
 
+    // Of the free cells `celler`, `tomma` are empty, and each empty one shows "Free" in the
+    // table's font.
+    void FriIDeTommaCellerna(std::initializer_list<int> celler, int tomma) {
+        int antal = 0;
+        for (int cell : celler) {
+            if (!L()[cell].Tom())
+                continue;
+            ++antal;
+            QVERIFY2(FriTextI24(cell), qPrintable(QString::number(cell)));
+        }
+        QCOMPARE(antal, tomma);
+    }
+
     // Half the lengthening below a slot's card.
     BPoint Under(int lucka) {
-        BRect r = L()[lucka].GePos();
+        BRect r = Pos(lucka);
         return BPoint((r.left + r.right) / 2, r.bottom + 50);
     }
 };
