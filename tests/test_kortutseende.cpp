@@ -1,3 +1,4 @@
+#include "cards/KortSpel.h"
 #include "cards/KortUtSeende.h"
 #include "platform/QtGeometry.h"
 
@@ -167,6 +168,22 @@ private slots:
         KortBilder b = RitaKortUtSeende(Utseende::B, 44, 83, QImage());
         QCOMPARE(int(b.kortPos.size()), 52);
         QCOMPARE(QColor(b.bild.pixel(22, 41)), QColor(220, 220, 220));
+    }
+
+    // The table's texts are drawn at 24 pixels, in a face narrow enough that each fits where
+    // it is drawn: "Next Deal" and the next-try texts on their buttons (120 and 140 pixels,
+    // the text 5 in), " Last" and "Round" on the narrowest card (70 pixels).
+    void bordetsTexterRymsDarDeRitas() {
+        QFont font = KortSpel::BordsFont();
+        QCOMPARE(font.pixelSize(), 24);
+        QVERIFY(!font.bold());
+        QFontMetrics m(font);
+        QVERIFY(5 + m.horizontalAdvance(QStringLiteral("Next Deal")) <= 120);
+        QVERIFY(5 + m.horizontalAdvance(QStringLiteral("   Next try")) <= 140);
+        QVERIFY(5 + m.horizontalAdvance(QStringLiteral("    Last try")) <= 140);
+        QVERIFY(m.horizontalAdvance(QStringLiteral(" Last")) <= 70);
+        QVERIFY(m.horizontalAdvance(QStringLiteral("Round")) <= 70);
+        QVERIFY(15 + m.horizontalAdvance(QStringLiteral("Free")) <= 70);
     }
 };
 

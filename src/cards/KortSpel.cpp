@@ -4,6 +4,7 @@
 #include "cards/KortUtSeende.h"
 #include "platform/QtGeometry.h"
 
+#include <QFontDatabase>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -18,13 +19,6 @@ int KortSpel::antalSpel = 0;
 namespace {
 
 constexpr float kHorn = 15.0f;
-
-// The table's texts (buttons, counters) in the size the play view draws with.
-QFont SpelFont() {
-    QFont font(QStringLiteral("DejaVu Sans"));
-    font.setPixelSize(24);
-    return font;
-}
 
 // The outline of an empty slot: a black rounded rectangle inside the slot's edges.
 QPainterPath Rundad(BRect pos, float radie) {
@@ -93,6 +87,18 @@ void KortSpel::RitaLucka(QPainter& p, const Lucka& lucka) const {
         RitaKantLinje(p, lucka.GePos());
 }
 
+// The table's texts at the size the play view draws with, in the narrow face of our font:
+// its widths are those the buttons and the markers on the cards were made for.
+QFont KortSpel::BordsFont() {
+    static const QString familj =
+        QFontDatabase::families().contains(QStringLiteral("DejaVu Sans Condensed"))
+            ? QStringLiteral("DejaVu Sans Condensed")
+            : QStringLiteral("DejaVu Sans");
+    QFont font(familj);
+    font.setPixelSize(24);
+    return font;
+}
+
 void KortSpel::RitaKantLinje(QPainter& p, BRect pos) {
     p.save();
     p.setRenderHint(QPainter::Antialiasing);
@@ -127,7 +133,7 @@ void KortSpel::RitaText(QPainter& p, BPoint bas, const char* text, rgb_color far
     p.save();
     p.setRenderHint(QPainter::Antialiasing);
     p.setPen(ToQColor(farg));
-    p.setFont(SpelFont());
+    p.setFont(BordsFont());
     p.drawText(QPointF(bas.x, bas.y), QString::fromUtf8(text));
     p.restore();
 }

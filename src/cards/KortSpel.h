@@ -8,6 +8,7 @@
 #include "platform/Geometry.h"
 #include "platform/SystemTime.h"
 
+#include <QFont>
 #include <QImage>
 
 #include <array>
@@ -61,6 +62,8 @@ public:
     static void RitaRaknare(QPainter& p, BRect pos, const char* text, int varde);
     // A rounded rectangle filled with `fyllning` and outlined in black.
     static void RitaRundRuta(QPainter& p, BRect pos, float radie, rgb_color fyllning);
+    // The font of the table's texts: buttons, counters, markers.
+    static QFont BordsFont();
     // A text on the table in the table's font, its base line starting at `bas`.
     static void RitaText(QPainter& p, BPoint bas, const char* text,
                          rgb_color farg = rgb_color{0, 0, 0, 255});

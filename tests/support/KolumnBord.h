@@ -39,8 +39,7 @@ struct KolumnBord : Testbord<KolumnSpel> {
     // Where "Free" lies when it is drawn in the table's font, 24 pixels, its base line
     // starting 15 pixels in from the cell's left and 35 down from its top.
     QRectF FriTextensPlats(int lucka) {
-        QFont font(QStringLiteral("DejaVu Sans"));
-        font.setPixelSize(24);
+        QFont font = KortSpel::BordsFont();
         BRect r = Pos(lucka);
         return QFontMetricsF(font)
             .tightBoundingRect(QStringLiteral("Free"))
