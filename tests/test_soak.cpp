@@ -2,6 +2,7 @@
 #include "games/Spelfabrik.h"
 #include "platform/AttributeStore.h"
 #include "support/Gester.h"
+#include "support/Urval.h"
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -351,7 +352,7 @@ private slots:
         QTest::addColumn<int>("bredd");
         QTest::addColumn<int>("hojd");
         for (int nr = 0; nr < kAntalSpel; ++nr) {
-            if (!SpelFinns(nr))
+            if (!SpelFinns(nr) || !SpeletValt(nr))
                 continue;
             for (unsigned seed : {1u, 2u, 3u})
                 for (auto [w, h] : {std::pair{640, 480}, std::pair{1280, 1024}})
