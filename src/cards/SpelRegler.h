@@ -71,3 +71,19 @@ private:
 
     ReglerFunktioner<B> fn;
 };
+
+// The rules of a game written, as most are, as the functions Skapa, LaggUtLeken, DelaUt,
+// LagligaDrag, GorDrag, Angra, KlarSpel and Resultat over its table B in B's own namespace.
+template <typename B> const SpelRegler& SpeletsRegler() {
+    static const ReglerAv<B> regler({
+        [](B& b) { Skapa(b); },
+        [](B& b) { LaggUtLeken(b); },
+        [](B& b, Flygledare* f) { DelaUt(b, f); },
+        [](const B& b) { return LagligaDrag(b); },
+        [](B& b, const Drag& d, Flygledare* f) { GorDrag(b, d, f); },
+        [](B& b, Flygledare* f) { return Angra(b, f); },
+        [](B& b) { return KlarSpel(b); },
+        [](const B& b) { return Resultat(b); },
+    });
+    return regler;
+}

@@ -3,6 +3,7 @@
 #include "cards/Flyttar.h"
 #include "cards/Luckor.h"
 #include "games/KolumnRegler.h"
+#include "games/LekRegler.h"
 
 #include <cstdlib>
 
@@ -79,18 +80,14 @@ void Skapa(Stallning& bord) {
 }
 
 void LaggUtLeken(Stallning& bord) {
-    for (Lucka& lucka : bord.luckor)
-        lucka.TaBortKort();
+    LekRegler::NyGiv(bord);
     bord.giv = 1;
     bord.kortKvar = 0;
     bord.antalUndo = 0;
-    bord.undoLista.clear();
-    bord.kortlek.NyKortlek();
     // The ace of spades is taken out before the shuffle and lies at the stock's bottom.
     bord.luckor[kForstaLek].TaEmotKort(bord.kortlek.GeValtKort(SPADER, 1));
     bord.kortlek.Blanda();
-    for (int i = kForstaLek + 1; i <= kSistaLek; ++i)
-        bord.luckor[i].TaEmotKort(bord.kortlek.GeKort());
+    LekRegler::LaggILeken(bord, kForstaLek + 1);
 }
 
 void DelaUt(Stallning& bord, Flygledare* flyg) {
@@ -144,9 +141,7 @@ HiscoreResultat Resultat(const Stallning& bord) {
 }
 
 const SpelRegler& Regler() {
-    static const ReglerAv<Stallning> regler(
-        {Skapa, LaggUtLeken, DelaUt, LagligaDrag, GorDrag, Angra, KlarSpel, Resultat});
-    return regler;
+    return SpeletsRegler<Stallning>();
 }
 
 } // namespace BlackholeRegler

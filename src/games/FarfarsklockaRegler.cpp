@@ -146,18 +146,14 @@ void Skapa(Stallning& bord) {
 }
 
 void LaggUtLeken(Stallning& bord) {
-    for (Lucka& lucka : bord.luckor)
-        lucka.TaBortKort();
+    LekRegler::NyGiv(bord);
     bord.antalUndo = 0;
-    bord.undoLista.clear();
-    bord.kortlek.NyKortlek();
     // Clock pile 0's card on top of the stock, pile 11's lowest of the twelve.
     for (int k = 0; k < kAntalKlockhogar; ++k)
         bord.luckor[kSistaLek - k].TaEmotKort(
             bord.kortlek.GeValtKort(kStartkort[k].farg, kStartkort[k].valor));
     bord.kortlek.Blanda();
-    for (int i = kForstaLek; i < kSistaLek - kAntalKlockhogar + 1; ++i)
-        bord.luckor[i].TaEmotKort(bord.kortlek.GeKort());
+    LekRegler::LaggILeken(bord, kForstaLek);
 }
 
 void DelaUt(Stallning& bord, Flygledare* flyg) {
@@ -202,9 +198,7 @@ HiscoreResultat Resultat(const Stallning& bord) {
 }
 
 const SpelRegler& Regler() {
-    static const ReglerAv<Stallning> regler(
-        {Skapa, LaggUtLeken, DelaUt, LagligaDrag, GorDrag, Angra, KlarSpel, Resultat});
-    return regler;
+    return SpeletsRegler<Stallning>();
 }
 
 } // namespace FarfarsklockaRegler

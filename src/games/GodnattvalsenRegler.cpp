@@ -2,6 +2,7 @@
 
 #include "cards/Flyttar.h"
 #include "cards/Luckor.h"
+#include "games/LekRegler.h"
 
 #include <algorithm>
 
@@ -121,16 +122,11 @@ void Skapa(Stallning& bord) {
 }
 
 void LaggUtLeken(Stallning& bord) {
-    for (Lucka& lucka : bord.luckor)
-        lucka.TaBortKort();
-    bord.undoLista.clear();
-    bord.kortlek.NyKortlek();
+    // The undo count goes on from the deal before.
+    LekRegler::NyGiv(bord);
     bord.kortlek.Blanda();
-    // The aces lie on top of the stock, the first one taken out lowest.
-    for (int i = kSistaLek - 3; i <= kSistaLek; ++i)
-        bord.luckor[i].TaEmotKort(bord.kortlek.GeEss());
-    for (int i = kForstaLek; i < kSistaLek - 3; ++i)
-        bord.luckor[i].TaEmotKort(bord.kortlek.GeKort());
+    LekRegler::LaggEssenOverst(bord, kSistaLek);
+    LekRegler::LaggILeken(bord, kForstaLek);
 }
 
 void DelaUt(Stallning& bord, Flygledare* flyg) {
@@ -209,9 +205,7 @@ HiscoreResultat Resultat(const Stallning& bord) {
 }
 
 const SpelRegler& Regler() {
-    static const ReglerAv<Stallning> regler(
-        {Skapa, LaggUtLeken, DelaUt, LagligaDrag, GorDrag, Angra, KlarSpel, Resultat});
-    return regler;
+    return SpeletsRegler<Stallning>();
 }
 
 } // namespace GodnattvalsenRegler

@@ -199,9 +199,7 @@ HiscoreResultat Resultat(const Stallning& bord) {
 }
 
 const SpelRegler& Regler() {
-    static const ReglerAv<Stallning> regler(
-        {Skapa, LaggUtLeken, DelaUt, LagligaDrag, GorDrag, Angra, KlarSpel, Resultat});
-    return regler;
+    return SpeletsRegler<Stallning>();
 }
 
 std::optional<Drag> KlickDrag(const Stallning& bord, int traff) {

@@ -1,6 +1,7 @@
 #include "games/IdiotenRegler.h"
 
 #include "cards/Luckor.h"
+#include "games/LekRegler.h"
 
 #include <algorithm>
 #include <array>
@@ -131,17 +132,10 @@ void Skapa(Stallning& bord) {
 }
 
 void LaggUtLeken(Stallning& bord) {
-    for (Lucka& lucka : bord.luckor)
-        lucka.TaBortKort();
+    // The first card off the deck lies at the bottom of the stock.
+    LekRegler::LaggLeken(bord, kForstaLekPlats);
     bord.forsok = 1;
     bord.klaraKort = 0;
-    bord.antalUndo = 0;
-    bord.undoLista.clear();
-    bord.kortlek.NyKortlek();
-    bord.kortlek.Blanda();
-    // The first card off the deck lies at the bottom of the stock.
-    for (int i = kForstaLekPlats; i <= kSistaLekPlats; ++i)
-        bord.luckor[i].TaEmotKort(bord.kortlek.GeKort());
 }
 
 void DelaUt(Stallning& bord, Flygledare* flyg) {
@@ -251,9 +245,7 @@ HiscoreResultat Resultat(const Stallning& bord) {
 }
 
 const SpelRegler& Regler() {
-    static const ReglerAv<Stallning> regler(
-        {Skapa, LaggUtLeken, DelaUt, LagligaDrag, GorDrag, Angra, KlarSpel, Resultat});
-    return regler;
+    return SpeletsRegler<Stallning>();
 }
 
 } // namespace IdiotenRegler

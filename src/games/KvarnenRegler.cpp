@@ -113,18 +113,12 @@ void Skapa(Stallning& bord) {
 }
 
 void LaggUtLeken(Stallning& bord) {
-    for (Lucka& lucka : bord.luckor)
-        lucka.TaBortKort();
+    LekRegler::NyGiv(bord);
     bord.giv = 1;
     bord.antalUndo = 0;
-    bord.undoLista.clear();
-    bord.kortlek.NyKortlek();
     bord.kortlek.Blanda();
-    // The aces on top of the stock, the first found lowest.
-    for (int i = kSistaLek - 3; i <= kSistaLek; ++i)
-        bord.luckor[i].TaEmotKort(bord.kortlek.GeEss());
-    for (int i = kForstaLek; i < kSistaLek - 3; ++i)
-        bord.luckor[i].TaEmotKort(bord.kortlek.GeKort());
+    LekRegler::LaggEssenOverst(bord, kSistaLek);
+    LekRegler::LaggILeken(bord, kForstaLek);
 }
 
 void DelaUt(Stallning& bord, Flygledare* flyg) {
@@ -187,9 +181,7 @@ HiscoreResultat Resultat(const Stallning& bord) {
 }
 
 const SpelRegler& Regler() {
-    static const ReglerAv<Stallning> regler(
-        {Skapa, LaggUtLeken, DelaUt, LagligaDrag, GorDrag, Angra, KlarSpel, Resultat});
-    return regler;
+    return SpeletsRegler<Stallning>();
 }
 
 } // namespace KvarnenRegler

@@ -9,14 +9,27 @@ int Lek::Topp(const std::vector<Lucka>& luckor) const {
 }
 
 void LaggLeken(SpelBord& bord, int forsta) {
+    NyGiv(bord);
+    bord.antalUndo = 0;
+    bord.kortlek.Blanda();
+    LaggILeken(bord, forsta);
+}
+
+void NyGiv(SpelBord& bord) {
     for (Lucka& lucka : bord.luckor)
         lucka.TaBortKort();
-    bord.antalUndo = 0;
     bord.undoLista.clear();
     bord.kortlek.NyKortlek();
-    bord.kortlek.Blanda();
+}
+
+void LaggILeken(SpelBord& bord, int forsta) {
     for (int i = forsta; bord.kortlek.AntalKortKvar() > 0; ++i)
         bord.luckor[i].TaEmotKort(bord.kortlek.GeKort());
+}
+
+void LaggEssenOverst(SpelBord& bord, int sista) {
+    for (int i = sista - 3; i <= sista; ++i)
+        bord.luckor[i].TaEmotKort(bord.kortlek.GeEss());
 }
 
 namespace {

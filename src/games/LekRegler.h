@@ -25,6 +25,15 @@ struct Lek {
 // laid from slot `forsta` up, the first card off the deck lowest.
 void LaggLeken(SpelBord& bord, int forsta);
 
+// The start of every new deal: every slot emptied, the undo records gone, a fresh deck, not
+// yet shuffled. The undo count and the game's own counters are the game's to reset.
+void NyGiv(SpelBord& bord);
+// The cards left in the deck, each off its top in turn, into slots forsta, forsta + 1, ...
+void LaggILeken(SpelBord& bord, int forsta);
+// The four aces taken out of the deck one after another, into slots sista - 3 .. sista: the
+// first one found lowest.
+void LaggEssenOverst(SpelBord& bord, int sista);
+
 // Deals the stock's top card to each slot of `mal` in turn, while the stock lasts, telling
 // `flyg` of each card first and recording each as (kFranLeken, slot).
 void GeFranLeken(SpelBord& bord, const Lek& lek, const std::vector<int>& mal, Flygledare* flyg,

@@ -270,16 +270,9 @@ void Skapa(Stallning& bord) {
 }
 
 void LaggUtLeken(Stallning& bord) {
-    for (Lucka& lucka : bord.luckor)
-        lucka.TaBortKort();
+    LekRegler::LaggLeken(bord, kForstaLek);
     bord.giv = 1;
-    bord.antalUndo = 0;
-    bord.undoLista.clear();
     bord.lekKlickRuta = bord.lekRuta;
-    bord.kortlek.NyKortlek();
-    bord.kortlek.Blanda();
-    for (int i = kForstaLek; i <= kSistaLek; ++i)
-        bord.luckor[i].TaEmotKort(bord.kortlek.GeKort());
 }
 
 void DelaUt(Stallning& bord, Flygledare* flyg) {
@@ -378,9 +371,7 @@ HiscoreResultat Resultat(const Stallning& bord) {
 }
 
 const SpelRegler& Regler() {
-    static const ReglerAv<Stallning> regler(
-        {Skapa, LaggUtLeken, DelaUt, LagligaDrag, GorDrag, Angra, KlarSpel, Resultat});
-    return regler;
+    return SpeletsRegler<Stallning>();
 }
 
 } // namespace PyramidenRegler

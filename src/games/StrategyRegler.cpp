@@ -2,6 +2,7 @@
 
 #include "cards/Flyttar.h"
 #include "cards/Luckor.h"
+#include "games/LekRegler.h"
 
 namespace StrategyRegler {
 
@@ -127,16 +128,9 @@ void Skapa(Stallning& bord) {
 }
 
 void LaggUtLeken(Stallning& bord) {
-    for (Lucka& lucka : bord.luckor)
-        lucka.TaBortKort();
+    LekRegler::LaggLeken(bord, kForstaLek);
     bord.kortHemma = 0;
-    bord.antalUndo = 0;
     bord.forsok = 1;
-    bord.undoLista.clear();
-    bord.kortlek.NyKortlek();
-    bord.kortlek.Blanda();
-    for (int i = kForstaLek; i < kSistaLek; ++i)
-        bord.luckor[i].TaEmotKort(bord.kortlek.GeKort());
 }
 
 void DelaUt(Stallning&, Flygledare*) {}
@@ -193,9 +187,7 @@ HiscoreResultat Resultat(const Stallning& bord) {
 }
 
 const SpelRegler& Regler() {
-    static const ReglerAv<Stallning> regler(
-        {Skapa, LaggUtLeken, DelaUt, LagligaDrag, GorDrag, Angra, KlarSpel, Resultat});
-    return regler;
+    return SpeletsRegler<Stallning>();
 }
 
 } // namespace StrategyRegler

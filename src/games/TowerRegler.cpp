@@ -2,6 +2,7 @@
 
 #include "cards/Flyttar.h"
 #include "cards/Luckor.h"
+#include "games/LekRegler.h"
 
 #include <algorithm>
 
@@ -108,16 +109,12 @@ void Skapa(Stallning& bord) {
 }
 
 void LaggUtLeken(Stallning& bord) {
-    for (Lucka& lucka : bord.luckor)
-        lucka.TaBortKort();
-    bord.undoLista.clear();
+    LekRegler::NyGiv(bord);
     bord.antalUndo = 0;
-    bord.kortlek.NyKortlek();
     for (int i = 0; i < kBortlagda; ++i)
         bord.kortlek.GeKort();
     bord.kortlek.Blanda();
-    for (int i = kForstaLek; i <= kSistaLek; ++i)
-        bord.luckor[i].TaEmotKort(bord.kortlek.GeKort());
+    LekRegler::LaggILeken(bord, kForstaLek);
 }
 
 void DelaUt(Stallning& bord, Flygledare* flyg) {
@@ -179,9 +176,7 @@ HiscoreResultat Resultat(const Stallning&) {
 }
 
 const SpelRegler& Regler() {
-    static const ReglerAv<Stallning> regler(
-        {Skapa, LaggUtLeken, DelaUt, LagligaDrag, GorDrag, Angra, KlarSpel, Resultat});
-    return regler;
+    return SpeletsRegler<Stallning>();
 }
 
 } // namespace TowerRegler
