@@ -305,6 +305,27 @@ private slots:
         QCOMPARE(bredder.size(), 2);
     }
 
+    // The picture given to draw into is drawn over whole when it has the size: the same
+    // faces as in a new one, in the same memory; one of another size is not used.
+    void enBildAvSammaStorlekRitasOver() {
+        QImage symboler = LaddaKortSymboler(2.0);
+        std::srand(4);
+        KortBilder ny = RitaKortUtSeende(Utseende::B, 44, 83, symboler, 2.0);
+        QImage gammal = RitaKortUtSeende(Utseende::A, 44, 83, symboler, 2.0).bild;
+        const uchar* minne = gammal.constBits();
+        std::srand(4);
+        KortBilder igen = RitaKortUtSeende(Utseende::B, 44, 83, symboler, 2.0, std::move(gammal));
+        QCOMPARE(igen.bild.constBits(), minne);
+        QCOMPARE(igen.bild, ny.bild);
+        QCOMPARE(igen.bild.devicePixelRatio(), 2.0);
+
+        QImage annan = RitaKortUtSeende(Utseende::B, 60, 100, symboler, 2.0).bild;
+        std::srand(4);
+        KortBilder storre = RitaKortUtSeende(Utseende::B, 44, 83, symboler, 2.0, annan);
+        QCOMPARE(storre.bild, ny.bild);
+        QCOMPARE(annan.size(), QSize(2 * (14 * 60 + 6), 2 * (4 * 100 + 6)));
+    }
+
     void utanSymbolbildRitasKortenAnda() {
         KortBilder b = RitaKortUtSeende(Utseende::B, 44, 83, QImage());
         QCOMPARE(int(b.kortPos.size()), 52);

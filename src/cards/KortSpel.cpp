@@ -68,7 +68,10 @@ void KortSpel::RitaFramsidor(Utseende utseende, int w, int h) {
     // drawn with more.
     if (!mp_kortsrcbitmap.isNull() && mp_kortsrcbitmap.devicePixelRatio() != SymbolKvot(pixelKvot))
         mp_kortsrcbitmap = LaddaKortSymboler(pixelKvot);
-    KortBilder bilder = RitaKortUtSeende(utseende, w, h, mp_kortsrcbitmap, pixelKvot);
+    // The old faces' picture is drawn over when it has the size (unless another holder
+    // keeps it).
+    KortBilder bilder =
+        RitaKortUtSeende(utseende, w, h, mp_kortsrcbitmap, pixelKvot, std::move(mp_kortbitmap));
     mp_kortbitmap = std::move(bilder.bild);
     kortPos = std::move(bilder.kortPos);
     baksidaPos = bilder.baksidor;

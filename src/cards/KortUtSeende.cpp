@@ -107,11 +107,17 @@ QFont KortEtikettFont(Utseende utseende) {
     return font;
 }
 
-KortBilder RitaKortUtSeende(Utseende utseende, int w, int h, const QImage& symboler, qreal kvot) {
+KortBilder RitaKortUtSeende(Utseende utseende, int w, int h, const QImage& symboler, qreal kvot,
+                            QImage buffert) {
     KortBilder resultat;
     resultat.ram = BRect(0, 0, static_cast<float>(14 * w + 5), static_cast<float>(4 * h + 5));
-    resultat.bild =
-        QImage(TillPixlar(ToQRect(resultat.ram), kvot).size(), QImage::Format_ARGB32_Premultiplied);
+    const QSize bildensPixlar = TillPixlar(ToQRect(resultat.ram), kvot).size();
+    // A picture of many megabytes, made at every deal: fresh memory costs more to touch than
+    // the drawing does.
+    if (buffert.size() == bildensPixlar && buffert.format() == QImage::Format_ARGB32_Premultiplied)
+        resultat.bild = std::move(buffert);
+    else
+        resultat.bild = QImage(bildensPixlar, QImage::Format_ARGB32_Premultiplied);
     resultat.bild.setDevicePixelRatio(kvot);
     resultat.bild.fill(Qt::transparent);
     resultat.kortPos.reserve(52);

@@ -30,9 +30,10 @@ QFont KortEtikettFont(Utseende utseende);
 
 // Renders the faces at w × h view units with `kvot` device pixels to a unit each way: the
 // card's edges, symbols and labels keep their sizes in view units and are drawn in as many
-// pixels as the ratio gives. The backs are striped in fresh random colours each time.
+// pixels as the ratio gives. The backs are striped in fresh random colours each time. A
+// picture of the same size given as `buffert` is drawn into instead of a new one.
 KortBilder RitaKortUtSeende(Utseende utseende, int w, int h, const QImage& symboler,
-                            qreal kvot = 1.0);
+                            qreal kvot = 1.0, QImage buffert = QImage());
 
 // The ratio of the symbol picture that suits faces of `kvot` device pixels to a unit: the
 // plain drawing at one pixel to a unit or less, else the drawing with twice the pixels.
