@@ -1,5 +1,7 @@
 // The play view's work at the largest table: a full redraw of a game in the middle of
-// play, one pointer move while cards are dragged, and a whole deal without animation.
+// play, one pointer move while cards are dragged, and a whole deal without animation. On a
+// screen of another pixel ratio (QT_SCALE_FACTOR=2) the view draws at that ratio, and the
+// label says which.
 #include "app/FjolkView.h"
 #include "games/KolumnSpel.h"
 #include "games/Spelfabrik.h"
@@ -13,7 +15,14 @@
 
 #include <benchmark/benchmark.h>
 
+#include <string>
+
 namespace {
+
+void Etikett(benchmark::State& state, const FjolkView& vy) {
+    state.SetLabel(std::string(SpelNamn(static_cast<int>(state.range(0)))) + ", ratio " +
+                   std::to_string(vy.PixelKvot()).substr(0, 4));
+}
 
 // A game at 1280 × 1024 after a dozen real clicks on its cards.
 std::unique_ptr<FjolkView> MittISpelet(int spelNr) {
@@ -30,7 +39,22 @@ void HelOmritning(benchmark::State& state) {
         vy->InvalidateOffscreen();
         benchmark::DoNotOptimize(vy->OffBitmap().constBits());
     }
-    state.SetLabel(SpelNamn(static_cast<int>(state.range(0))));
+    Etikett(state, *vy);
+}
+
+// The same with a background picture: the background buffer is copied under the table.
+void HelOmritningMedBild(benchmark::State& state) {
+    auto vy = MittISpelet(static_cast<int>(state.range(0)));
+    QImage bild(64, 48, QImage::Format_RGB32);
+    for (int y = 0; y < bild.height(); ++y)
+        for (int x = 0; x < bild.width(); ++x)
+            bild.setPixel(x, y, qRgb(x * 4, y * 5, 128));
+    vy->SattBakgrundsBild(bild);
+    for (auto _ : state) {
+        vy->InvalidateOffscreen();
+        benchmark::DoNotOptimize(vy->OffBitmap().constBits());
+    }
+    Etikett(state, *vy);
 }
 
 // The timed pointer moves of a drag under way, each with what the window system does for
@@ -64,7 +88,7 @@ void DragSteg(benchmark::State& state) {
         return;
     }
     DraSteg(state, *vy, start);
-    state.SetLabel(SpelNamn(static_cast<int>(state.range(0))));
+    Etikett(state, *vy);
 }
 
 // One pointer move while a run of ten cards is dragged in Freecell.
@@ -94,13 +118,14 @@ void DragStegRad10(benchmark::State& state) {
         return;
     }
     DraSteg(state, *vy, start);
+    state.SetLabel("ratio " + std::to_string(vy->PixelKvot()).substr(0, 4));
 }
 
 void Giv(benchmark::State& state) {
     auto vy = VyMedSpel(static_cast<int>(state.range(0)), 7, 1280, 1024);
     for (auto _ : state)
         vy->Spel()->NyttSpel(vy->Bounds());
-    state.SetLabel(SpelNamn(static_cast<int>(state.range(0))));
+    Etikett(state, *vy);
 }
 
 void VarjeSpel(benchmark::internal::Benchmark* b) {
@@ -110,6 +135,7 @@ void VarjeSpel(benchmark::internal::Benchmark* b) {
 }
 
 BENCHMARK(HelOmritning)->Apply(VarjeSpel)->Unit(benchmark::kMicrosecond);
+BENCHMARK(HelOmritningMedBild)->Arg(8)->Unit(benchmark::kMicrosecond);
 BENCHMARK(DragSteg)->Apply(VarjeSpel)->Unit(benchmark::kMicrosecond);
 BENCHMARK(DragStegRad10)->Unit(benchmark::kMicrosecond);
 BENCHMARK(Giv)->Apply(VarjeSpel)->Unit(benchmark::kMillisecond);

@@ -20,16 +20,21 @@ namespace {
 constexpr int kBredd = 400;
 constexpr int kHojd = 300;
 
-// A view that keeps its off-screen frame and notes every rectangle put on the screen,
-// with the frame as it was then.
+// A view that keeps its off-screen frame, `kvot` pixels to a unit each way, and notes every
+// rectangle put on the screen, with the frame as it was then.
 class ProvYta : public SpelYta {
 public:
-    ProvYta() : frame(kBredd, kHojd, QImage::Format_ARGB32_Premultiplied) { Monster(); }
+    explicit ProvYta(qreal kvot = 1.0)
+        : frame(TillPixlar(QRect(0, 0, kBredd, kHojd), kvot).size(),
+                QImage::Format_ARGB32_Premultiplied) {
+        frame.setDevicePixelRatio(kvot);
+        Monster();
+    }
 
     // A background no two neighbouring pixels share, so any pixel not put back shows.
     void Monster() {
-        for (int y = 0; y < kHojd; ++y)
-            for (int x = 0; x < kBredd; ++x)
+        for (int y = 0; y < frame.height(); ++y)
+            for (int x = 0; x < frame.width(); ++x)
                 frame.setPixel(x, y, Bakgrund(x, y));
     }
     static QRgb Bakgrund(int x, int y) { return qRgb((x * 7) % 256, (y * 5) % 256, (x + y) % 256); }
@@ -41,7 +46,7 @@ public:
     }
     QImage& OffBitmap() override { return frame; }
     void RitaBakgrund(BRect rect) override {
-        QRect r = ToQRect(rect).intersected(frame.rect());
+        QRect r = TillPixlar(ToQRect(rect), frame.devicePixelRatio()).intersected(frame.rect());
         for (int y = r.top(); y <= r.bottom(); ++y)
             for (int x = r.left(); x <= r.right(); ++x)
                 frame.setPixel(x, y, Bakgrund(x, y));
@@ -104,9 +109,16 @@ struct Flygning {
     BRect fran{20, 30, 63, 113};
     BRect till{300, 180, 343, 263};
 
-    Flygning() { spel.KortUtSeende_B(44, 84); }
+    explicit Flygning(qreal kvot = 1.0) : yta(kvot) {
+        KortSpel::pixelKvot = kvot;
+        spel.KortUtSeende_B(44, 84);
+    }
+    ~Flygning() { KortSpel::pixelKvot = 1.0; }
+    Flygning(const Flygning&) = delete;
+    Flygning& operator=(const Flygning&) = delete;
     QImage Ansikte(int index) const {
-        return KortSpel::mp_kortbitmap.copy(ToQRect(spel.kortPos[index]));
+        return KortSpel::mp_kortbitmap.copy(
+            TillPixlar(ToQRect(spel.kortPos[index]), KortSpel::pixelKvot));
     }
     QPoint Steg(int s) const {
         BPoint f = fran.LeftTop();
@@ -260,6 +272,33 @@ private slots:
         utan.spel.SattAnimering(utan.fran, utan.till, utan.spel.kortPos[0]);
         utan.spel.TTAnimeraKort(&utan.yta, 40000, false);
         QCOMPARE(utan.yta.frame.pixel(20, 70), ProvYta::Bakgrund(20, 70));
+    }
+
+    // On a screen of two pixels to a unit the card flies on the same steps in view units,
+    // its own pixels laid on the frame's pixels, each step shown by its view rectangle, and
+    // every pixel it covered comes back.
+    void vidKvotTvaFlygerKortetsEgnaPixlar() {
+        Flygning f(2.0);
+        ProvKlocka klocka(100);
+        f.spel.SattAnimering(f.fran, f.till, f.spel.kortPos[12], BRect(20, 0, 63, 83),
+                             f.spel.kortPos[20]);
+        f.spel.TTAnimeraKort(&f.yta, 40000, false);
+        QCOMPARE(int(f.yta.visade.size()), 403);
+        QImage kung = f.Ansikte(12);
+        QCOMPARE(kung.size(), QSize(88, 168));
+        for (int s : {0, 1, 200, 399, 400})
+            QVERIFY2(LiggerPa(f.yta.bilder[1 + s], kung, f.Steg(s) * 2),
+                     qPrintable(QString::number(s)));
+        // Step 200 shows where the card was at step 199 and where it is now, in view units.
+        QCOMPARE(ToQRect(f.yta.visade[1 + 200]),
+                 QRect(f.Steg(199), QSize(44, 84)).united(QRect(f.Steg(200), QSize(44, 84))));
+        QVERIFY(LiggerPa(f.yta.frame, kung, QPoint(600, 360)));
+        QVERIFY(LiggerPa(f.yta.frame, f.Ansikte(20), QPoint(40, 0)));
+        QVERIFY(
+            BaraBakgrundUtom(f.yta.frame, QRect(600, 360, 88, 168).united(QRect(40, 0, 88, 168))));
+        QVERIFY(
+            BaraBakgrundUtom(f.yta.bilder[1 + 200],
+                             QRect(f.Steg(200) * 2, QSize(88, 168)).united(QRect(40, 0, 88, 168))));
     }
 
     // On the real play view a click move flies its card in 400 painted steps before it

@@ -59,6 +59,26 @@ private slots:
         QVERIFY(standard.snapshot.empty());
     }
 
+    void bildensKvotLases() {
+        CommandLine c = Parse({"--game", "8", "--ratio", "2", "--snapshot", "/tmp/a.png"});
+        QVERIFY(c.outcome == CommandLine::Outcome::Run);
+        QCOMPARE(c.ratio.value(), 2.0);
+        QCOMPARE(Parse({"--game", "8", "--ratio=1.5", "--snapshot", "a.png"}).ratio.value(), 1.5);
+        QVERIFY(!Parse({"--game", "8", "--snapshot", "a.png"}).ratio.has_value());
+        QVERIFY(Parse({"--help"}).message.contains("--ratio <R>"));
+        for (const QStringList& bad :
+             {QStringList{"--game", "8", "--ratio", "0.5", "--snapshot", "a.png"},
+              QStringList{"--game", "8", "--ratio", "5", "--snapshot", "a.png"},
+              QStringList{"--game", "8", "--ratio", "two", "--snapshot", "a.png"},
+              QStringList{"--game", "8", "--ratio", "nan", "--snapshot", "a.png"},
+              QStringList{"--game", "8", "--ratio", "2"}}) {
+            CommandLine f = Parse(bad);
+            QVERIFY2(f.outcome == CommandLine::Outcome::Exit, qPrintable(bad.join(' ')));
+            QCOMPARE(f.exitCode, 2);
+            QVERIFY(f.message.contains("--ratio"));
+        }
+    }
+
     void felaktigaVardenGerKod2() {
         for (const QStringList& bad :
              {QStringList{"--seed", "sju"}, QStringList{"--seed", "-1"},

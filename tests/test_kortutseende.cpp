@@ -5,6 +5,7 @@
 #include <QFontInfo>
 #include <QGuiApplication>
 #include <QPainter>
+#include <QSet>
 #include <QTest>
 
 #include <cstdlib>
@@ -53,6 +54,23 @@ QImage EnEtikett(const QString& text, QFont font, int w, int h, QPoint bas) {
     p.setPen(Qt::black);
     p.drawText(QPointF(bas), text);
     return bild;
+}
+
+// In-between pixels of a black label or edge on the grey card, against its black ones: the
+// fewer to each black pixel, the sharper the drawing.
+double Mellantoner(const QImage& bild, QRect q) {
+    int svarta = 0;
+    int mellan = 0;
+    for (int y = q.top(); y <= q.bottom(); ++y)
+        for (int x = q.left(); x <= q.right(); ++x) {
+            QRgb p = bild.pixel(x, y);
+            if (qAlpha(p) != 255)
+                continue;
+            int r = qRed(p);
+            svarta += r < 16;
+            mellan += r >= 16 && r < 204;
+        }
+    return svarta == 0 ? 1e9 : double(mellan) / svarta;
 }
 
 } // namespace
@@ -162,6 +180,151 @@ private slots:
                 qPrintable(
                     QStringLiteral("card %1, plain %2, bold %3").arg(kort).arg(iRak).arg(iFet)));
         }
+    }
+
+    // Two pixels to a unit: the same rectangles in view units, a picture with twice the
+    // pixels each way, and every face where its rectangle says.
+    void vidKvotTvaSammaRektanglarIDubbeltSaMangaPixlar() {
+        for (Utseende u : {Utseende::A, Utseende::B}) {
+            KortBilder ett = RitaKortUtSeende(u, 44, 83, LaddaKortSymboler(1.0), 1.0);
+            KortBilder tva = RitaKortUtSeende(u, 44, 83, LaddaKortSymboler(2.0), 2.0);
+            QCOMPARE(tva.ram, ett.ram);
+            QCOMPARE(tva.kortPos, ett.kortPos);
+            QCOMPARE(tva.baksidor, ett.baksidor);
+            QCOMPARE(tva.bild.devicePixelRatio(), 2.0);
+            QCOMPARE(tva.bild.size(), ett.bild.size() * 2);
+            QCOMPARE(tva.bild.deviceIndependentSize(), QSizeF(ett.bild.size()));
+            // The ace of spades: grey inside, clear of symbols and labels, black edges exactly
+            // on its pixels, nothing beside it.
+            QRect ess = TillPixlar(ToQRect(tva.kortPos[39]), 2.0);
+            QCOMPARE(ess, QRect(2, 3 * 166 + 2, 88, 166));
+            int mittY = ess.center().y();
+            QCOMPARE(QColor(tva.bild.pixel(ess.left() + 6, ess.top() + 72)), QColor(220, 220, 220));
+            QCOMPARE(qAlpha(tva.bild.pixel(ess.left() - 1, mittY)), 0);
+            QCOMPARE(tva.bild.pixel(ess.left(), mittY), qRgb(0, 0, 0));
+            QCOMPARE(tva.bild.pixel(ess.left() + 1, mittY), qRgb(0, 0, 0));
+            QCOMPARE(tva.bild.pixel(ess.right() - 1, mittY), qRgb(0, 0, 0));
+            QCOMPARE(tva.bild.pixel(ess.right(), mittY), qRgb(0, 0, 0));
+        }
+    }
+
+    // A card's outline is a unit wide in both: one black pixel at one pixel to a unit, two
+    // at two, with no pixel of in-between grey beside it along the straight edge.
+    void kanternaArLikaSkarpaVidKvotTva() {
+        for (qreal kvot : {1.0, 2.0}) {
+            KortBilder b = RitaKortUtSeende(Utseende::A, 60, 100, QImage(), kvot);
+            for (int kort : {0, 17, 51}) {
+                QRect px = TillPixlar(ToQRect(b.kortPos[kort]), kvot);
+                const int bredd = static_cast<int>(kvot);
+                for (int y = px.top() + px.height() / 3; y < px.top() + px.height() * 2 / 3; ++y) {
+                    for (int i = 0; i < bredd; ++i) {
+                        QCOMPARE(b.bild.pixel(px.left() + i, y), qRgb(0, 0, 0));
+                        QCOMPARE(b.bild.pixel(px.right() - i, y), qRgb(0, 0, 0));
+                    }
+                    QCOMPARE(b.bild.pixel(px.left() + bredd, y), qRgb(220, 220, 220));
+                    QCOMPARE(b.bild.pixel(px.right() - bredd, y), qRgb(220, 220, 220));
+                }
+            }
+        }
+    }
+
+    // The labels are drawn in the pixels, not enlarged: at two pixels to a unit a stroke's
+    // soft edge stays about a pixel wide while the stroke grows twice as wide, so there are
+    // far fewer in-between pixels to each black one than at one pixel to a unit. An
+    // enlarged label would have as many or more.
+    void etiketternaArSkarpaVidKvotTva() {
+        const int w = 60;
+        const int h = 100;
+        for (Utseende u : {Utseende::A, Utseende::B}) {
+            KortBilder ett = RitaKortUtSeende(u, w, h, QImage(), 1.0);
+            KortBilder tva = RitaKortUtSeende(u, w, h, QImage(), 2.0);
+            // The king of spades' label, bottom right (row 3, column 12), inside the card's
+            // outline and its rounded corner.
+            QRect etikett(12 * w + w - 32, 3 * h + h - 31, 25, 27);
+            double vidEtt = Mellantoner(ett.bild, etikett);
+            double vidTva = Mellantoner(tva.bild, TillPixlar(etikett, 2.0));
+            double forstorad =
+                Mellantoner(ett.bild.scaled(ett.bild.size() * 2, Qt::IgnoreAspectRatio,
+                                            Qt::SmoothTransformation),
+                            TillPixlar(etikett, 2.0));
+            QVERIFY2(vidTva < 0.7 * vidEtt && forstorad > 0.9 * vidEtt,
+                     qPrintable(QStringLiteral("%1 %2 %3").arg(vidEtt).arg(vidTva).arg(forstorad)));
+        }
+    }
+
+    // The faces at two pixels to a unit are the same table: wherever a unit and all its
+    // neighbours are one colour at one pixel to a unit, its four pixels have that colour.
+    void vidKvotTvaSammaBildIVynsEnheter() {
+        for (Utseende u : {Utseende::A, Utseende::B}) {
+            std::srand(3);
+            KortBilder ett = RitaKortUtSeende(u, 44, 83, LaddaKortSymboler(1.0), 1.0);
+            std::srand(3);
+            KortBilder tva = RitaKortUtSeende(u, 44, 83, LaddaKortSymboler(2.0), 2.0);
+            int lika = 0;
+            int jamna = 0;
+            for (int y = 1; y < ett.bild.height() - 1; ++y)
+                for (int x = 1; x < ett.bild.width() - 1; ++x) {
+                    QRgb c = ett.bild.pixel(x, y);
+                    bool jamn = true;
+                    for (int dy = -1; dy <= 1 && jamn; ++dy)
+                        for (int dx = -1; dx <= 1 && jamn; ++dx)
+                            jamn = ett.bild.pixel(x + dx, y + dy) == c;
+                    if (!jamn)
+                        continue;
+                    ++jamna;
+                    lika += tva.bild.pixel(2 * x, 2 * y) == c &&
+                            tva.bild.pixel(2 * x + 1, 2 * y) == c &&
+                            tva.bild.pixel(2 * x, 2 * y + 1) == c &&
+                            tva.bild.pixel(2 * x + 1, 2 * y + 1) == c;
+                }
+            QVERIFY(jamna > ett.bild.width() * ett.bild.height() / 2);
+            QVERIFY2(lika > jamna - jamna / 1000,
+                     qPrintable(QStringLiteral("%1 of %2").arg(lika).arg(jamna)));
+        }
+    }
+
+    // At a ratio that is not whole the faces still lie side by side, each filled to its
+    // edges by its own blank card, some a pixel wider or taller than others.
+    void vidKvotEnOchEnHalvFyllerVarjeKortSinaPixlar() {
+        KortBilder b = RitaKortUtSeende(Utseende::A, 45, 83, QImage(), 1.5);
+        QCOMPARE(b.bild.devicePixelRatio(), 1.5);
+        QCOMPARE(b.bild.size(), TillPixlar(ToQRect(b.ram), 1.5).size());
+        QSet<int> bredder;
+        for (int kort = 0; kort < 52; ++kort) {
+            QRect px = TillPixlar(ToQRect(b.kortPos[kort]), 1.5);
+            bredder.insert(px.width());
+            int y = px.center().y();
+            auto mork = [](QRgb p) { return qAlpha(p) >= 250 && qRed(p) < 110; };
+            QVERIFY(mork(b.bild.pixel(px.left(), y)));
+            QVERIFY(mork(b.bild.pixel(px.right(), y)));
+            // Past the rounded corner; a J's tail comes down over the bottom edge.
+            QVERIFY(mork(b.bild.pixel(px.left() + 26, px.top())));
+            QVERIFY(kort % 13 == 10 || mork(b.bild.pixel(px.left() + 26, px.bottom())));
+            // Clear of the symbol (top left) and the label (bottom right).
+            QCOMPARE(QColor(b.bild.pixel(px.left() + 33, px.top() + 70)), QColor(220, 220, 220));
+        }
+        QCOMPARE(bredder.size(), 2);
+    }
+
+    // The picture given to draw into is drawn over whole when it has the size: the same
+    // faces as in a new one, in the same memory; one of another size is not used.
+    void enBildAvSammaStorlekRitasOver() {
+        QImage symboler = LaddaKortSymboler(2.0);
+        std::srand(4);
+        KortBilder ny = RitaKortUtSeende(Utseende::B, 44, 83, symboler, 2.0);
+        QImage gammal = RitaKortUtSeende(Utseende::A, 44, 83, symboler, 2.0).bild;
+        const uchar* minne = gammal.constBits();
+        std::srand(4);
+        KortBilder igen = RitaKortUtSeende(Utseende::B, 44, 83, symboler, 2.0, std::move(gammal));
+        QCOMPARE(igen.bild.constBits(), minne);
+        QCOMPARE(igen.bild, ny.bild);
+        QCOMPARE(igen.bild.devicePixelRatio(), 2.0);
+
+        QImage annan = RitaKortUtSeende(Utseende::B, 60, 100, symboler, 2.0).bild;
+        std::srand(4);
+        KortBilder storre = RitaKortUtSeende(Utseende::B, 44, 83, symboler, 2.0, annan);
+        QCOMPARE(storre.bild, ny.bild);
+        QCOMPARE(annan.size(), QSize(2 * (14 * 60 + 6), 2 * (4 * 100 + 6)));
     }
 
     void utanSymbolbildRitasKortenAnda() {

@@ -123,6 +123,23 @@ private slots:
         QCOMPARE(ToBPoint(QPointF(5.5, 6.5)), BPoint(5.5f, 6.5f));
     }
 
+    void vynsRektanglarIPixlar() {
+        QCOMPARE(TillPixlar(QRect(3, 4, 44, 83), 1.0), QRect(3, 4, 44, 83));
+        QCOMPARE(TillPixlar(QRect(3, 4, 44, 83), 2.0), QRect(6, 8, 88, 166));
+        QCOMPARE(TillPixlar(QPoint(3, 4), 2.0), QPoint(6, 8));
+        QCOMPARE(FranPixlar(QRect(6, 8, 88, 166), 2.0), QRect(3, 4, 44, 83));
+        // An odd pixel edge lies inside a view unit, which is then covered whole.
+        QCOMPARE(FranPixlar(QRect(7, 8, 87, 165), 2.0), QRect(3, 4, 44, 83));
+        // At a ratio that is not whole, rectangles side by side still cover pixels side by
+        // side, each edge on its nearest pixel boundary.
+        QRect a = TillPixlar(QRect(0, 0, 3, 1), 1.5);
+        QRect b = TillPixlar(QRect(3, 0, 3, 1), 1.5);
+        QCOMPARE(a, QRect(0, 0, 5, 2));
+        QCOMPARE(b.left(), a.right() + 1);
+        QCOMPARE(a.width() + b.width(), 9);
+        QCOMPARE(PixelPunkt(QPoint(5, 9), 2.0), QPointF(2.5, 4.5));
+    }
+
     void systemTimeGarFramatISnooze() {
         bigtime_t fore = system_time();
         snooze(20000);

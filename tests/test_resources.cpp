@@ -4,6 +4,8 @@
 #include <QGuiApplication>
 #include <QTest>
 
+#include <cstdlib>
+
 namespace {
 
 // The opaque pixels of one symbol's place, and their bounding box.
@@ -70,6 +72,34 @@ private slots:
                      qPrintable(QStringLiteral("%1x%2").arg(t.ram.width()).arg(t.ram.height())));
             double andel = double(t.opaka) / t.yta;
             QVERIFY2(andel > 0.35 && andel < 0.90, qPrintable(QString::number(andel)));
+        }
+    }
+
+    // The drawing with twice the pixels, for screens with more than one pixel to a unit:
+    // the same symbols in the same places, each edge twice as finely drawn.
+    void symbolernaMedDubbeltSaMangaPixlar() {
+        QImage ett = LaddaKortSymboler(1.0).convertToFormat(QImage::Format_ARGB32);
+        QImage tva = LaddaKortSymboler(2.0).convertToFormat(QImage::Format_ARGB32);
+        QCOMPARE(ett.devicePixelRatio(), 1.0);
+        QCOMPARE(tva.devicePixelRatio(), 2.0);
+        QCOMPARE(tva.size(), QSize(322, 92));
+        QCOMPARE(LaddaKortSymboler(1.5).devicePixelRatio(), 2.0);
+        const auto& platser = SymbolRektanglar();
+        for (int s = 0; s < 4; ++s) {
+            QRect plats = ToQRect(platser[s]);
+            QRect dubbel = TillPixlar(plats, 2.0);
+            Tackning t1 = Tacker(ett, plats);
+            Tackning t2 = Tacker(tva, dubbel);
+            QVERIFY(dubbel.contains(t2.ram));
+            double andel1 = double(t1.opaka) / t1.yta;
+            double andel2 = double(t2.opaka) / t2.yta;
+            QVERIFY2(std::abs(andel1 - andel2) < 0.03,
+                     qPrintable(QStringLiteral("%1 %2").arg(andel1).arg(andel2)));
+            QVERIFY(std::abs(t2.ram.left() - 2 * t1.ram.left()) <= 2);
+            QVERIFY(std::abs(t2.ram.right() - (2 * t1.ram.right() + 1)) <= 2);
+            QVERIFY(std::abs(t2.ram.top() - 2 * t1.ram.top()) <= 2);
+            QVERIFY(std::abs(t2.ram.bottom() - (2 * t1.ram.bottom() + 1)) <= 2);
+            QCOMPARE(tva.pixel(dubbel.center()), ett.pixel(plats.center()));
         }
     }
 };

@@ -1,11 +1,14 @@
 // Draws the four suit symbols of the cards, "Kort.png": a 161 × 46 picture with a
 // transparent background and a heart, a diamond, a club and a spade, each filling about
 // 39 × 43 pixels of its place. Run as: kortpng resources/Kort.png
+// With a scale, the same drawing with that many pixels to each of those: for screens of more
+// than one pixel to a unit, "kortpng resources/Kort@2x.png 2".
 #include <QImage>
 #include <QPainter>
 #include <QPainterPath>
 
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 
@@ -88,15 +91,17 @@ void Rita(QPainter& painter, const QPainterPath& symbol, int vanster, const QCol
 } // namespace
 
 int main(int argc, char* argv[]) {
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: kortpng OUTPUT.png\n");
+    const int skala = argc == 3 ? std::atoi(argv[2]) : 1;
+    if ((argc != 2 && argc != 3) || skala < 1 || skala > 4) {
+        std::fprintf(stderr, "usage: kortpng OUTPUT.png [SCALE 1..4]\n");
         return 2;
     }
-    QImage bild(161, 46, QImage::Format_ARGB32_Premultiplied);
+    QImage bild(161 * skala, 46 * skala, QImage::Format_ARGB32_Premultiplied);
     bild.fill(Qt::transparent);
     {
         QPainter painter(&bild);
         painter.setRenderHint(QPainter::Antialiasing);
+        painter.scale(skala, skala);
         // Nothing may spill out of a symbol's place.
         Rita(painter, Hjarter(), 0, kRod);
         Rita(painter, Ruter(), 41, kRod);

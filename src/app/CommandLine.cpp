@@ -42,6 +42,7 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
     const QString gameOption = QStringLiteral("game");
     const QString noAnimationOption = QStringLiteral("no-animation");
     const QString sizeOption = QStringLiteral("size");
+    const QString ratioOption = QStringLiteral("ratio");
     const QString snapshotOption = QStringLiteral("snapshot");
 
     if (!parser.parse(arguments))
@@ -100,6 +101,18 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
                         parser);
         result.width = width;
         result.height = height;
+    }
+    if (parser.isSet(ratioOption)) {
+        bool ok = false;
+        double ratio = parser.value(ratioOption).toDouble(&ok);
+        if (!ok || !(ratio >= 1.0 && ratio <= 4.0))
+            return Fail(QStringLiteral("--ratio wants a number from 1 to 4, such as 2 or 1.5, "
+                                       "not '%1'")
+                            .arg(parser.value(ratioOption)),
+                        parser);
+        if (!parser.isSet(snapshotOption))
+            return Fail(QStringLiteral("--ratio is for --snapshot FILE"), parser);
+        result.ratio = ratio;
     }
     if (parser.isSet(snapshotOption)) {
         if (parser.value(snapshotOption).isEmpty())

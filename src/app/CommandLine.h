@@ -16,6 +16,8 @@ struct CommandLine {
     // A table size for the snapshot, and the picture file to write it to.
     int width = 640;
     int height = 480;
+    // The snapshot's device pixel ratio; the screen's when not given.
+    std::optional<double> ratio;
     std::string snapshot;
 
     enum class Outcome { Run, Exit };

@@ -1,5 +1,7 @@
 #include "app/DragFonster.h"
 
+#include "platform/QtGeometry.h"
+
 #include <QBitmap>
 #include <QPainter>
 
@@ -24,14 +26,21 @@ void DragFonster::Visa(const QImage& kort, int alfa, QPoint hornet) {
     }
     bild = bild.convertToFormat(QImage::Format_RGB32);
 
-    QImage form(kort.size(), QImage::Format_Mono);
+    // The window and its shape are in view units, the picture in the screen's pixels: a unit
+    // belongs to the shape when any of its pixels shows a card, so the edge keeps every pixel
+    // of the outline.
+    const qreal kvot = kort.devicePixelRatio();
+    const QRect yta = FranPixlar(kort.rect(), kvot);
+    QImage form(yta.size(), QImage::Format_Mono);
     form.setColorTable({qRgb(255, 255, 255), qRgb(0, 0, 0)});
+    form.fill(0);
     for (int y = 0; y < kort.height(); ++y)
         for (int x = 0; x < kort.width(); ++x)
-            form.setPixel(x, y, qAlpha(kort.pixel(x, y)) != 0 ? 1 : 0);
+            if (qAlpha(kort.pixel(x, y)) != 0)
+                form.setPixel(static_cast<int>(x / kvot), static_cast<int>(y / kvot), 1);
 
     setWindowOpacity(alfa / 255.0);
-    setFixedSize(bild.size());
+    setFixedSize(yta.size());
     setMask(QBitmap::fromImage(form));
     move(hornet);
     show();
@@ -49,6 +58,7 @@ void DragFonster::Gom() {
     bild = QImage();
 }
 
+// Drawn in its own pixels: one to one on a screen of the picture's ratio.
 void DragFonster::paintEvent(QPaintEvent*) {
     QPainter p(this);
     p.setCompositionMode(QPainter::CompositionMode_Source);

@@ -16,7 +16,8 @@ public:
     explicit DragFonster(QWidget* agare);
 
     // Shows `bild`, whose visible pixels all have the alpha `alfa`, with its top-left
-    // corner at `hornet` on the screen.
+    // corner at `hornet` on the screen; the window is as large as the picture is in view
+    // units by its ratio.
     void Visa(const QImage& bild, int alfa, QPoint hornet);
     // Moves the picture's top-left corner to `hornet` on the screen.
     void Flytta(QPoint hornet);

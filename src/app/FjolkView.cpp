@@ -8,13 +8,27 @@
 #include <QMouseEvent>
 #include <QPainter>
 
-FjolkView::FjolkView(QWidget* parent)
-    : QWidget(parent), offBitmap(kMaxBredd, kMaxHojd, QImage::Format_ARGB32_Premultiplied) {
+namespace {
+
+const QRect kStorstaBordet(0, 0, FjolkView::kMaxBredd, FjolkView::kMaxHojd);
+
+} // namespace
+
+FjolkView::FjolkView(QWidget* parent) : QWidget(parent), kvot(devicePixelRatioF()) {
     setObjectName(QStringLiteral("PView"));
     // Every pixel is painted from the off-screen frame: nothing to erase first.
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(false);
+    // The games made on this view render their cards for its screen.
+    KortSpel::pixelKvot = kvot;
+    offBitmap = Buffert();
     offBitmap.fill(ToQColor(kBordsGron));
+}
+
+QImage FjolkView::Buffert() const {
+    QImage buffert(TillPixlar(kStorstaBordet, kvot).size(), QImage::Format_ARGB32_Premultiplied);
+    buffert.setDevicePixelRatio(kvot);
+    return buffert;
 }
 
 FjolkView::~FjolkView() = default;
@@ -29,6 +43,10 @@ FjolkView::Arbete::~Arbete() {
 }
 
 void FjolkView::ArbeteKlart() {
+    if (kvotVantar) {
+        kvotVantar = false;
+        FoljSkarmen();
+    }
     if (omRaknaVantar) {
         omRaknaVantar = false;
         OmRakna();
@@ -59,12 +77,13 @@ std::unique_ptr<Patiens> FjolkView::TaSpel() {
     std::unique_ptr<Patiens> gammalt = std::move(spel);
     // The next game is dealt on an empty table, not over this one's last picture.
     QPainter p(&offBitmap);
-    LaggBakgrund(p, rect().intersected(offBitmap.rect()));
+    LaggBakgrund(p, rect().intersected(kStorstaBordet));
     return gammalt;
 }
 
 void FjolkView::TaEmotSpel(const std::function<std::unique_ptr<Patiens>()>& skapa) {
     Arbete arbetet(*this);
+    KortSpel::pixelKvot = kvot;
     tarEmot = true;
     std::unique_ptr<Patiens> nytt = skapa();
     tarEmot = false;
@@ -77,19 +96,49 @@ BRect FjolkView::Bounds() const {
 }
 
 // The background buffer is only needed for a picture: the plain table is filled with its
-// green directly. Made at the largest size when a picture is first chosen, it is never
-// made again.
+// green directly. Made at the largest size when a picture is first chosen, it is made again
+// only for a screen with another ratio.
 void FjolkView::FyllBakgrund() {
     if (bakgrundsBild.isNull())
         return;
-    if (backBitmap.isNull())
-        backBitmap = QImage(kMaxBredd, kMaxHojd, QImage::Format_ARGB32_Premultiplied);
-    // The picture is stretched over the table as large as it is now.
+    if (backBitmap.isNull() || backBitmap.devicePixelRatio() != kvot)
+        backBitmap = Buffert();
+    // The picture is stretched over the table as large as it is now, straight into the
+    // buffer's pixels.
     backBitmap.fill(ToQColor(kBordsGron));
     QPainter p(&backBitmap);
     p.setCompositionMode(QPainter::CompositionMode_Source);
     p.setRenderHint(QPainter::SmoothPixmapTransform);
-    p.drawImage(rect().intersected(backBitmap.rect()), bakgrundsBild);
+    p.drawImage(rect().intersected(kStorstaBordet), bakgrundsBild);
+}
+
+void FjolkView::SattPixelKvot(qreal nyKvot) {
+    kvot = nyKvot;
+    offBitmap = Buffert();
+    offBitmap.fill(ToQColor(kBordsGron));
+    if (!backBitmap.isNull())
+        backBitmap = Buffert();
+    OmRakna();
+    update();
+}
+
+// A game at work keeps its pictures until the work is over: a flight has its buffers.
+void FjolkView::FoljSkarmen() {
+    qreal skarmens = devicePixelRatioF();
+    if (skarmens == kvot)
+        return;
+    if (Arbetar()) {
+        kvotVantar = true;
+        return;
+    }
+    SattPixelKvot(skarmens);
+}
+
+bool FjolkView::event(QEvent* event) {
+    if (event->type() == QEvent::ScreenChangeInternal || event->type() == QEvent::Show ||
+        event->type() == QEvent::Paint)
+        FoljSkarmen();
+    return QWidget::event(event);
 }
 
 void FjolkView::SattBakgrundsBild(const QImage& bild) {
@@ -115,7 +164,7 @@ void FjolkView::InvalidateOffscreen() {
 
 void FjolkView::Komponera(Patiens& game) {
     QPainter p(&offBitmap);
-    QRect yta = rect().intersected(offBitmap.rect());
+    QRect yta = rect().intersected(kStorstaBordet);
     LaggBakgrund(p, yta);
     game.RitaSpel(p);
 }
@@ -128,7 +177,7 @@ void FjolkView::RitaOm(Patiens& game) {
 }
 
 void FjolkView::RitaBakgrund(BRect rect) {
-    QRect yta = ToQRect(rect).intersected(offBitmap.rect());
+    QRect yta = ToQRect(rect).intersected(kStorstaBordet);
     QPainter p(&offBitmap);
     LaggBakgrund(p, yta);
 }
@@ -138,10 +187,12 @@ void FjolkView::LaggBakgrund(QPainter& p, const QRect& yta) {
     p.setCompositionMode(QPainter::CompositionMode_Source);
     // The plain table is all one green: filling it is half the memory traffic of copying
     // the background buffer, which holds nothing else then.
-    if (bakgrundsBild.isNull())
+    if (bakgrundsBild.isNull()) {
         p.fillRect(yta, ToQColor(kBordsGron));
-    else
-        p.drawImage(yta.topLeft(), backBitmap, yta);
+    } else {
+        QRect pixlar = TillPixlar(yta, kvot);
+        p.drawImage(PixelPunkt(pixlar.topLeft(), kvot), backBitmap, pixlar);
+    }
     p.setCompositionMode(lage);
 }
 
@@ -158,12 +209,15 @@ void FjolkView::VisaNu(BRect rect) {
 }
 
 // The frame is shown whenever the view is: the table being dealt, the game's, or the empty
-// table a game is about to be dealt on.
+// table a game is about to be dealt on. Its pixels are the screen's, copied one to one; a
+// pixel more each way is taken, so that at a ratio that is not whole the damaged area's edge
+// pixels are covered whichever way the screen rounds them.
 void FjolkView::paintEvent(QPaintEvent* event) {
     QPainter p(this);
-    QRect yta = event->rect().intersected(offBitmap.rect());
+    QRect pixlar =
+        TillPixlar(event->rect(), kvot).adjusted(-1, -1, 1, 1).intersected(offBitmap.rect());
     p.setCompositionMode(QPainter::CompositionMode_Source);
-    p.drawImage(yta.topLeft(), offBitmap, yta);
+    p.drawImage(PixelPunkt(pixlar.topLeft(), kvot), offBitmap, pixlar);
 }
 
 void FjolkView::resizeEvent(QResizeEvent*) {
@@ -178,12 +232,13 @@ void FjolkView::resizeEvent(QResizeEvent*) {
 void FjolkView::OmRakna() {
     if (!bakgrundsBild.isNull())
         FyllBakgrund();
+    KortSpel::pixelKvot = kvot;
     if (spel) {
         spel->OmRaknaLuckaKort(Bounds());
         InvalidateOffscreen();
     } else {
         QPainter p(&offBitmap);
-        LaggBakgrund(p, rect().intersected(offBitmap.rect()));
+        LaggBakgrund(p, rect().intersected(kStorstaBordet));
     }
 }
 

@@ -31,7 +31,8 @@ public:
     explicit FjolkView(QWidget* parent = nullptr);
     ~FjolkView() override;
 
-    // The largest table: both buffers have this size and are never reallocated.
+    // The largest table, in view units: both buffers have this size, in as many device
+    // pixels as the screen gives a unit, and are made anew only for another ratio.
     static constexpr int kMaxBredd = 1280;
     static constexpr int kMaxHojd = 1024;
     // The alpha of every visible pixel of the dragged cards.
@@ -83,6 +84,14 @@ public:
     // Puts `rect` of the off-screen frame on the screen now.
     void VisaNu(BRect rect) override;
 
+    // The device pixels to a view unit of the frame, the background buffer and the card
+    // faces: the ratio of the screen the view is on, followed whenever the view is shown on
+    // one with another (once the game's work is over).
+    qreal PixelKvot() const { return kvot; }
+    // Makes the buffers and the cards anew at `nyKvot` and composes the table in them: for a
+    // picture of the table with more pixels than the screen has, on a view never shown.
+    void SattPixelKvot(qreal nyKvot);
+
     void SattBakgrundsBild(const QImage& bild);
     void RensaBakgrundsBild();
     const QImage& BakgrundsBild() const { return bakgrundsBild; }
@@ -100,6 +109,7 @@ public:
     bool tryckSparr = false;
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -113,6 +123,8 @@ private:
     void ArbeteKlart();
     void OmRakna();
     void FyllBakgrund();
+    void FoljSkarmen();
+    QImage Buffert() const;
     // Puts the background, picture or plain green, under `yta` of the frame.
     void LaggBakgrund(QPainter& p, const QRect& yta);
     QPoint DragHorn() const;
@@ -120,6 +132,7 @@ private:
     std::unique_ptr<Patiens> spel;
     const Patiens* givs = nullptr;
     bool tarEmot = false;
+    qreal kvot;
     QImage offBitmap;
     QImage backBitmap;
     QImage bakgrundsBild;
@@ -130,8 +143,10 @@ private:
     uint32_t musKnappar = 0;
 
     int arbete = 0;
-    // A resize or a release that came while the game worked, to be dealt with after.
+    // A resize, a new screen or a release that came while the game worked, to be dealt
+    // with after.
     bool omRaknaVantar = false;
+    bool kvotVantar = false;
     bool slappVantar = false;
     BPoint slappPunkt;
 

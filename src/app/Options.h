@@ -28,6 +28,10 @@ inline constexpr Option kOptions[] = {
     {nullptr, "no-animation", nullptr,
      "Start with the \"Animation\" option off: cards move at once."},
     {nullptr, "size", "WxH", "The table's size for --snapshot, e.g. 640x480 (at most 1280x1024)."},
+    {nullptr, "ratio", "R",
+     "The pixels of --snapshot to each unit of the table, each way: 2 draws it as a screen of "
+     "device pixel ratio 2 shows it, twice as wide and high (1 to 4; by default the "
+     "screen's)."},
     {nullptr, "snapshot", "FILE",
      "Deal the game of --game, draw the table without a display and write it to FILE as a "
      "PNG picture, then exit."},

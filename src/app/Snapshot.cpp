@@ -2,11 +2,14 @@
 
 #include "app/FjolkView.h"
 #include "games/Spelfabrik.h"
+#include "platform/QtGeometry.h"
 
 #include <cstdio>
 
-int SparaBild(int spelNr, int bredd, int hojd, const std::string& fil) {
+int SparaBild(int spelNr, int bredd, int hojd, const std::string& fil, std::optional<double> kvot) {
     FjolkView view;
+    if (kvot)
+        view.SattPixelKvot(*kvot);
     view.resize(bredd, hojd);
     view.SattSpel(SkapaSpel(spelNr, &view, view.Bounds(), false));
     if (view.Spel() == nullptr) {
@@ -14,7 +17,7 @@ int SparaBild(int spelNr, int bredd, int hojd, const std::string& fil) {
                      spelNr);
         return 1;
     }
-    QImage bild = view.OffBitmap().copy(0, 0, bredd, hojd);
+    QImage bild = view.OffBitmap().copy(TillPixlar(QRect(0, 0, bredd, hojd), view.PixelKvot()));
     if (!bild.save(QString::fromStdString(fil), "PNG")) {
         std::fprintf(stderr, "fjolkpatience: cannot write %s.\n", fil.c_str());
         return 1;

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 // Deals game `spelNr` (with the random numbers as seeded), draws its table at
-// `bredd` × `hojd` without showing a window and writes it as a PNG picture. Returns the
-// program's exit code, and says on stderr what went wrong.
-int SparaBild(int spelNr, int bredd, int hojd, const std::string& fil);
+// `bredd` × `hojd` view units without showing a window and writes it as a PNG picture, with
+// `kvot` pixels to a unit each way (the screen's when none is given). Returns the program's
+// exit code, and says on stderr what went wrong.
+int SparaBild(int spelNr, int bredd, int hojd, const std::string& fil,
+              std::optional<double> kvot = std::nullopt);

@@ -49,7 +49,7 @@ int main(int argc, char* argv[]) {
         AttributeStore::SetDataDirectory(commandLine.dataDirectory);
     if (!commandLine.snapshot.empty())
         return SparaBild(commandLine.game, commandLine.width, commandLine.height,
-                         commandLine.snapshot);
+                         commandLine.snapshot, commandLine.ratio);
     MatForstaBilden(commandLine.game >= 0);
     FjolkApp fjolk(AttributeStore::Program());
     if (commandLine.noAnimation)

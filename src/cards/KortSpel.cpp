@@ -8,12 +8,14 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include <cmath>
 #include <string>
 
 QImage KortSpel::bmp;
 BPoint KortSpel::point;
 QImage KortSpel::mp_kortbitmap;
 QImage KortSpel::mp_kortsrcbitmap;
+qreal KortSpel::pixelKvot = 1.0;
 int KortSpel::antalSpel = 0;
 
 namespace {
@@ -33,7 +35,7 @@ QPainterPath Rundad(BRect pos, float radie) {
 // The pictures are shared by every game alive and let go with the last one; a new game
 // loads the symbols afresh, as each game object always did.
 KortSpel::KortSpel() {
-    mp_kortsrcbitmap = LaddaKortSymboler();
+    mp_kortsrcbitmap = LaddaKortSymboler(pixelKvot);
     symbolPos = SymbolRektanglar();
     kortPos.reserve(52);
     ++antalSpel;
@@ -48,14 +50,22 @@ KortSpel::~KortSpel() {
 }
 
 void KortSpel::KortUtSeende_A(int w, int h) {
-    KortBilder bilder = RitaKortUtSeende(Utseende::A, w, h, mp_kortsrcbitmap);
-    mp_kortbitmap = std::move(bilder.bild);
-    kortPos = std::move(bilder.kortPos);
-    baksidaPos = bilder.baksidor;
+    RitaFramsidor(Utseende::A, w, h);
 }
 
 void KortSpel::KortUtSeende_B(int w, int h) {
-    KortBilder bilder = RitaKortUtSeende(Utseende::B, w, h, mp_kortsrcbitmap);
+    RitaFramsidor(Utseende::B, w, h);
+}
+
+void KortSpel::RitaFramsidor(Utseende utseende, int w, int h) {
+    // The symbols follow the ratio: a view moved to a screen with more pixels wants them
+    // drawn with more.
+    if (!mp_kortsrcbitmap.isNull() && mp_kortsrcbitmap.devicePixelRatio() != SymbolKvot(pixelKvot))
+        mp_kortsrcbitmap = LaddaKortSymboler(pixelKvot);
+    // The old faces' picture is drawn over when it has the size (unless another holder
+    // keeps it).
+    KortBilder bilder =
+        RitaKortUtSeende(utseende, w, h, mp_kortsrcbitmap, pixelKvot, std::move(mp_kortbitmap));
     mp_kortbitmap = std::move(bilder.bild);
     kortPos = std::move(bilder.kortPos);
     baksidaPos = bilder.baksidor;
@@ -74,10 +84,12 @@ void KortSpel::GeKortenFramsidor(std::vector<Lucka>& luckor) const {
             lucka.GeKort().NyPos(FramsidaFor(lucka.GeKort()));
 }
 
-// A face is w × h pixels and a slot's inclusive rectangle one more each way: the face is
-// copied one to one into the slot's top-left corner, never stretched by a pixel.
+// A face is w × h view units and a slot's inclusive rectangle one more each way: the face is
+// copied one to one into the slot's top-left corner, never stretched by a pixel. The face's
+// own pixels are taken, as many as the picture's ratio gives it.
 void KortSpel::RitaKort(QPainter& p, BRect kortBild, BRect till) const {
-    p.drawImage(ToQPoint(till.LeftTop()), mp_kortbitmap, ToQRect(kortBild));
+    p.drawImage(ToQPoint(till.LeftTop()), mp_kortbitmap,
+                TillPixlar(ToQRect(kortBild), mp_kortbitmap.devicePixelRatio()));
 }
 
 void KortSpel::RitaLucka(QPainter& p, const Lucka& lucka) const {
@@ -147,10 +159,12 @@ void KortSpel::ByggDragBild(const std::vector<Lucka>& luckor, const std::vector<
         forsta = false;
     }
     QRect yta = ToQRect(ram);
-    bmp = QImage(yta.size(), QImage::Format_ARGB32_Premultiplied);
+    QRect pixlar = TillPixlar(yta, pixelKvot);
+    bmp = QImage(pixlar.size(), QImage::Format_ARGB32_Premultiplied);
+    bmp.setDevicePixelRatio(pixelKvot);
     bmp.fill(Qt::transparent);
     QPainter p(&bmp);
-    p.translate(-yta.topLeft());
+    p.translate(-PixelPunkt(pixlar.topLeft(), pixelKvot));
     for (int i : valda)
         RitaLucka(p, luckor[i]);
     p.end();
@@ -179,7 +193,8 @@ void KortSpel::XXAnimeraKort(SpelYta* view, int tid, bool kant) {
 
 // The flight blocks the window as the cards always did: a tight loop timed by the clock,
 // each step drawn into the off-screen frame over what the card covered before, and put
-// on the screen at once.
+// on the screen at once. The card lies on whole view units, and what it covers is kept and
+// put back pixel for pixel.
 void KortSpel::AnimeraKort(SpelYta* view, int tid, bool kant, bool visaUnder, Flygande vad) {
     QImage& frame = view->OffBitmap();
     view->RitaBakgrund(animFran);
@@ -192,32 +207,42 @@ void KortSpel::AnimeraKort(SpelYta* view, int tid, bool kant, bool visaUnder, Fl
     }
     view->VisaNu(animFran);
 
-    QImage bild = vad == Flygande::DragBild ? bmp : mp_kortbitmap.copy(ToQRect(animKort));
-    QRect yta(QPoint(0, 0), bild.size());
-    QImage under(yta.size(), frame.format());
+    QImage bild =
+        vad == Flygande::DragBild
+            ? bmp
+            : mp_kortbitmap.copy(TillPixlar(ToQRect(animKort), mp_kortbitmap.devicePixelRatio()));
+    const qreal kvot = frame.devicePixelRatio();
+    // The card's pixels in the frame: its own, unless it was drawn for another ratio.
+    const QSize storlek(
+        static_cast<int>(std::ceil(bild.width() * kvot / bild.devicePixelRatio())),
+        static_cast<int>(std::ceil(bild.height() * kvot / bild.devicePixelRatio())));
+    QImage under(storlek, frame.format());
+    under.setDevicePixelRatio(kvot);
 
     auto lagg = [&](BPoint var) {
-        QRect r = yta.translated(static_cast<int>(var.x), static_cast<int>(var.y));
+        QRect r(TillPixlar(QPoint(static_cast<int>(var.x), static_cast<int>(var.y)), kvot),
+                storlek);
         {
             QPainter p(&under);
             p.setCompositionMode(QPainter::CompositionMode_Source);
-            p.drawImage(QPoint(0, 0), frame, r);
+            p.drawImage(QPointF(0, 0), frame, r);
         }
         QPainter p(&frame);
-        p.drawImage(r.topLeft(), bild);
+        p.drawImage(PixelPunkt(r.topLeft(), kvot), bild);
         return r;
     };
     auto aterstall = [&](const QRect& r) {
         QPainter p(&frame);
         p.setCompositionMode(QPainter::CompositionMode_Source);
-        p.drawImage(r.topLeft(), under);
+        p.drawImage(PixelPunkt(r.topLeft(), kvot), under);
     };
+    auto visa = [&](const QRect& pixlar) { view->VisaNu(ToBRect(FranPixlar(pixlar, kvot))); };
 
     BPoint fran = animFran.LeftTop();
     BPoint vag = animTill.LeftTop() - fran;
     bigtime_t start = system_time();
     QRect forra = lagg(fran);
-    view->VisaNu(ToBRect(forra));
+    visa(forra);
     int forraSteg = 0;
     for (;;) {
         bigtime_t e = system_time() - start;
@@ -231,12 +256,12 @@ void KortSpel::AnimeraKort(SpelYta* view, int tid, bool kant, bool visaUnder, Fl
         BPoint var(fran.x + vag.x * static_cast<float>(steg) / 400.0f,
                    fran.y + vag.y * static_cast<float>(steg) / 400.0f);
         QRect nu = lagg(var);
-        view->VisaNu(ToBRect(forra.united(nu)));
+        visa(forra.united(nu));
         forra = nu;
     }
     aterstall(forra);
     QRect sist = lagg(animTill.LeftTop());
-    view->VisaNu(ToBRect(forra.united(sist)));
+    visa(forra.united(sist));
 }
 
 bool Patiens::LamnatKlickRutan(BPoint press, BPoint now) const {

@@ -17,10 +17,12 @@
 #include <vector>
 
 class QPainter;
+enum class Utseende;
 
 // What every game shares for showing cards: the card-face picture (shared by all games
-// alive, rendered at the current card size), the drag image and its hot spot, the slots
-// being dragged, and the card animations.
+// alive, rendered at the current card size and the play view's pixel ratio), the drag image
+// and its hot spot, the slots being dragged, and the card animations. Every rectangle a game
+// sees is in view units; only the pictures have more pixels on a screen that has more.
 class KortSpel {
 public:
     KortSpel();
@@ -43,8 +45,9 @@ public:
     void SattAnimering(BRect fran, BRect till, BRect kort, BRect underPos = BRect(0, 0, 0, 0),
                        BRect underKort = BRect(0, 0, 0, 0));
 
-    // Renders all 52 faces and the four backs at w × h: look A (symbol top left, one
-    // label) or look B (symbols and labels in two corners).
+    // Renders all 52 faces and the four backs at w × h view units and `pixelKvot` device
+    // pixels to a unit: look A (symbol top left, one label) or look B (symbols and labels in
+    // two corners).
     void KortUtSeende_A(int w, int h);
     void KortUtSeende_B(int w, int h);
 
@@ -76,6 +79,9 @@ public:
     static BPoint point;
     static QImage mp_kortbitmap;
     static QImage mp_kortsrcbitmap;
+    // The device pixels to a view unit of the card pictures: the play view's, which sets it
+    // before its game lays out its cards.
+    static qreal pixelKvot;
     // How many game objects share the pictures above.
     static int antalSpel;
 
@@ -92,6 +98,7 @@ public:
 
 private:
     enum class Flygande { Framsida, DragBild };
+    void RitaFramsidor(Utseende utseende, int w, int h);
     void AnimeraKort(SpelYta* view, int tid, bool kant, bool visaUnder, Flygande vad);
 };
 

@@ -8,6 +8,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 namespace {
 
@@ -39,24 +40,35 @@ int EtikettX(int v, int w) {
     return x;
 }
 
-QPainterPath Rundad(BRect r) {
+QPainterPath Rundad(const QRectF& r) {
     QPainterPath path;
-    path.addRoundedRect(ToQRectF(r), kHorn, kHorn);
+    path.addRoundedRect(r, kHorn, kHorn);
     return path;
 }
 
-void FyllRundad(QPainter& p, BRect r, const QColor& farg) {
+void FyllRundad(QPainter& p, const QRectF& r, const QColor& farg) {
     p.setPen(Qt::NoPen);
     p.setBrush(farg);
     p.drawPath(Rundad(r));
 }
 
-void RitaKant(QPainter& p, BRect r) {
-    QPainterPath path;
-    path.addRoundedRect(ToQRectF(r).adjusted(0.5, 0.5, -0.5, -0.5), kHorn, kHorn);
+void RitaKant(QPainter& p, const QRectF& r) {
     p.setPen(QPen(Qt::black, 1.0));
     p.setBrush(Qt::NoBrush);
-    p.drawPath(path);
+    p.drawPath(Rundad(r.adjusted(0.5, 0.5, -0.5, -0.5)));
+}
+
+// The blank card, filled and outlined, in `pixlar` device pixels of `kvot` to a unit.
+QImage TomtKort(QSize pixlar, qreal kvot) {
+    QImage kort(pixlar, QImage::Format_ARGB32_Premultiplied);
+    kort.setDevicePixelRatio(kvot);
+    kort.fill(Qt::transparent);
+    QPainter p(&kort);
+    p.setRenderHint(QPainter::Antialiasing);
+    QRectF ram(0, 0, pixlar.width() / kvot, pixlar.height() / kvot);
+    FyllRundad(p, ram, kKortGra);
+    RitaKant(p, ram);
+    return kort;
 }
 
 } // namespace
@@ -67,14 +79,25 @@ const std::array<BRect, 4>& SymbolRektanglar() {
     return rektanglar;
 }
 
-QImage LaddaKortSymboler() {
-    QImage bild(QStringLiteral(":/Kort.png"));
+qreal SymbolKvot(qreal kvot) {
+    return kvot > 1.0 ? 2.0 : 1.0;
+}
+
+QImage LaddaKortSymboler(qreal kvot) {
+    const qreal symbolKvot = SymbolKvot(kvot);
+    const QString namn =
+        symbolKvot > 1.0 ? QStringLiteral("Kort@2x.png") : QStringLiteral("Kort.png");
+    QImage bild(QStringLiteral(":/") + namn);
     if (bild.isNull()) {
-        std::fprintf(stderr, "Fjolks Patience: the suit symbols (Kort.png) cannot be read; "
-                             "cards are drawn without them.\n");
+        std::fprintf(stderr,
+                     "Fjolks Patience: the suit symbols (%s) cannot be read; "
+                     "cards are drawn without them.\n",
+                     qPrintable(namn));
         return bild;
     }
-    return bild.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    bild = bild.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    bild.setDevicePixelRatio(symbolKvot);
+    return bild;
 }
 
 QFont KortEtikettFont(Utseende utseende) {
@@ -84,10 +107,18 @@ QFont KortEtikettFont(Utseende utseende) {
     return font;
 }
 
-KortBilder RitaKortUtSeende(Utseende utseende, int w, int h, const QImage& symboler) {
+KortBilder RitaKortUtSeende(Utseende utseende, int w, int h, const QImage& symboler, qreal kvot,
+                            QImage buffert) {
     KortBilder resultat;
     resultat.ram = BRect(0, 0, static_cast<float>(14 * w + 5), static_cast<float>(4 * h + 5));
-    resultat.bild = QImage(14 * w + 6, 4 * h + 6, QImage::Format_ARGB32_Premultiplied);
+    const QSize bildensPixlar = TillPixlar(ToQRect(resultat.ram), kvot).size();
+    // A picture of many megabytes, made at every deal: fresh memory costs more to touch than
+    // the drawing does.
+    if (buffert.size() == bildensPixlar && buffert.format() == QImage::Format_ARGB32_Premultiplied)
+        resultat.bild = std::move(buffert);
+    else
+        resultat.bild = QImage(bildensPixlar, QImage::Format_ARGB32_Premultiplied);
+    resultat.bild.setDevicePixelRatio(kvot);
     resultat.bild.fill(Qt::transparent);
     resultat.kortPos.reserve(52);
 
@@ -95,22 +126,26 @@ KortBilder RitaKortUtSeende(Utseende utseende, int w, int h, const QImage& symbo
     const float sw = symbol[0].Width();
     const float sh = symbol[0].Height();
     const int y = h - 5 < static_cast<int>(sh) ? static_cast<int>(sh) + 1 : h - 5;
+    const qreal symbolKvot = symboler.devicePixelRatio();
 
     QPainter p(&resultat.bild);
     p.setRenderHint(QPainter::Antialiasing);
     p.setRenderHint(QPainter::TextAntialiasing);
+    // Symbols drawn for another ratio than the faces' are resampled, not picked pixel by pixel.
+    p.setRenderHint(QPainter::SmoothPixmapTransform, symbolKvot != kvot);
     p.setFont(KortEtikettFont(utseende));
 
-    // Every face starts as the same blank card: drawn once, copied 52 times.
-    QImage tomtKort(w, h, QImage::Format_ARGB32_Premultiplied);
-    tomtKort.fill(Qt::transparent);
-    {
-        QPainter kort(&tomtKort);
-        kort.setRenderHint(QPainter::Antialiasing);
-        BRect ram(0, 0, static_cast<float>(w - 1), static_cast<float>(h - 1));
-        FyllRundad(kort, ram, kKortGra);
-        RitaKant(kort, ram);
-    }
+    // Every face starts as the same blank card: drawn once, copied 52 times. A face covers
+    // the pixels nearest its edges, which at a ratio that is not whole makes faces a pixel
+    // wider or taller than others: each size has its own blank card.
+    std::vector<std::pair<QSize, QImage>> tommaKort;
+    auto tomtKort = [&](QSize pixlar) -> const QImage& {
+        for (const auto& [storlek, kort] : tommaKort)
+            if (storlek == pixlar)
+                return kort;
+        tommaKort.emplace_back(pixlar, TomtKort(pixlar, kvot));
+        return tommaKort.back().second;
+    };
 
     for (int s = 0; s < 4; ++s) {
         const QColor etikettFarg = s < 2 ? QColor(255, 0, 0) : QColor(0, 0, 0);
@@ -118,10 +153,12 @@ KortBilder RitaKortUtSeende(Utseende utseende, int w, int h, const QImage& symbo
             const float l = static_cast<float>(v * w);
             const float t = static_cast<float>(s * h);
             BRect ansikte(l + 1, t + 1, l + static_cast<float>(w), static_cast<float>((s + 1) * h));
-            p.drawImage(ToQPoint(ansikte.LeftTop()), tomtKort);
+            QRect pixlar = TillPixlar(ToQRect(ansikte), kvot);
+            p.drawImage(PixelPunkt(pixlar.topLeft(), kvot), tomtKort(pixlar.size()));
 
             if (!symboler.isNull()) {
-                QRectF kalla = ToQRectF(symbol[s]);
+                QRectF plats = ToQRectF(symbol[s]);
+                QRectF kalla(plats.topLeft() * symbolKvot, plats.size() * symbolKvot);
                 if (utseende == Utseende::A) {
                     p.drawImage(ToQRectF(BRect(l + 1, t + 1, l + sw, t + sh)), symboler, kalla);
                 } else {
@@ -150,7 +187,7 @@ KortBilder RitaKortUtSeende(Utseende utseende, int w, int h, const QImage& symbo
         const float l = static_cast<float>(13 * w);
         const float t = static_cast<float>(i * h);
         BRect baksida(l + 1, t + 1, l + static_cast<float>(w), static_cast<float>((i + 1) * h));
-        FyllRundad(p, baksida, kKortGra);
+        FyllRundad(p, ToQRectF(baksida), kKortGra);
         for (int k = 0; k < w / 5; ++k) {
             // Three fresh draws, red, green, blue: every rendering stripes the backs anew.
             int r = std::rand() % 255;
@@ -161,9 +198,9 @@ KortBilder RitaKortUtSeende(Utseende utseende, int w, int h, const QImage& symbo
                           static_cast<float>((i + 1) * h) - in);
             // Past the middle the stripes turn inside out: such a stripe shows nothing.
             if (strimma.IsValid())
-                FyllRundad(p, strimma, QColor(r, g, b, 255));
+                FyllRundad(p, ToQRectF(strimma), QColor(r, g, b, 255));
         }
-        RitaKant(p, baksida);
+        RitaKant(p, ToQRectF(baksida));
         resultat.baksidor[i] = baksida;
     }
     return resultat;
