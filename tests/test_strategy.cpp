@@ -164,6 +164,28 @@ private slots:
         QVERIFY(b.spel->UndoLista().empty());
     }
 
+    void klickRutanArOsymmetrisk() {
+        Bord b;
+        KlickRutanArOsymmetrisk(*b.spel);
+    }
+
+    void fyraPixlarVansterArRedanEttDrag() {
+        Bord b;
+        const int topp = b.LekTopp();
+        // The wiggle reaches four pixels to the left: a drag from a pile, which lifts
+        // nothing while the stock lasts; a click there would have placed the stock's card.
+        TryckSkakaSlapp(*b.vy, b.Mitten(2 * kPerHog));
+        QCOMPARE(b.LekTopp(), topp);
+        QVERIFY(b.L()[2 * kPerHog].Tom());
+        QVERIFY(b.spel->UndoLista().empty());
+        // Three pixels each way is still a click.
+        BPoint p = b.Mitten(2 * kPerHog);
+        QTest::mousePress(b.vy.get(), Qt::LeftButton, Qt::NoModifier, QPoint(p.x, p.y));
+        QTest::mouseRelease(b.vy.get(), Qt::LeftButton, Qt::NoModifier, QPoint(p.x - 3, p.y - 3));
+        QCOMPARE(b.LekTopp(), topp - 1);
+        QVERIFY(!b.L()[2 * kPerHog].Tom());
+    }
+
     void enHogRymmerFemtiotreKort() {
         Bord b(kFro, true);
         for (int p = 0; p < 52; ++p)

@@ -268,6 +268,11 @@ bool Patiens::LamnatKlickRutan(BPoint press, BPoint now) const {
     return now.x < press.x - 4 || now.x > press.x + 4 || now.y < press.y - 4 || now.y > press.y + 4;
 }
 
+bool LamnatOjamnKlickRuta(BPoint press, BPoint now) {
+    return now.x <= press.x - 4 || now.x > press.x + 4 || now.y <= press.y - 4 ||
+           now.y > press.y + 4;
+}
+
 Patiens::Avsikt Patiens::VantaPaAvsikt(SpelYta* view, BPoint where) const {
     BPoint nu;
     uint32_t knappar = 0;

@@ -125,7 +125,7 @@ public:
     virtual int AddHiscore() = 0;
 
     // Whether the pointer, pressed at `press`, has left the square inside which a release
-    // is still a click. Most games allow 4 pixels each way.
+    // is still a click. Most games allow 4 pixels each way; others, LamnatOjamnKlickRuta.
     virtual bool LamnatKlickRutan(BPoint press, BPoint now) const;
 
     // The game's number (0..11): its hiscore table and remembered window frame.
@@ -175,6 +175,10 @@ protected:
     bigtime_t startTid = 0;
     SpelYta* vy = nullptr;
 };
+
+// The click square of the games that take four pixels left or up as already a drag, and
+// four right or down as still a click.
+bool LamnatOjamnKlickRuta(BPoint press, BPoint now);
 
 // A game whose table is a B (a BordAv<B>).
 template <typename B> class PatiensPa : public Patiens {

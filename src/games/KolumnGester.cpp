@@ -2,11 +2,6 @@
 
 #include <QPainter>
 
-bool LamnatKolumnKlickRuta(BPoint press, BPoint now) {
-    return now.x <= press.x - 4 || now.x > press.x + 4 || now.y <= press.y - 4 ||
-           now.y > press.y + 4;
-}
-
 void LyftKorten(KortSpel& spel, SpelYta* view, const std::vector<Lucka>& luckor, int forsta,
                 int topp, int under, BPoint where) {
     BRect ram = luckor[forsta].GePos() | luckor[topp].GePos();

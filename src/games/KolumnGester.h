@@ -14,8 +14,6 @@
 // card under the pointer and everything on top of it; a click lets the rules move it, a
 // drag lifts it out of the table, and the release asks the rules where it lands.
 
-// Four pixels left or up is already a drag, four right or down still a click.
-bool LamnatKolumnKlickRuta(BPoint press, BPoint now);
 // Lifts the cards of slots forsta..topp: paints them out of the off-screen frame, the card
 // of slot `under` showing again (none when it is -1 or empty), and makes the drag image with
 // its hot spot at `where`.
@@ -64,7 +62,7 @@ public:
     }
 
     bool LamnatKlickRutan(BPoint press, BPoint now) const override {
-        return LamnatKolumnKlickRuta(press, now);
+        return LamnatOjamnKlickRuta(press, now);
     }
 
 protected:

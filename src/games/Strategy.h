@@ -17,6 +17,9 @@ public:
     void RitaSpel(QPainter& offView) override;
     void OmRaknaLuckaKort(BRect bounds) override;
     bool FlyttaKort(SpelYta* view, BPoint where) override;
+    bool LamnatKlickRutan(BPoint press, BPoint now) const override {
+        return LamnatOjamnKlickRuta(press, now);
+    }
     int SpelNummer() const override { return 11; }
     const SpelRegler& Regler() const override { return StrategyRegler::Regler(); }
     std::optional<Gest> GestFor(const Drag& drag) const override;
