@@ -244,6 +244,18 @@ private slots:
         QCOMPARE(static_cast<int>(b.spel->UndoLista().size()), 44);
     }
 
+    void lekkortetsFlygningVisarNastaLekkortUnderSig() {
+        Bord b(kFro, true, 640, 480, true);
+        for (int i = kForstaLek; i <= 157; ++i)
+            b.Lagg(i, static_cast<kortfarg>(i % 4), 1 + i % 13);
+        // The click's last card leaves slot 154, which lies where a pile's base would if
+        // the piles went on: the stock's next card, face down, shows where it lay.
+        KlickaPa(*b.vy, b.Leken());
+        QVERIFY(b.L()[154].Tom());
+        QCOMPARE(b.spel->animUnderPos, b.Pos(153));
+        QCOMPARE(b.spel->animUnderKort, b.spel->baksidaPos[0]);
+    }
+
     void angraAvLekklickTarTillbakaFyraKort() {
         Bord b;
         auto givet = Bordet(*b.spel);

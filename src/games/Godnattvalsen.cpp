@@ -37,8 +37,8 @@ void Godnattvalsen::OmRaknaLuckaKort(BRect bounds) {
 
 void Godnattvalsen::FlygKort(int fran, int till, int steg) {
     // What shows where the card lay: the card below it, or the stock's next face down.
-    bool bas = fran == kForstaLek || fran == GrundBas(fran / kPerKolumn) ||
-               fran == HogBas(fran / kPerKolumn);
+    bool bas = fran == kForstaLek || (fran < kForstaLek && (fran == GrundBas(fran / kPerKolumn) ||
+                                                            fran == HogBas(fran / kPerKolumn)));
     FlygLucka(fran, till, bas ? -1 : fran - 1, steg == kFlyttSteg ? kKlickTid : kKortTid, false);
 }
 
