@@ -364,6 +364,23 @@ private slots:
         QVERIFY(b.spel->KlarSpel());
     }
 
+    void sistaKortetVinnerForstNarDetLamnarPyramiden() {
+        Bord b;
+        b.Lagg(27, SPADER, 7);
+        b.Lagg(36, HJARTER, 2);
+        // Carried, the pyramid's last card is still in it: lifting it wins nothing.
+        TryckOchDra(*b.vy, b.Mitten(27), BPoint(600, 440));
+        QVERIFY(!b.spel->KlarSpel());
+        QTest::mouseRelease(b.vy.get(), Qt::LeftButton, Qt::NoModifier, QPoint(600, 440));
+        QVERIFY(b.Har(27, SPADER, 7));
+        QVERIFY(!b.spel->KlarSpel());
+        // Dropped on its partner it leaves, and the game is won.
+        b.Lagg(37, HJARTER, 6);
+        DraFranTill(*b.vy, b.Mitten(27), b.Mitten(37));
+        QVERIFY(b.L()[27].Tom());
+        QVERIFY(b.spel->KlarSpel());
+    }
+
     // ---- Stock --------------------------------------------------------------------------
 
     void lekenVandsEttKortPerKlickOchVandsOmEnGang() {
