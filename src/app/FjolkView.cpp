@@ -134,6 +134,8 @@ void FjolkView::FoljSkarmen() {
     SattPixelKvot(skarmens);
 }
 
+// A new screen tells the view; a screen whose scale changes under a window that stays tells
+// no widget in this Qt, so the ratio is also compared before each paint, one comparison.
 bool FjolkView::event(QEvent* event) {
     if (event->type() == QEvent::ScreenChangeInternal || event->type() == QEvent::Show ||
         event->type() == QEvent::Paint)
