@@ -254,6 +254,21 @@ private slots:
         QCOMPARE(k.win->AngraItem()->isEnabled(), k.Vy().Spel()->Has_Undos());
     }
 
+    void listanValjerSpeletSomVisadesEfterStang() {
+        Korning k;
+        // As --game 5 starts it: not through the list.
+        k.win->StartaSpel(5);
+        Behandla();
+        QVERIFY(k.win->VisarSpel());
+        k.Posta(kStang);
+        QListWidget* lista = k.win->ValkomstVy()->spelLista;
+        QCOMPARE(lista->currentRow(), 5);
+        QVERIFY(lista->item(5)->isSelected());
+        QVERIFY(!lista->item(0)->isSelected());
+        QCOMPARE(k.win->ValkomstVy()->titelRad->text(),
+                 QStringLiteral("Highscore for Glädjespridaren"));
+    }
+
     void spelSomInteFinnsAnnuLamnarValkomstskarmen() {
         int saknat = 0;
         while (saknat < kAntalSpel && SpelFinns(saknat))

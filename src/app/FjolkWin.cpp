@@ -277,6 +277,8 @@ void FjolkWin::StangSpel() {
     spelVy->TaSpel();
     vantandeSpel = -1;
     visarSpel = false;
+    // The list chooses the game whose table is shown, however that game was started.
+    valkomstVy->spelLista->setCurrentRow(spelNr);
     valkomstVy->hiscoreLista->VisaHiscoreLista(spelNr);
     if (hiscorePlats <= 39)
         valkomstVy->hiscoreLista->setCurrentRow(hiscorePlats);
