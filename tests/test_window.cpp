@@ -21,6 +21,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextBrowser>
 
 #include <cmath>
 #include <cstdio>
@@ -40,6 +41,7 @@ void Behandla() {
 struct Korning {
     QTemporaryDir dir;
     std::unique_ptr<FjolkWin> win;
+    int hjalpOppnad = 0;
 
     Korning() { Starta(); }
     void Starta() {
@@ -47,6 +49,12 @@ struct Korning {
         BRect ram = GetWindowSize(Store(), BRect(0, 0, 1023, 767));
         win = std::make_unique<FjolkWin>(ram, Store());
         win->ValkomstVy()->animeringsRuta->setChecked(false);
+        // Help is counted, never handed to the machine's desktop.
+        win->SattHjalpOppnare({[] { return QStringLiteral("/usr/bin/xdg-open"); },
+                               [this](const QUrl&) {
+                                   ++hjalpOppnad;
+                                   return true;
+                               }});
         Behandla();
     }
     void StartaOm() {
@@ -463,6 +471,79 @@ private slots:
         QCoreApplication::postEvent(k.win.get(), new Meddelande(kBakgrundVald, fil));
         Behandla();
         QVERIFY(k.Vy().BakgrundsBild().isNull());
+    }
+
+    void hjalpenOppnasAvDesktopenNarDenKan() {
+        Korning k;
+        QList<QUrl> oppnade;
+        k.win->SattHjalpOppnare({[] { return QStringLiteral("/usr/bin/xdg-open"); },
+                                 [&](const QUrl& url) {
+                                     oppnade << url;
+                                     return true;
+                                 }});
+        k.Posta(kHjalp);
+        QCOMPARE(oppnade, QList<QUrl>{QUrl::fromLocalFile(FjolkWin::HjalpFil())});
+        QVERIFY(k.win->HjalpFonster() == nullptr);
+    }
+
+    void hjalpenVisasIEgetFonsterNarDesktopenInteKan() {
+        Korning k;
+        int forsok = 0;
+        k.win->SattHjalpOppnare({[] { return QStringLiteral("/usr/bin/xdg-open"); },
+                                 [&](const QUrl&) {
+                                     ++forsok;
+                                     return false;
+                                 }});
+        k.Posta(kHjalp);
+        QCOMPARE(forsok, 1);
+        QTextBrowser* sida = k.win->HjalpFonster();
+        QVERIFY(sida != nullptr);
+        QVERIFY(sida->isVisible());
+        QVERIFY(sida->isWindow());
+        QCOMPARE(sida->source(), QUrl::fromLocalFile(FjolkWin::HjalpFil()));
+        QVERIFY(sida->toPlainText().contains(QStringLiteral("Godnattvalsen")));
+        // Asked again, the same window shows the page again.
+        sida->close();
+        k.Posta(kHjalp);
+        QCOMPARE(k.win->HjalpFonster(), sida);
+        QVERIFY(sida->isVisible());
+    }
+
+    void utanXdgOpenVisasHjalpenIEgetFonster() {
+        Korning k;
+        int forsok = 0;
+        k.win->SattHjalpOppnare({[] { return QString(); },
+                                 [&](const QUrl&) {
+                                     ++forsok;
+                                     return true;
+                                 }});
+        k.Posta(kHjalp);
+        QCOMPARE(forsok, 0);
+        QVERIFY(k.win->HjalpFonster() != nullptr && k.win->HjalpFonster()->isVisible());
+    }
+
+    void varforHjalpenInteOppnadesSags() {
+        const QString fil = QStringLiteral("/x/Help/Help.html");
+        auto svar = [](bool utfall) { return [utfall](const QUrl&) { return utfall; }; };
+        auto xdg = [] { return QStringLiteral("/usr/bin/xdg-open"); };
+        QCOMPARE(OppnaMedDesktopen(fil, {[] { return QString(); }, svar(true)}),
+                 QStringLiteral("there is no xdg-open to open /x/Help/Help.html with"));
+        QCOMPARE(OppnaMedDesktopen(fil, {xdg, svar(false)}),
+                 QStringLiteral("the desktop could not open /x/Help/Help.html"));
+        QCOMPARE(OppnaMedDesktopen(fil, {xdg, svar(true)}), QString());
+    }
+
+    void f1OppnarHjalpenLiksomCtrlH() {
+        Korning k;
+        for (QKeyCombination tangent :
+             {QKeyCombination(Qt::Key_F1), QKeyCombination(Qt::ControlModifier, Qt::Key_H)}) {
+            FokusINamnfaltet(k);
+            QTest::keyClick(k.win->ValkomstVy()->spelarFalt, tangent.key(),
+                            tangent.keyboardModifiers());
+            Behandla();
+        }
+        QCOMPARE(k.hjalpOppnad, 2);
+        QCOMPARE(k.win->ValkomstVy()->spelarFalt->text(), QStringLiteral("Guest"));
     }
 
     void hjalpsidanLiggerBredvidProgrammet() {

@@ -11,7 +11,6 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
-#include <QDesktopServices>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QImageReader>
@@ -21,6 +20,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStackedLayout>
+#include <QTextBrowser>
 #include <QUrl>
 #include <QWindow>
 
@@ -119,7 +119,9 @@ void FjolkWin::ByggMeny() {
     spelMeny->addSeparator();
     item(spelMeny, "Exit", kAvsluta, QKeySequence(Qt::CTRL | Qt::Key_Q));
     QMenu* hjalpMeny = menyRad->addMenu(QStringLiteral("Help"));
-    item(hjalpMeny, "Help", kHjalp, QKeySequence(Qt::CTRL | Qt::Key_H));
+    QAction* hjalp = item(hjalpMeny, "Help", kHjalp, QKeySequence(Qt::CTRL | Qt::Key_H));
+    // F1 as well, as on every other desktop program.
+    hjalp->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_H), QKeySequence(Qt::Key_F1)});
     item(hjalpMeny, "About", kOm, QKeySequence(Qt::CTRL | Qt::Key_A));
     connect(spelMeny, &QMenu::aboutToShow, this, [this] { MenusBeginning(); });
     qApp->installEventFilter(this);
@@ -128,7 +130,7 @@ void FjolkWin::ByggMeny() {
 QAction* FjolkWin::MenyItem(const QKeySequence& tangenter) const {
     for (QAction* meny : menuBar()->actions())
         for (QAction* item : meny->menu()->actions())
-            if (!item->shortcut().isEmpty() && item->shortcut() == tangenter)
+            if (item->shortcuts().contains(tangenter))
                 return item;
     return nullptr;
 }
@@ -238,9 +240,7 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
         else
             vantandeSpel = nummer;
     } else if (what == kHjalp) {
-        QString fil = HjalpFil();
-        if (QFileInfo::exists(fil))
-            QDesktopServices::openUrl(QUrl::fromLocalFile(fil));
+        VisaHjalp();
     } else if (what == kOm) {
         VisaVarning(QStringLiteral("About"), QString::fromUtf8(kOmText),
                     QStringLiteral("Have Fun!"));
@@ -431,6 +431,29 @@ void FjolkWin::LaddaBakgrund(const QString& fil) {
 void FjolkWin::RensaBakgrund() {
     spelVy->RensaBakgrundsBild();
     valkomstVy->SetViewBitmap(QImage());
+}
+
+void FjolkWin::VisaHjalp() {
+    QString fil = HjalpFil();
+    if (!QFileInfo::exists(fil))
+        return;
+    QString varfor = OppnaMedDesktopen(fil, hjalpOppnare);
+    if (varfor.isEmpty())
+        return;
+    std::fprintf(stderr, "Fjolks Patience: %s; the help page is shown in a window of our own.\n",
+                 qPrintable(varfor));
+    if (hjalpFonster == nullptr) {
+        hjalpFonster = new QTextBrowser(this);
+        hjalpFonster->setWindowFlag(Qt::Window);
+        hjalpFonster->setObjectName(QStringLiteral("Help"));
+        hjalpFonster->setWindowTitle(QStringLiteral("Fjolks Patience Help"));
+        hjalpFonster->setOpenExternalLinks(true);
+        hjalpFonster->resize(700, 600);
+    }
+    hjalpFonster->setSource(QUrl::fromLocalFile(fil));
+    hjalpFonster->show();
+    hjalpFonster->raise();
+    hjalpFonster->activateWindow();
 }
 
 QString FjolkWin::HjalpFil() {

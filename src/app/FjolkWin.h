@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/FonsterRam.h"
+#include "app/Hjalpfil.h"
 #include "platform/AttributeStore.h"
 #include "platform/Geometry.h"
 
@@ -15,6 +16,7 @@ class QAction;
 class QFileDialog;
 class QMessageBox;
 class QStackedLayout;
+class QTextBrowser;
 class WelcomeView;
 
 // The program's one window and its controller: every command from the menus, the welcome
@@ -56,6 +58,10 @@ public:
 
     // The help page beside the program.
     static QString HjalpFil();
+    // Our own window with the help page, shown when the desktop cannot open it; null
+    // until then.
+    QTextBrowser* HjalpFonster() const { return hjalpFonster; }
+    void SattHjalpOppnare(HjalpOppnare oppnare) { hjalpOppnare = std::move(oppnare); }
 
 protected:
     bool event(QEvent* event) override;
@@ -76,6 +82,7 @@ private:
     void LasSpelarNamn();
     bool PaSkarmen() const;
     void DelaUtSpel(int nummer);
+    void VisaHjalp();
 
     AttributeStore& store;
     QAction* angraItem = nullptr;
@@ -95,6 +102,8 @@ private:
     bool avslutad = false;
     // A game shown before the window was on the screen, dealt once it is.
     int vantandeSpel = -1;
+    HjalpOppnare hjalpOppnare = DesktopensOppnare();
+    QTextBrowser* hjalpFonster = nullptr;
     // Commands that came while the game worked, posted again once it is done.
     std::vector<std::pair<type_code, QString>> vantande;
 };
