@@ -11,13 +11,18 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QCompleter>
+#include <QDir>
 #include <QFile>
+#include <QFileDialog>
+#include <QImageReader>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -471,6 +476,74 @@ private slots:
         QCoreApplication::postEvent(k.win.get(), new Meddelande(kBakgrundVald, fil));
         Behandla();
         QVERIFY(k.Vy().BakgrundsBild().isNull());
+    }
+
+    void bildpanelenBorjarIBildmappenSedanDarSistaBildenValdes() {
+        QTemporaryDir hem;
+        const QByteArray hemNu = qgetenv("HOME");
+        const QByteArray configNu = qgetenv("XDG_CONFIG_HOME");
+        qputenv("HOME", hem.path().toLocal8Bit());
+        qputenv("XDG_CONFIG_HOME", hem.filePath(QStringLiteral(".config")).toLocal8Bit());
+        auto aterstall = qScopeGuard([&] {
+            qputenv("HOME", hemNu);
+            qputenv("XDG_CONFIG_HOME", configNu);
+        });
+        // Without a pictures folder: the home folder.
+        QCOMPARE(FjolkWin::StartMapp(), hem.path());
+        QVERIFY(QDir(hem.path()).mkpath(QStringLiteral("Pictures")));
+        QVERIFY(QDir(hem.path()).mkpath(QStringLiteral("other")));
+        const QString bild = hem.filePath(QStringLiteral("other/bg.png"));
+        QImage ruta(4, 4, QImage::Format_RGB32);
+        ruta.fill(Qt::blue);
+        QVERIFY(ruta.save(bild));
+
+        Korning k;
+        k.Posta(kValjBakgrund);
+        QFileDialog* panel = k.win->FilPanel();
+        QVERIFY(panel->isVisible());
+        QCOMPARE(panel->directory().absolutePath(), hem.filePath(QStringLiteral("Pictures")));
+        QCOMPARE(panel->nameFilters().size(), 2);
+        QCOMPARE(panel->nameFilters()[0], FjolkWin::BildFilter());
+        QCOMPARE(panel->nameFilters()[1], QStringLiteral("All Files (*)"));
+        QCOMPARE(panel->selectedNameFilter(), FjolkWin::BildFilter());
+
+        // The name typed, and its completion list still open when Enter chooses it.
+        auto* namn = panel->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        QVERIFY(namn != nullptr);
+        namn->setText(bild);
+        QCompleter* komplettering = namn->completer();
+        QVERIFY(komplettering != nullptr);
+        komplettering->popup()->show();
+        QVERIFY(komplettering->popup()->isVisible());
+        QTest::keyClick(namn, Qt::Key_Return);
+        Behandla();
+        QVERIFY(!panel->isVisible());
+        QVERIFY(!komplettering->popup()->isVisible());
+        QCOMPARE(k.Vy().BakgrundsBild().pixel(0, 0), QColor(Qt::blue).rgb());
+
+        k.Posta(kValjBakgrund);
+        QFileDialog* igen = k.win->FilPanel();
+        QVERIFY(igen->isVisible());
+        QCOMPARE(igen->directory().absolutePath(), hem.filePath(QStringLiteral("other")));
+        auto* nyttNamn = igen->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        QVERIFY(nyttNamn != nullptr);
+        QCOMPARE(nyttNamn->text(), QString());
+    }
+
+    void bildfiltretHarVarjeFormatQtLaser() {
+        const QString filter = FjolkWin::BildFilter();
+        QVERIFY(filter.startsWith(QStringLiteral("Pictures (*.")));
+        QVERIFY(filter.endsWith(QLatin1Char(')')));
+        const QStringList monster = filter.mid(10, filter.size() - 11).split(QLatin1Char(' '));
+        for (const QByteArray& format : QImageReader::supportedImageFormats()) {
+            QVERIFY2(monster.contains(QStringLiteral("*.") + QString::fromLatin1(format)),
+                     format.constData());
+            QVERIFY2(monster.contains(QStringLiteral("*.") + QString::fromLatin1(format).toUpper()),
+                     format.constData());
+        }
+        QVERIFY(monster.contains(QStringLiteral("*.png")));
+        QVERIFY(monster.contains(QStringLiteral("*.jpg")));
+        QCOMPARE(monster.size(), 2 * QImageReader::supportedImageFormats().size());
     }
 
     void hjalpenOppnasAvDesktopenNarDenKan() {

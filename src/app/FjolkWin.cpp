@@ -11,6 +11,8 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
+#include <QCompleter>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QImageReader>
@@ -20,6 +22,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStackedLayout>
+#include <QStandardPaths>
 #include <QTextBrowser>
 #include <QUrl>
 #include <QWindow>
@@ -85,12 +88,8 @@ FjolkWin::FjolkWin(BRect frame, AttributeStore& attributStore) : store(attributS
     valkomstVy->spelLista->setCurrentRow(0);
     LasSpelarNamn();
 
-    filPanel = new QFileDialog(this, QStringLiteral("Choose Background"));
-    filPanel->setFileMode(QFileDialog::ExistingFile);
-    filPanel->setModal(false);
-    connect(filPanel, &QFileDialog::fileSelected, this, [this](const QString& fil) {
-        QCoreApplication::postEvent(this, new Meddelande(kBakgrundVald, fil));
-    });
+    bildMapp = StartMapp();
+    filPanel = NyFilPanel();
 
     angraItem->setEnabled(false);
     nyGivItem->setEnabled(false);
@@ -247,7 +246,11 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
     } else if (visarSpel) {
         return;
     } else if (what == kValjBakgrund) {
+        // Each opening starts afresh: an empty name field, in the folder of the last picture.
+        if (!filPanel->isVisible())
+            std::exchange(filPanel, NyFilPanel())->deleteLater();
         filPanel->show();
+        filPanel->raise();
     } else if (what == kBakgrundVald) {
         LaddaBakgrund(message.fil);
     } else if (what == kRensaBakgrund) {
@@ -407,6 +410,39 @@ void FjolkWin::closeEvent(QCloseEvent* e) {
     // The close box quits at once and records nothing.
     QuitRequested();
     e->accept();
+}
+
+QFileDialog* FjolkWin::NyFilPanel() {
+    auto* panel = new QFileDialog(this, QStringLiteral("Choose Background"), bildMapp);
+    panel->setFileMode(QFileDialog::ExistingFile);
+    panel->setModal(false);
+    panel->setNameFilters({BildFilter(), QStringLiteral("All Files (*)")});
+    connect(panel, &QFileDialog::fileSelected, this, [this](const QString& fil) {
+        bildMapp = QFileInfo(fil).absolutePath();
+        QCoreApplication::postEvent(this, new Meddelande(kBakgrundVald, fil));
+    });
+    // The name field's completion list is a window of its own and would stay over ours.
+    connect(panel, &QDialog::finished, panel, [panel] {
+        for (QCompleter* komplettering : panel->findChildren<QCompleter*>())
+            if (komplettering->popup() != nullptr)
+                komplettering->popup()->hide();
+    });
+    return panel;
+}
+
+QString FjolkWin::StartMapp() {
+    QString bilder = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+    return !bilder.isEmpty() && QFileInfo(bilder).isDir() ? bilder : QDir::homePath();
+}
+
+QString FjolkWin::BildFilter() {
+    QStringList monster;
+    for (const QByteArray& format : QImageReader::supportedImageFormats()) {
+        QString andelse = QString::fromLatin1(format).toLower();
+        // Names are told apart by case here; cameras write .JPG.
+        monster << QStringLiteral("*.") + andelse << QStringLiteral("*.") + andelse.toUpper();
+    }
+    return QStringLiteral("Pictures (%1)").arg(monster.join(QLatin1Char(' ')));
 }
 
 void FjolkWin::LaddaBakgrund(const QString& fil) {

@@ -52,7 +52,12 @@ public:
     bool Animering() const { return animering; }
     bool VisarSpel() const { return visarSpel; }
     bool Avslutad() const { return avslutad; }
+    // The open panel for the background picture; a new one each time it is opened.
     QFileDialog* FilPanel() const { return filPanel; }
+    // Where the panel first opens: the user's pictures folder, or the home folder.
+    static QString StartMapp();
+    // The panel's filter: every picture format this Qt reads.
+    static QString BildFilter();
     // The last "Hi Info" alert, while it is open.
     QMessageBox* HiInfo() const;
 
@@ -83,6 +88,7 @@ private:
     bool PaSkarmen() const;
     void DelaUtSpel(int nummer);
     void VisaHjalp();
+    QFileDialog* NyFilPanel();
 
     AttributeStore& store;
     QAction* angraItem = nullptr;
@@ -102,6 +108,8 @@ private:
     bool avslutad = false;
     // A game shown before the window was on the screen, dealt once it is.
     int vantandeSpel = -1;
+    // The folder of the last picture chosen.
+    QString bildMapp;
     HjalpOppnare hjalpOppnare = DesktopensOppnare();
     QTextBrowser* hjalpFonster = nullptr;
     // Commands that came while the game worked, posted again once it is done.
