@@ -142,6 +142,27 @@ private slots:
         QVERIFY(QFileInfo::exists(share.filePath(QStringLiteral("doc/fjolkpatience/copyright"))));
     }
 
+    void programmetTarQtsEgnaVal() {
+        QTemporaryDir data;
+        const QString bild = data.filePath(QStringLiteral("t.png"));
+        for (const QStringList& argument :
+             {QStringList{"-platform", "offscreen", "-style", "fusion", "--version"},
+              QStringList{"-style=fusion", "--platform", "offscreen", "--data-dir", data.path(),
+                          "--game", "1", "--seed", "3", "--snapshot", bild}}) {
+            QProcess program;
+            QProcessEnvironment miljo = QProcessEnvironment::systemEnvironment();
+            miljo.remove(QStringLiteral("QT_QPA_PLATFORM"));
+            miljo.remove(QStringLiteral("DISPLAY"));
+            miljo.remove(QStringLiteral("WAYLAND_DISPLAY"));
+            program.setProcessEnvironment(miljo);
+            program.start(QStringLiteral(FJOLK_BUILD_DIR "/fjolkpatience"), argument);
+            QVERIFY(program.waitForFinished(60000));
+            QVERIFY2(program.exitStatus() == QProcess::NormalExit && program.exitCode() == 0,
+                     program.readAllStandardError().constData());
+        }
+        QCOMPARE(QImage(bild).size(), QSize(640, 480));
+    }
+
     void manualenHarVarjeValIHjalpen() {
         QByteArray manual = Las(QStringLiteral(FJOLK_BUILD_DIR "/fjolkpatience.6"));
         QVERIFY(manual.startsWith(".TH FJOLKPATIENCE 6 "));
