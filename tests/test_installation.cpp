@@ -119,6 +119,8 @@ private slots:
         QVERIFY(desktop.contains("\nExec=fjolkpatience\n"));
         QVERIFY(desktop.contains("\nIcon=" + kAppId.toUtf8() + "\n"));
         QVERIFY(desktop.contains("\nCategories=Game;CardGame;\n"));
+        // The class Qt gives our windows under X11: the application's name.
+        QVERIFY(desktop.contains("\nStartupWMClass=Fjolks Patience\n"));
         QByteArray metainfo =
             Las(share.filePath(QStringLiteral("metainfo/%1.metainfo.xml").arg(kAppId)));
         QVERIFY(metainfo.contains("<id>" + kAppId.toUtf8() + "</id>"));

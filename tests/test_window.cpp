@@ -15,6 +15,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QIcon>
 #include <QImageReader>
 #include <QLabel>
 #include <QLineEdit>
@@ -544,6 +545,49 @@ private slots:
         QVERIFY(monster.contains(QStringLiteral("*.png")));
         QVERIFY(monster.contains(QStringLiteral("*.jpg")));
         QCOMPARE(monster.size(), 2 * QImageReader::supportedImageFormats().size());
+    }
+
+    void fonstretHarProgrammetsIkon() {
+        const QString tema = QIcon::themeName();
+        const QStringList sokvagar = QIcon::themeSearchPaths();
+        auto aterstall = qScopeGuard([&] {
+            QIcon::setThemeSearchPaths(sokvagar);
+            QIcon::setThemeName(tema);
+        });
+        // No theme has it: the icon built into the program, at every size.
+        QTemporaryDir tomt;
+        QIcon::setThemeSearchPaths({tomt.path()});
+        QIcon::setThemeName(QStringLiteral("hicolor"));
+        QIcon inbyggd = FjolkWin::ProgramIkon();
+        QVERIFY(inbyggd.name().isEmpty());
+        QCOMPARE(inbyggd.availableSizes(),
+                 (QList<QSize>{QSize(16, 16), QSize(32, 32), QSize(48, 48), QSize(64, 64),
+                               QSize(128, 128), QSize(256, 256)}));
+        Korning k;
+        QCOMPARE(k.win->windowIcon().availableSizes(), inbyggd.availableSizes());
+        QImage bild = k.win->windowIcon().pixmap(QSize(48, 48)).toImage();
+        QCOMPARE(bild.size(), QSize(48, 48));
+        QCOMPARE(qAlpha(bild.pixel(0, 0)), 0);
+        QCOMPARE(qAlpha(bild.pixel(30, 24)), 255);
+
+        // The installed theme's icon comes first.
+        QTemporaryDir tematrad;
+        QDir rot(tematrad.path());
+        QVERIFY(rot.mkpath(QStringLiteral("hicolor/48x48/apps")));
+        QFile index(rot.filePath(QStringLiteral("hicolor/index.theme")));
+        QVERIFY(index.open(QIODevice::WriteOnly));
+        index.write("[Icon Theme]\nName=Hicolor\nDirectories=48x48/apps\n\n"
+                    "[48x48/apps]\nSize=48\nType=Fixed\n");
+        index.close();
+        QImage rod(48, 48, QImage::Format_ARGB32);
+        rod.fill(Qt::red);
+        QVERIFY(rod.save(rot.filePath(
+            QStringLiteral("hicolor/48x48/apps/io.github.fjolkspatience.FjolksPatience.png"))));
+        QIcon::setThemeSearchPaths({tematrad.path()});
+        QIcon::setThemeName(QStringLiteral("hicolor"));
+        QIcon franTemat = FjolkWin::ProgramIkon();
+        QCOMPARE(franTemat.name(), QStringLiteral("io.github.fjolkspatience.FjolksPatience"));
+        QCOMPARE(franTemat.pixmap(QSize(48, 48)).toImage().pixel(24, 24), QColor(Qt::red).rgb());
     }
 
     void hjalpenOppnasAvDesktopenNarDenKan() {

@@ -13,8 +13,10 @@
 #include <QCloseEvent>
 #include <QCompleter>
 #include <QDir>
+#include <QDirIterator>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QIcon>
 #include <QImageReader>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -65,6 +67,7 @@ std::string KortaUtf8(const QString& text, size_t max) {
 FjolkWin::FjolkWin(BRect frame, AttributeStore& attributStore) : store(attributStore) {
     byterLage = true;
     setWindowTitle(QStringLiteral("Fjolks Patience 2.0"));
+    setWindowIcon(ProgramIkon());
     animering = true;
     spelNr = 0;
     ByggMeny();
@@ -490,6 +493,15 @@ void FjolkWin::VisaHjalp() {
     hjalpFonster->show();
     hjalpFonster->raise();
     hjalpFonster->activateWindow();
+}
+
+QIcon FjolkWin::ProgramIkon() {
+    QIcon inbyggd;
+    QDirIterator storlekar(QStringLiteral(":/icons"), {QStringLiteral("*.png")}, QDir::Files,
+                           QDirIterator::Subdirectories);
+    while (storlekar.hasNext())
+        inbyggd.addFile(storlekar.next());
+    return QIcon::fromTheme(QStringLiteral(FJOLK_APP_ID), inbyggd);
 }
 
 QString FjolkWin::HjalpFil() {

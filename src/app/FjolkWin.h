@@ -61,6 +61,9 @@ public:
     // The last "Hi Info" alert, while it is open.
     QMessageBox* HiInfo() const;
 
+    // The icon theme's icon of the program, or the one built into it.
+    static QIcon ProgramIkon();
+
     // The help page beside the program.
     static QString HjalpFil();
     // Our own window with the help page, shown when the desktop cannot open it; null

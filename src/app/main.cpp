@@ -39,6 +39,8 @@ int main(int argc, char* argv[]) {
     if (!commandLine.snapshot.empty() && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
+    // Also the class of our windows under X11 (WM_CLASS), which the desktop entry's
+    // StartupWMClass names.
     QApplication::setApplicationName(QStringLiteral("Fjolks Patience"));
     QApplication::setApplicationVersion(QStringLiteral(FJOLK_VERSION));
     // Lets the desktop tie our windows to the menu entry and its icon.
