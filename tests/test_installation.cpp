@@ -165,6 +165,55 @@ private slots:
         QCOMPARE(QImage(bild).size(), QSize(640, 480));
     }
 
+    void metainfonsAdresserNamnerFilerIForradet() {
+        const QString kalla = QStringLiteral(FJOLK_SOURCE_DIR);
+        const QString text =
+            QString::fromUtf8(Las(kalla + QStringLiteral("/dist/%1.metainfo.xml.in").arg(kAppId)));
+        QVERIFY(!text.isEmpty());
+        const QString hem = QStringLiteral("https://github.com/fjolkspatience/fjolkspatience");
+        const QString filer =
+            QStringLiteral("https://raw.githubusercontent.com/fjolkspatience/fjolkspatience/main/");
+        static const QRegularExpression adress(QStringLiteral("https?://[^<\"\\s]+"));
+        int antalFiler = 0;
+        for (const QRegularExpressionMatch& m : adress.globalMatch(text)) {
+            const QString url = m.captured();
+            if (url == hem)
+                continue;
+            QVERIFY2(url.startsWith(filer), qPrintable(url));
+            QVERIFY2(QFileInfo(kalla + QLatin1Char('/') + url.mid(filer.size())).isFile(),
+                     qPrintable(url));
+            ++antalFiler;
+        }
+        QVERIFY(antalFiler >= 1);
+        // The default screenshot is a picture of the welcome screen's size.
+        static const QRegularExpression standard(
+            QStringLiteral("<screenshot type=\"default\">\\s*<caption>[^<]*</caption>\\s*"
+                           "<image>([^<]+)</image>"));
+        QRegularExpressionMatch forsta = standard.match(text);
+        QVERIFY(forsta.hasMatch());
+        QCOMPARE(QImage(kalla + QLatin1Char('/') + forsta.captured(1).mid(filer.size())).size(),
+                 QSize(640, 400));
+    }
+
+    void metainfonsReleaseSagerVadDenArOchLoverIngetTangentbord() {
+        const QString text = QString::fromUtf8(
+            Las(QStringLiteral(FJOLK_SOURCE_DIR "/dist/%1.metainfo.xml.in").arg(kAppId)));
+        static const QRegularExpression release(
+            QStringLiteral(
+                "<release version=\"@PROJECT_VERSION@\"[^>]*>\\s*<description>(.*)</description>"),
+            QRegularExpression::DotMatchesEverythingOption);
+        QRegularExpressionMatch m = release.match(text);
+        QVERIFY(m.hasMatch());
+        const QString anteckning = m.captured(1).simplified();
+        QVERIFY2(anteckning.contains(QStringLiteral("all twelve games")), qPrintable(anteckning));
+        for (const char* spel :
+             {"Idioten 1", "Godnattvalsen", "Tower of Hanoi", "Kvarnen", "Glädjespridaren",
+              "Farfars klocka", "13-Pyramiden", "Freecell", "Eight off", "Black hole", "Strategy"})
+            QVERIFY2(anteckning.contains(QString::fromUtf8(spel)), spel);
+        QVERIFY(!anteckning.contains(QStringLiteral("follow")));
+        QVERIFY(!text.contains(QStringLiteral("<control>keyboard</control>")));
+    }
+
     void manualenHarVarjeValIHjalpen() {
         QByteArray manual = Las(QStringLiteral(FJOLK_BUILD_DIR "/fjolkpatience.6"));
         QVERIFY(manual.startsWith(".TH FJOLKPATIENCE 6 "));
