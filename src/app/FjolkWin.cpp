@@ -355,7 +355,7 @@ void FjolkWin::FragaGivNummer() {
     dialog->setObjectName(QStringLiteral("Deal Number"));
     dialog->setWindowTitle(QStringLiteral("Deal Number"));
     dialog->setInputMode(QInputDialog::TextInput);
-    dialog->setLabelText(QStringLiteral("Deal the game with the number (0 to 4294967295):"));
+    dialog->setLabelText(QStringLiteral("Deal number, from 0 to 4294967295:"));
     dialog->setTextValue(givNummer ? QString::number(*givNummer) : QString());
     if (auto* falt = dialog->findChild<QLineEdit*>())
         falt->setValidator(new QRegularExpressionValidator(
