@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
 #include <memory>
 #include <random>
 #include <vector>
@@ -113,8 +114,9 @@ private slots:
         QFETCH(unsigned, fro);
         Fall f(spelNr, fro);
         GorDrag(f.Spel(), f.slump, 6);
-        if (!f.Spel().Has_Undos())
-            QSKIP("no move to take back in this deal");
+        for (int i = 0; i < 50 && !f.Spel().Has_Undos(); ++i)
+            GorDrag(f.Spel(), f.slump, 1);
+        QVERIFY(f.Spel().Has_Undos());
         f.Spel().Undo();
         QVERIFY(f.Spel().Has_Redos());
         auto angrat = f.Spel().Tabell().Kopia();
@@ -155,6 +157,49 @@ private slots:
             QVERIFY(!f.Spel().Has_Redos());
             QCOMPARE(f.Spel().Redo(), 0);
         }
+    }
+
+    // A new attempt (Idioten 1's "Next try", Kvarnen's "Next Deal") forgets what undo took
+    // back, even when every move of the attempt was undone first.
+    void nyttForsokGlommerDetAngrade_data() {
+        QTest::addColumn<int>("spelNr");
+        QTest::addColumn<bool>("alltAngrat");
+        for (int nr : {0, 4})
+            for (bool allt : {false, true})
+                QTest::addRow("%s%s", SpelNamn(nr), allt ? ", all undone" : "") << nr << allt;
+    }
+    void nyttForsokGlommerDetAngrade() {
+        QFETCH(int, spelNr);
+        QFETCH(bool, alltAngrat);
+        for (unsigned fro = 1; fro < 40; ++fro) {
+            Fall f(spelNr, fro);
+            std::vector<Drag> dragen = f.Spel().Regler().LagligaDrag(f.Spel().Tabell());
+            auto forsok = std::find_if(dragen.begin(), dragen.end(), [](const Drag& d) {
+                return d.slag == DragSlag::NyttForsok || d.slag == DragSlag::Knapp;
+            });
+            auto kort = std::find_if(dragen.begin(), dragen.end(),
+                                     [](const Drag& d) { return d.slag == DragSlag::Kort; });
+            if (forsok == dragen.end() || kort == dragen.end())
+                continue;
+            f.Spel().Regler().GorDrag(f.Spel().Tabell(), *kort, nullptr);
+            f.Spel().KlarSpel();
+            if (!alltAngrat)
+                f.Spel().Regler().GorDrag(f.Spel().Tabell(),
+                                          f.Spel().Regler().LagligaDrag(f.Spel().Tabell()).front(),
+                                          nullptr);
+            f.Spel().Undo();
+            QVERIFY(f.Spel().Has_Redos());
+            QCOMPARE(f.Spel().Has_Undos(), !alltAngrat);
+            f.Spel().Regler().GorDrag(f.Spel().Tabell(), *forsok, nullptr);
+            f.Spel().KlarSpel();
+            QVERIFY(!f.Spel().Has_Undos());
+            QVERIFY(!f.Spel().Has_Redos());
+            auto efter = f.Spel().Tabell().Kopia();
+            QCOMPARE(f.Spel().Redo(), 0);
+            QVERIFY(f.Spel().Tabell().Lika(*efter));
+            return;
+        }
+        QFAIL("no deal with a move and a new attempt to make");
     }
 
     // The restarted deal is the table as it was dealt, new attempts and all undone, whatever
