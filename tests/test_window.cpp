@@ -17,6 +17,7 @@
 #include <QFileDialog>
 #include <QIcon>
 #include <QImageReader>
+#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -112,6 +113,17 @@ void FokusINamnfaltet(Korning& k) {
     QVERIFY(k.win->ValkomstVy()->spelarFalt->hasFocus());
 }
 
+// Makes the first move the rules list with the gesture the game names for it.
+void GestForForstaDraget(Korning& k) {
+    Patiens& spel = *k.Vy().Spel();
+    std::vector<Drag> dragen = spel.Regler().LagligaDrag(spel.Tabell());
+    QVERIFY(!dragen.empty());
+    std::optional<Gest> gest = spel.GestFor(dragen.front());
+    QVERIFY(gest.has_value());
+    GorGest(k.Vy(), *gest);
+    Behandla();
+}
+
 } // namespace
 
 class FjolkWinTest : public QObject {
@@ -164,8 +176,12 @@ private slots:
                 texter << (a->isSeparator() ? QStringLiteral("-")
                                             : a->text() + " " + a->shortcut().toString());
         }
-        QCOMPARE(texter, (QStringList{"Game", "New Deal Ctrl+D", "Undo Ctrl+Z", "Close Ctrl+W", "-",
+        QCOMPARE(texter, (QStringList{"Game", "New Deal Ctrl+D", "Restart Deal F5", "Deal Number… ",
+                                      "Undo Ctrl+Z", "Redo Ctrl+Shift+Z", "Close Ctrl+W", "-",
                                       "Exit Ctrl+Q", "Help", "Help Ctrl+H", "About Ctrl+A"}));
+        QCOMPARE(k.win->GorOmItem()->shortcuts(),
+                 (QList<QKeySequence>{QKeySequence(QStringLiteral("Ctrl+Shift+Z")),
+                                      QKeySequence(QStringLiteral("Ctrl+Y"))}));
     }
 
     void ctrlAINamnfaltetOppnarOmOchBokstaverSkrivsIFaltet() {
@@ -195,10 +211,11 @@ private slots:
         QMap<QString, QAction*> items;
         for (QAction* meny : k.win->menuBar()->actions())
             for (QAction* a : meny->menu()->actions())
-                if (!a->isSeparator())
-                    items[a->shortcut().toString()] = a;
+                for (const QKeySequence& tangenter : a->shortcuts())
+                    items[tangenter.toString()] = a;
         // Exit and Close last: on the welcome screen both end the program.
-        for (const char* tangenter : {"Ctrl+A", "Ctrl+H", "Ctrl+D", "Ctrl+Z", "Ctrl+W", "Ctrl+Q"}) {
+        for (const char* tangenter : {"Ctrl+A", "Ctrl+H", "Ctrl+D", "F5", "Ctrl+Z", "Ctrl+Shift+Z",
+                                      "Ctrl+Y", "Ctrl+W", "Ctrl+Q"}) {
             QAction* item = items.value(QString::fromLatin1(tangenter));
             QVERIFY2(item != nullptr, tangenter);
             // New Deal and Undo wait for a game; enabled, their keys reach them too.
@@ -283,6 +300,205 @@ private slots:
                  QStringLiteral("Highscore for Glädjespridaren"));
     }
 
+    void nyaSpelkommandonKraverEttSpel() {
+        Korning k;
+        k.win->MenusBeginning();
+        for (QAction* item : {k.win->OmGivItem(), k.win->GivNummerItem(), k.win->GorOmItem()})
+            QVERIFY(!item->isEnabled());
+        for (type_code what : {kOmGiv, kGorOm, kFragaGivNummer})
+            k.Posta(what);
+        QCoreApplication::postEvent(k.win.get(), new Meddelande(kGivNummer, QStringLiteral("7")));
+        Behandla();
+        QVERIFY(!k.win->VisarSpel());
+        QVERIFY(k.win->findChild<QInputDialog*>() == nullptr);
+        QVERIFY(k.win->HiInfo() == nullptr);
+        k.Posta(kStartaSpel0 + 8);
+        QVERIFY(k.win->OmGivItem()->isEnabled());
+        QVERIFY(k.win->GivNummerItem()->isEnabled());
+        QVERIFY(!k.win->GorOmItem()->isEnabled());
+    }
+
+    // Redo is offered after an undo, makes the move again with the undos still counted,
+    // and is forgotten once the player makes a move of their own.
+    void redoFoljerAngraTillsSpelarenGorEttDrag() {
+        Korning k;
+        k.Posta(kStartaSpel0 + 8);
+        Patiens& spel = *k.Vy().Spel();
+        GestForForstaDraget(k);
+        GestForForstaDraget(k);
+        QCOMPARE(int(spel.UndoLista().size()), 2);
+        QVERIFY(!k.win->GorOmItem()->isEnabled());
+        auto fore = spel.Tabell().Kopia();
+        k.Posta(kAngra);
+        QVERIFY(k.win->GorOmItem()->isEnabled());
+        QCOMPARE(spel.AntalUndo(), 1);
+        k.Posta(kGorOm);
+        QCOMPARE(spel.AntalUndo(), 1);
+        fore->antalUndo = 1;
+        QVERIFY(spel.Tabell().Lika(*fore));
+        QVERIFY(!k.win->GorOmItem()->isEnabled());
+        QVERIFY(k.win->AngraItem()->isEnabled());
+
+        k.Posta(kAngra);
+        k.Posta(kAngra);
+        k.Posta(kGorOm);
+        QCOMPARE(spel.AntalUndo(), 3);
+        QVERIFY(k.win->GorOmItem()->isEnabled());
+        GestForForstaDraget(k);
+        QVERIFY(!k.win->GorOmItem()->isEnabled());
+        auto efter = spel.Tabell().Kopia();
+        k.Posta(kGorOm);
+        QVERIFY(spel.Tabell().Lika(*efter));
+    }
+
+    // Restart records the result as New Deal does, then deals the same cards again.
+    void omgivRegistrerarOchDelarSammaKortIgen() {
+        Korning k;
+        k.win->ValkomstVy()->spelarFalt->setText(QStringLiteral("Eva"));
+        k.Posta(kStartaSpel0 + 8);
+        Patiens& spel = *k.Vy().Spel();
+        auto givet = spel.Tabell().Kopia();
+        GestForForstaDraget(k);
+        QVERIFY(!spel.Tabell().Lika(*givet));
+        k.Posta(kOmGiv);
+        QCOMPARE(k.win->HiscorePlats(), 1);
+        QVERIFY(k.win->HiInfo() != nullptr);
+        QCOMPARE(k.win->HiInfo()->text(), QStringLiteral("You are number 1 on the Hiscoretable!"));
+        QVERIFY(spel.Tabell().Lika(*givet));
+        QVERIFY(!k.win->AngraItem()->isEnabled());
+        QCOMPARE(k.win->windowTitle(), QStringLiteral("Fjolks Patience - Freecell"));
+    }
+
+    // Deal Number N deals what the program started with --seed N --game G deals: it seeds
+    // the random numbers before it makes its window, and the game chosen deals first.
+    void givNummerDelarSomSeed_data() {
+        QTest::addColumn<int>("spelNr");
+        for (int nr = 0; nr < kAntalSpel; ++nr)
+            QTest::addRow("%s", SpelNamn(nr)) << nr;
+    }
+    void givNummerDelarSomSeed() {
+        QFETCH(int, spelNr);
+        std::unique_ptr<SpelBord> medSeed;
+        {
+            std::srand(1234);
+            Korning start;
+            start.win->StartaSpel(spelNr);
+            Behandla();
+            medSeed = start.Vy().Spel()->Tabell().Kopia();
+        }
+        Korning k;
+        k.Posta(kStartaSpel0 + static_cast<type_code>(spelNr));
+        k.Posta(kNyGiv);
+        QVERIFY(!k.Vy().Spel()->Tabell().Lika(*medSeed));
+        QCoreApplication::postEvent(k.win.get(),
+                                    new Meddelande(kGivNummer, QStringLiteral("1234")));
+        Behandla();
+        QVERIFY(k.Vy().Spel()->Tabell().Lika(*medSeed));
+        QCOMPARE(k.win->GivNummer(), std::optional<unsigned>(1234));
+        QCOMPARE(
+            k.win->windowTitle(),
+            QStringLiteral("Fjolks Patience - %1 #1234").arg(QString::fromUtf8(TitelNamn(spelNr))));
+        // Restarted, it is still that deal and keeps its number; a new deal is no numbered one.
+        k.Posta(kOmGiv);
+        QVERIFY(k.Vy().Spel()->Tabell().Lika(*medSeed));
+        QCOMPARE(k.win->GivNummer(), std::optional<unsigned>(1234));
+        k.Posta(kNyGiv);
+        QVERIFY(!k.win->GivNummer());
+        QCOMPARE(k.win->windowTitle(),
+                 QStringLiteral("Fjolks Patience - %1").arg(QString::fromUtf8(TitelNamn(spelNr))));
+    }
+
+    // The deal left is recorded as New Deal records it, with its alert.
+    void givNummerRegistrerarSpeletSomLamnas() {
+        Korning k;
+        k.win->ValkomstVy()->spelarFalt->setText(QStringLiteral("Eva"));
+        k.Posta(kStartaSpel0 + 8);
+        QCoreApplication::postEvent(k.win.get(), new Meddelande(kGivNummer, QStringLiteral("0")));
+        Behandla();
+        QCOMPARE(k.win->HiscorePlats(), 1);
+        QVERIFY(k.win->HiInfo() != nullptr);
+        QCOMPARE(k.win->GivNummer(), std::optional<unsigned>(0));
+        QCOMPARE(k.win->windowTitle(), QStringLiteral("Fjolks Patience - Freecell #0"));
+    }
+
+    // The random deals after a numbered one are those the start's seeding gives.
+    void givNummerLamnarSlumpgivarnaSomDeVar() {
+        std::unique_ptr<SpelBord> andraGiven;
+        {
+            std::srand(77);
+            Korning a;
+            a.Posta(kStartaSpel0 + 8);
+            a.Posta(kNyGiv);
+            andraGiven = a.Vy().Spel()->Tabell().Kopia();
+        }
+        std::srand(77);
+        Korning b;
+        b.Posta(kStartaSpel0 + 8);
+        QCoreApplication::postEvent(b.win.get(), new Meddelande(kGivNummer, QStringLiteral("5")));
+        Behandla();
+        b.Posta(kNyGiv);
+        QVERIFY(b.Vy().Spel()->Tabell().Lika(*andraGiven));
+    }
+
+    // What is not a deal's number is said so, and nothing is dealt or recorded.
+    void felaktigtGivNummerSags() {
+        Korning k;
+        k.Posta(kStartaSpel0 + 8);
+        auto fore = k.Vy().Spel()->Tabell().Kopia();
+        for (const char* text : {"4294967296", "12x", ""}) {
+            QCoreApplication::postEvent(k.win.get(),
+                                        new Meddelande(kGivNummer, QString::fromLatin1(text)));
+            Behandla();
+            QMessageBox* varning = nullptr;
+            for (QMessageBox* box :
+                 k.win->findChildren<QMessageBox*>(QStringLiteral("Deal Number")))
+                if (box->isVisible())
+                    varning = box;
+            QVERIFY2(varning != nullptr, text);
+            QCOMPARE(varning->text(),
+                     QStringLiteral("\"%1\" is not a deal's number: give a whole number from 0 "
+                                    "to 4294967295.")
+                         .arg(QString::fromLatin1(text)));
+            varning->close();
+            Behandla();
+        }
+        QVERIFY(k.Vy().Spel()->Tabell().Lika(*fore));
+        QVERIFY(k.win->HiInfo() == nullptr);
+        QVERIFY(!k.win->GivNummer());
+    }
+
+    // The menu item asks for the number in a small dialog that takes digits only.
+    void givNummerFragasIEnDialog() {
+        Korning k;
+        k.Posta(kStartaSpel0 + 8);
+        k.Posta(kFragaGivNummer);
+        auto* dialog = k.win->findChild<QInputDialog*>(QStringLiteral("Deal Number"));
+        QVERIFY(dialog != nullptr);
+        QVERIFY(dialog->isVisible());
+        auto* falt = dialog->findChild<QLineEdit*>();
+        QVERIFY(falt != nullptr);
+        falt->setFocus();
+        QTest::keyClicks(falt, QStringLiteral("4a2-"));
+        QCOMPARE(falt->text(), QStringLiteral("42"));
+        dialog->accept();
+        Behandla();
+        QCOMPARE(k.win->GivNummer(), std::optional<unsigned>(42));
+        QCOMPARE(k.win->windowTitle(), QStringLiteral("Fjolks Patience - Freecell #42"));
+        // Asked again, it offers the number on the table.
+        for (QMessageBox* box : k.win->findChildren<QMessageBox*>())
+            box->close();
+        k.Posta(kFragaGivNummer);
+        dialog = nullptr;
+        for (QInputDialog* d : k.win->findChildren<QInputDialog*>())
+            if (d->isVisible())
+                dialog = d;
+        QVERIFY(dialog != nullptr);
+        QCOMPARE(dialog->textValue(), QStringLiteral("42"));
+        dialog->reject();
+        Behandla();
+        QCOMPARE(k.win->GivNummer(), std::optional<unsigned>(42));
+    }
+
     void spelSomInteFinnsAnnuLamnarValkomstskarmen() {
         int saknat = 0;
         while (saknat < kAntalSpel && SpelFinns(saknat))
@@ -363,8 +579,12 @@ private slots:
         BPoint start = Mitt(spel.Luckor()[kort].GePos());
         TryckOchDra(k.Vy(), start, start + BPoint(20, 20));
         QVERIFY(k.Vy().drar);
-        for (type_code what : {kNyGiv, kAngra, kStang, kOm, kHjalp, kRensaBakgrund})
+        for (type_code what :
+             {kNyGiv, kAngra, kGorOm, kOmGiv, kFragaGivNummer, kStang, kOm, kHjalp, kRensaBakgrund})
             k.Posta(what);
+        QCoreApplication::postEvent(k.win.get(), new Meddelande(kGivNummer, QStringLiteral("7")));
+        Behandla();
+        QVERIFY(k.win->findChild<QInputDialog*>() == nullptr);
         QVERIFY(k.win->VisarSpel());
         QVERIFY(k.win->HiInfo() == nullptr);
         QVERIFY(!k.Finns("FJOLK:Spel0"));

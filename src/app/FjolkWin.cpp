@@ -2,6 +2,7 @@
 
 #include "app/FjolkView.h"
 #include "app/Hjalpfil.h"
+#include "cards/Fro.h"
 #include "cards/Hiscore.h"
 #include "games/Spelfabrik.h"
 #include "platform/Meddelande.h"
@@ -18,11 +19,13 @@
 #include <QFileInfo>
 #include <QIcon>
 #include <QImageReader>
+#include <QInputDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QRegularExpressionValidator>
 #include <QStackedLayout>
 #include <QStandardPaths>
 #include <QTextBrowser>
@@ -116,7 +119,12 @@ void FjolkWin::ByggMeny() {
         return action;
     };
     nyGivItem = item(spelMeny, "New Deal", kNyGiv, QKeySequence(Qt::CTRL | Qt::Key_D));
+    omGivItem = item(spelMeny, "Restart Deal", kOmGiv, QKeySequence(Qt::Key_F5));
+    givNummerItem = item(spelMeny, "Deal Number…", kFragaGivNummer, QKeySequence());
     angraItem = item(spelMeny, "Undo", kAngra, QKeySequence(Qt::CTRL | Qt::Key_Z));
+    gorOmItem = item(spelMeny, "Redo", kGorOm, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
+    gorOmItem->setShortcuts(
+        {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
     item(spelMeny, "Close", kStang, QKeySequence(Qt::CTRL | Qt::Key_W));
     spelMeny->addSeparator();
     item(spelMeny, "Exit", kAvsluta, QKeySequence(Qt::CTRL | Qt::Key_Q));
@@ -132,7 +140,7 @@ void FjolkWin::ByggMeny() {
 QAction* FjolkWin::MenyItem(const QKeySequence& tangenter) const {
     for (QAction* meny : menuBar()->actions())
         for (QAction* item : meny->menu()->actions())
-            if (item->shortcuts().contains(tangenter))
+            if (!tangenter.isEmpty() && item->shortcuts().contains(tangenter))
                 return item;
     return nullptr;
 }
@@ -169,6 +177,9 @@ void FjolkWin::MenusBeginning() {
     Patiens* spel = spelVy->Spel();
     nyGivItem->setEnabled(spel != nullptr);
     angraItem->setEnabled(spel != nullptr && spel->Has_Undos());
+    gorOmItem->setEnabled(spel != nullptr && spel->Has_Redos());
+    omGivItem->setEnabled(spel != nullptr);
+    givNummerItem->setEnabled(spel != nullptr);
 }
 
 bool FjolkWin::event(QEvent* e) {
@@ -220,6 +231,29 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
         // resize lays it out over the view again.
         spel->NyttSpel(Frame());
         spelVy->InvalidateOffscreen();
+        if (std::exchange(givNummer, std::nullopt))
+            VisaSpeletsTitel();
+    } else if (what == kOmGiv) {
+        if (spel == nullptr)
+            return;
+        AddHiScore(true);
+        spel->OmGiv(spelVy->Bounds());
+        spelVy->InvalidateOffscreen();
+    } else if (what == kFragaGivNummer) {
+        if (spel == nullptr)
+            return;
+        FragaGivNummer();
+    } else if (what == kGivNummer) {
+        if (spel == nullptr)
+            return;
+        DelaGivNummer(message.fil);
+    } else if (what == kGorOm) {
+        if (spel == nullptr)
+            return;
+        spel->Redo();
+        spelVy->InvalidateOffscreen();
+        if (spel->KlarSpel())
+            Posta(kSpelKlart);
     } else if (what == kAngra) {
         if (spel == nullptr)
             return;
@@ -312,7 +346,54 @@ void FjolkWin::InitSpel(int nummer, const char* namn) {
     SattStorleksGranser(100, 1280, 100, 1024);
     SattFrame(LasRam(store, SpelRamNamn(nummer).c_str()).value_or(Frame()));
     setWindowTitle(QStringLiteral("Fjolks Patience - %1").arg(QString::fromUtf8(namn)));
+    givNummer.reset();
     byterLage = false;
+}
+
+void FjolkWin::VisaSpeletsTitel() {
+    QString titel =
+        QStringLiteral("Fjolks Patience - %1").arg(QString::fromUtf8(TitelNamn(spelNr)));
+    if (givNummer)
+        titel += QStringLiteral(" #%1").arg(*givNummer);
+    setWindowTitle(titel);
+}
+
+void FjolkWin::FragaGivNummer() {
+    auto* dialog = new QInputDialog(this);
+    dialog->setObjectName(QStringLiteral("Deal Number"));
+    dialog->setWindowTitle(QStringLiteral("Deal Number"));
+    dialog->setInputMode(QInputDialog::TextInput);
+    dialog->setLabelText(QStringLiteral("Deal number, from 0 to 4294967295:"));
+    dialog->setTextValue(givNummer ? QString::number(*givNummer) : QString());
+    if (auto* falt = dialog->findChild<QLineEdit*>())
+        falt->setValidator(new QRegularExpressionValidator(
+            QRegularExpression(QStringLiteral("[0-9]{1,10}")), falt));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setWindowModality(Qt::WindowModal);
+    connect(dialog, &QInputDialog::textValueSelected, this, [this](const QString& text) {
+        QCoreApplication::postEvent(this, new Meddelande(kGivNummer, text));
+    });
+    dialog->show();
+}
+
+void FjolkWin::DelaGivNummer(const QString& text) {
+    bool ok = false;
+    unsigned nummer = text.trimmed().toUInt(&ok);
+    if (!ok) {
+        VisaVarning(QStringLiteral("Deal Number"),
+                    QStringLiteral("\"%1\" is not a deal's number: give a whole number from 0 "
+                                   "to 4294967295.")
+                        .arg(text),
+                    QStringLiteral("OK"));
+        return;
+    }
+    Patiens* spel = spelVy->Spel();
+    AddHiScore(true);
+    // Dealt over the view, as the first deal of a game is.
+    MedFro(nummer, [&] { spel->NyttSpel(spelVy->Bounds()); });
+    spelVy->InvalidateOffscreen();
+    givNummer = nummer;
+    VisaSpeletsTitel();
 }
 
 void FjolkWin::AddHiScore(bool visa) {

@@ -7,6 +7,7 @@
 
 #include <QMainWindow>
 
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -47,6 +48,11 @@ public:
     WelcomeView* ValkomstVy() const { return valkomstVy; }
     QAction* AngraItem() const { return angraItem; }
     QAction* NyGivItem() const { return nyGivItem; }
+    QAction* GorOmItem() const { return gorOmItem; }
+    QAction* OmGivItem() const { return omGivItem; }
+    QAction* GivNummerItem() const { return givNummerItem; }
+    // The number of the deal on the table when it was dealt by its number.
+    std::optional<unsigned> GivNummer() const { return givNummer; }
     int SpelNr() const { return spelNr; }
     int HiscorePlats() const { return hiscorePlats; }
     bool Animering() const { return animering; }
@@ -92,6 +98,9 @@ private:
     void DelaUtSpel(int nummer);
     void VisaHjalp();
     QFileDialog* NyFilPanel();
+    void FragaGivNummer();
+    void DelaGivNummer(const QString& text);
+    void VisaSpeletsTitel();
 
     AttributeStore& store;
     QAction* angraItem = nullptr;
@@ -117,6 +126,10 @@ private:
     QTextBrowser* hjalpFonster = nullptr;
     // Commands that came while the game worked, posted again once it is done.
     std::vector<std::pair<type_code, QString>> vantande;
+    QAction* gorOmItem = nullptr;
+    QAction* omGivItem = nullptr;
+    QAction* givNummerItem = nullptr;
+    std::optional<unsigned> givNummer;
 };
 
 // The text of the "About" alert.
