@@ -378,7 +378,7 @@ private slots:
                     int32_t n = 0;
                     store->ReadAttr("counter", B_RAW_TYPE, 0, &n, 4);
                     ++n;
-                    store->WriteAttr("counter", B_RAW_TYPE, 0, &n, 4);
+                    return store->WriteAttr("counter", B_RAW_TYPE, 0, &n, 4) == 4;
                 });
             }
         }

@@ -6,6 +6,8 @@
 
 #include <QMainWindow>
 
+#include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -15,6 +17,7 @@ class QAction;
 class QFileDialog;
 class QMessageBox;
 class QStackedLayout;
+class QTimer;
 class WelcomeView;
 
 // The program's one window and its controller: every command from the menus, the welcome
@@ -53,6 +56,14 @@ public:
     QFileDialog* FilPanel() const { return filPanel; }
     // The last "Hi Info" alert, while it is open.
     QMessageBox* HiInfo() const;
+    // The notice that tells what the player should know of (see Notify), while it is open.
+    QMessageBox* Notis() const;
+    // Shows what was noted since the last look, in the notice.
+    void VisaNotiser();
+    // Stores the frame the window settled at, if it has not been stored yet.
+    void SparaRam();
+    // Whether a frame waits to be stored.
+    bool RamVantar() const { return osparadRam.has_value(); }
 
     // The help page beside the program.
     static QString HjalpFil();
@@ -75,6 +86,8 @@ private:
     void StangSpel();
     void LasSpelarNamn();
     bool PaSkarmen() const;
+    BRect PaEnSkarm(BRect ram) const;
+    void VisaNotis(QStringList rader);
     void DelaUtSpel(int nummer);
 
     AttributeStore& store;
@@ -95,6 +108,11 @@ private:
     bool avslutad = false;
     // A game shown before the window was on the screen, dealt once it is.
     int vantandeSpel = -1;
+    // The frame last taken and the attribute it belongs to, stored once the window has
+    // settled; and the timer that waits for that.
+    std::optional<std::pair<std::string, BRect>> osparadRam;
+    QTimer* ramTimer = nullptr;
+    QMessageBox* notis = nullptr;
     // Commands that came while the game worked, posted again once it is done.
     std::vector<std::pair<type_code, QString>> vantande;
 };
