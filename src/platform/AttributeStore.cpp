@@ -169,7 +169,8 @@ void AttributeStore::OpenForReading() {
     }
     if (OpenExisting(false, true) == OpenResult::Ours) {
         mode = Mode::ReadOnly;
-        problem = databasePath + " can only be read (" + why + ")";
+        problem = writable ? databasePath + " can only be read (" + why + ")"
+                           : "the data folder " + dataDirectory + " is read-only";
         initStatus = B_OK;
         return;
     }
