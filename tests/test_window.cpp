@@ -244,6 +244,8 @@ private slots:
 
     void spelStartasUrListanOchMenyernaFoljerSpelet() {
         Korning k;
+        // The play view's frame waits for the first game.
+        QVERIFY(!k.Vy().HarRam());
         k.win->MenusBeginning();
         QVERIFY(!k.win->NyGivItem()->isEnabled());
         QVERIFY(!k.win->AngraItem()->isEnabled());
