@@ -11,6 +11,9 @@ namespace {
 
 constexpr int kStorstaBredd = 1280;
 constexpr int kStorstaHojd = 1024;
+// The most a picture may take while it is read. A JPEG is scaled down while it is read and
+// stays far below; a format read whole first (PNG, BMP) is refused above this.
+constexpr int kGransMB = 64;
 
 } // namespace
 
@@ -31,6 +34,7 @@ QImage LasBakgrundsBild(const QString& fil, QSize storlek, std::string* fel) {
         return QImage();
     }
     QImageReader lasare(fil);
+    lasare.setAllocationLimit(kGransMB);
     QSize full = lasare.size();
     if (full.isValid() && (full.width() > storlek.width() || full.height() > storlek.height())) {
         double skala = std::max(double(storlek.width()) / full.width(),
@@ -41,8 +45,13 @@ QImage LasBakgrundsBild(const QString& fil, QSize storlek, std::string* fel) {
     }
     QImage bild = lasare.read();
     if (bild.isNull()) {
-        *fel = fil.toStdString() + " is not a picture that can be read (" +
-               lasare.errorString().toStdString() + ").";
+        bool forStor = full.isValid() &&
+                       qint64(full.width()) * full.height() * 4 > qint64(kGransMB) * 1024 * 1024;
+        *fel = forStor ? fil.toStdString() + " is too large to load (" +
+                             std::to_string(full.width()) + " × " + std::to_string(full.height()) +
+                             " pixels); a smaller picture, or a JPEG, can be the background."
+                       : fil.toStdString() + " is not a picture that can be read (" +
+                             lasare.errorString().toStdString() + ").";
         return QImage();
     }
     bild = bild.convertToFormat(QImage::Format_ARGB32);
