@@ -218,6 +218,8 @@ private slots:
         HiscoreLista efter = Tabell8(store);
         QCOMPARE(std::memcmp(efter.data(), forst.data(), 1920), 0);
         QCOMPARE(VantandeResultat::For(folder).Antal(), size_t(3));
+        QCOMPARE(VantandeResultat::For(folder).BaraIMinnet(), size_t(0));
+        QCOMPARE(JournalRader(folder).size(), size_t(3));
         vakt.full = false;
         QCOMPARE(Lagg(vakt, "Ledig", 5), 5);
         QCOMPARE(Namnen(Tabell8(store), 6),
@@ -251,6 +253,8 @@ private slots:
             QVERIFY2(store.Problem().find("is full") != std::string::npos, store.Problem().c_str());
             QCOMPARE(Namnen(Tabell8(store), 2), (QList<QByteArray>{"Annan", " "}));
             QCOMPARE(VantandeResultat::For(folder).Antal(), size_t(3));
+            // The journal cannot grow on a full disk either: they wait in memory.
+            QCOMPARE(VantandeResultat::For(folder).BaraIMinnet(), size_t(3));
             std::filesystem::remove(fyllnad);
             QCOMPARE(Lagg(vakt, "Ledig", 5), 5);
             QCOMPARE(Namnen(Tabell8(store), 6),

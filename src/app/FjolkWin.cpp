@@ -344,8 +344,13 @@ void FjolkWin::AddHiScore(bool visa) {
     if (spel == nullptr)
         return;
     hiscorePlats = spel->AddHiscore();
-    if (!visa)
+    if (!visa) {
+        // Left silently as always, but a result that waits is not kept from the player.
+        if (hiscorePlats == kHiscoreVantar)
+            Notify("your result will be saved as soon as the store is free (" + store.Problem() +
+                   ").");
         return;
+    }
     QString text = QString::fromStdString(HiscoreMeddelande(hiscorePlats));
     // A result that waits says why.
     if (hiscorePlats == kHiscoreVantar && !store.Problem().empty())
@@ -406,7 +411,12 @@ QMessageBox* FjolkWin::HiInfo() const {
 
 bool FjolkWin::QuitRequested() {
     SparaRam();
-    ForInVantande(store);
+    if (!ForInVantande(store)) {
+        size_t kvar = VantandeResultat::For(store.DataDirectory()).BaraIMinnet();
+        if (kvar > 0)
+            std::fprintf(stderr, "Fjolks Patience: %zu results could not be saved (%s).\n", kvar,
+                         store.Problem().c_str());
+    }
     std::string namn = KortaUtf8(valkomstVy->spelarFalt->text(), 19);
     char buffer[20];
     std::memset(buffer, ' ', 19);

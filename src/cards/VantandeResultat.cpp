@@ -137,6 +137,12 @@ bool VantandeResultat::LasJournalRad(const std::string& rad, Resultatpost* p) {
     return true;
 }
 
+size_t VantandeResultat::BaraIMinnet() const {
+    std::lock_guard<std::mutex> vakt(las);
+    return static_cast<size_t>(
+        std::count_if(minne.begin(), minne.end(), [](const Vantande& v) { return !v.iJournal; }));
+}
+
 size_t VantandeResultat::Antal() const {
     std::lock_guard<std::mutex> vakt(las);
     size_t antal = 0;

@@ -24,8 +24,10 @@ public:
     // store is not touched while nothing waits.
     int ForIn(HiscoreStore& store, const Resultatpost* ny);
 
-    // How many results wait, here and in the journal.
+    // How many results wait, here and in the journal; and how many only here, which the end
+    // of the run would lose.
     size_t Antal() const;
+    size_t BaraIMinnet() const;
     const std::string& JournalFil() const { return journalFil; }
 
     // The results waiting for the store in `dataDirectory`, one set a folder in a run.
