@@ -298,6 +298,30 @@ private slots:
         QCOMPARE(Namnen(Tabell8(store), 3), (QList<QByteArray>{"Forra", "Annan", " "}));
     }
 
+    // A run that ends after entering the journal's results but before emptying it leaves
+    // them there: the next run does not enter them again.
+    void journalSomInteTomdesForsInInteTvaGanger() {
+        QTemporaryDir dir;
+        std::string folder = dir.path().toStdString();
+        AttributeStore store(folder);
+        HiscoreLista forst = TabellMed("Annan", 10);
+        store.WriteAttr("FJOLK:Spel8", B_RAW_TYPE, 0, forst.data(), 1920);
+        Resultatpost post = NyResultatpost(8, HiscoreResultat{30, 1}, 0, 1, 0, "Forra", 0);
+        std::string journal = folder + "/" + VantandeResultat::kJournalNamn;
+        auto skriv = [&] {
+            std::ofstream fil(journal, std::ios::app);
+            fil << VantandeResultat::JournalRad(post) << "\n";
+        };
+        skriv();
+        QVERIFY(ForInVantande(store));
+        QCOMPARE(Namnen(Tabell8(store), 3), (QList<QByteArray>{"Forra", "Annan", " "}));
+        // As if the journal had not been emptied.
+        skriv();
+        QVERIFY(ForInVantande(store));
+        QCOMPARE(Namnen(Tabell8(store), 3), (QList<QByteArray>{"Forra", "Annan", " "}));
+        QVERIFY(JournalRader(folder).empty());
+    }
+
     // A torn last line (a crash while it was written) is no record; the whole ones are.
     void journalradenSomInteArHelRaknasInte() {
         Resultatpost post = NyResultatpost(8, HiscoreResultat{30, 1}, 5, 1, 2, "Eva", 0);

@@ -87,6 +87,34 @@ private:
     int fd = -1;
 };
 
+constexpr const char* kInforda = "FJOLK:Inforda";
+constexpr size_t kMestInforda = 256;
+
+// The ids of the journal's results last entered, kept in the store and written in the
+// transaction that enters them: a run that ends between that transaction and emptying the
+// journal leaves results the next run must not enter again.
+bool LasInforda(HiscoreStore& store, std::vector<uint64_t>* inforda) {
+    type_code typ = 0;
+    size_t storlek = 0;
+    if (!store.StatAttr(kInforda, &typ, &storlek))
+        return true;
+    if (typ != B_RAW_TYPE || storlek % sizeof(uint64_t) != 0 ||
+        storlek > kMestInforda * sizeof(uint64_t))
+        return true;
+    inforda->resize(storlek / sizeof(uint64_t));
+    return store.ReadAttr(kInforda, B_RAW_TYPE, 0, inforda->data(), storlek) ==
+           static_cast<ssize_t>(storlek);
+}
+
+bool SkrivInforda(HiscoreStore& store, std::vector<uint64_t> inforda) {
+    if (inforda.size() > kMestInforda)
+        inforda.erase(inforda.begin(),
+                      inforda.begin() + static_cast<std::ptrdiff_t>(inforda.size() - kMestInforda));
+    size_t storlek = inforda.size() * sizeof(uint64_t);
+    return store.WriteAttr(kInforda, B_RAW_TYPE, 0, inforda.data(), storlek) ==
+           static_cast<ssize_t>(storlek);
+}
+
 } // namespace
 
 VantandeResultat::VantandeResultat(std::string fil) : journalFil(std::move(fil)) {}
@@ -168,14 +196,14 @@ int VantandeResultat::ForIn(HiscoreStore& store, const Resultatpost* ny) {
 
     auto journal = std::make_unique<Journal>(journalFinns ? journalFil : std::string(), false);
     std::vector<Resultatpost> samla;
+    std::set<uint64_t> franJournalen;
     if (journal->Oppen()) {
         samla = journal->Las();
-        std::set<uint64_t> iJournalen;
         for (const Resultatpost& p : samla)
-            iJournalen.insert(p.id);
+            franJournalen.insert(p.id);
         // What left the journal was entered by another program.
         std::erase_if(minne, [&](const Vantande& v) {
-            return v.iJournal && iJournalen.count(v.post.id) == 0;
+            return v.iJournal && franJournalen.count(v.post.id) == 0;
         });
     }
     for (const Vantande& v : minne)
@@ -192,14 +220,22 @@ int VantandeResultat::ForIn(HiscoreStore& store, const Resultatpost* ny) {
     if (store.InitCheck() == B_OK)
         status = store.Exclusive([&] {
             notiser.clear();
+            std::vector<uint64_t> inforda;
+            if (!franJournalen.empty() && !LasInforda(store, &inforda))
+                return false;
             for (const Resultatpost& p : samla) {
+                // Entered by a run that ended before it could empty the journal.
+                if (std::find(inforda.begin(), inforda.end(), p.id) != inforda.end())
+                    continue;
                 int dennaPlats = 0;
                 if (!ForInResultat(store, p, &dennaPlats, &notiser))
                     return false;
                 if (ny != nullptr && p.id == ny->id)
                     plats = dennaPlats;
+                if (franJournalen.count(p.id) != 0)
+                    inforda.push_back(p.id);
             }
-            return true;
+            return franJournalen.empty() || SkrivInforda(store, inforda);
         });
     if (status == B_OK) {
         for (const std::string& notis : notiser)
