@@ -260,9 +260,20 @@ private slots:
             QCOMPARE(Namnen(Tabell8(store), 6),
                      (QList<QByteArray>{"Full2", "Full1", "Full0", "Annan", "Ledig", " "}));
         }
-        AttributeStore igen(folder);
+        // A store opened on a full disk shows what it holds and says why it takes nothing.
+        {
+            std::ofstream fil(folder + "/fyllnad", std::ios::binary);
+            std::string block(4096, 'x');
+            while (fil.write(block.data(), block.size()))
+                fil.flush();
+        }
+        AttributeStore igen(folder, AttributeStore::kShortWait);
+        QCOMPARE(igen.InitCheck(), B_OK);
         QCOMPARE(Namnen(Tabell8(igen), 5),
                  (QList<QByteArray>{"Full2", "Full1", "Full0", "Annan", "Ledig"}));
+        std::unique_ptr<HiscoreStore> lager = HiscoreLager(igen);
+        QCOMPARE(Lagg(*lager, "Sen", 50), kHiscoreVantar);
+        QVERIFY2(igen.Problem().find("is full") != std::string::npos, igen.Problem().c_str());
     }
 
     // A result that waited when its program ended is in the journal, and the next run
