@@ -64,6 +64,8 @@ public:
     void SparaRam();
     // Whether a frame waits to be stored.
     bool RamVantar() const { return osparadRam.has_value(); }
+    // How long the window must have been still before its frame is stored, in ms.
+    void SattRamVila(int millisekunder);
 
     // The help page beside the program.
     static QString HjalpFil();
