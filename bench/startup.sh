@@ -3,10 +3,11 @@
 # painted frame of the welcome screen, and of Idioten 1 started with --game 0 and animation
 # off, plus peak memory. With a ratio the program runs as on a screen of that device pixel
 # ratio (QT_SCALE_FACTOR), on a virtual display with as many more pixels.
-# Usage: bench/startup.sh [runs] [ratio]   (uses build/fjolkpatience; installs xvfb and time)
+# Usage: bench/startup.sh [runs] [ratio]   (uses build/fjolkpatience, or $FJOLK_PROGRAM;
+# installs xvfb and time)
 set -euo pipefail
 ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
-PROGRAM="$ROOT/build/fjolkpatience"
+PROGRAM="${FJOLK_PROGRAM:-$ROOT/build/fjolkpatience}"
 RUNS="${1:-11}"
 RATIO="${2:-1}"
 for package in xvfb xauth time; do

@@ -1,16 +1,24 @@
 #include "cards/Hiscore.h"
+#include "cards/VantandeResultat.h"
 #include "platform/AttributeStore.h"
+#include "support/Poster.h"
+#include "support/Vakt.h"
 
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <signal.h>
 #include <sqlite3.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstdio>
+#include <filesystem>
+#include <fstream>
 #include <string>
+#include <vector>
 
 // Results are never lost: not by two running programs, not by a program killed mid-write.
 
@@ -46,6 +54,87 @@ pid_t SpelaIBarn(const std::string& folder, const char* prefix, int forst, int s
     _exit(0);
 }
 
+// Another program's connection to the store, which takes the write lock and keeps it.
+class AnnatProgram {
+public:
+    explicit AnnatProgram(const std::string& folder) {
+        std::string fil = folder + "/fjolk.db";
+        if (sqlite3_open(fil.c_str(), &db) != SQLITE_OK ||
+            sqlite3_exec(db, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) != SQLITE_OK)
+            qFatal("the other program cannot take the store");
+    }
+    ~AnnatProgram() { sqlite3_close(db); }
+    // Stores its own table of game 8 inside the transaction it holds.
+    void SkrivTabell(const HiscoreLista& tabell) {
+        sqlite3_stmt* st = nullptr;
+        sqlite3_prepare_v2(db, "UPDATE attributes SET value = ?1 WHERE name = 'FJOLK:Spel8'", -1,
+                           &st, nullptr);
+        sqlite3_bind_blob(st, 1, tabell.data(), sizeof tabell, SQLITE_TRANSIENT);
+        if (sqlite3_step(st) != SQLITE_DONE || sqlite3_changes(db) != 1)
+            qFatal("the other program's table was not written");
+        sqlite3_finalize(st);
+    }
+    void Slapp(const char* hur = "COMMIT") {
+        if (sqlite3_exec(db, hur, nullptr, nullptr, nullptr) != SQLITE_OK)
+            qFatal("the other program cannot end its transaction");
+    }
+
+private:
+    sqlite3* db = nullptr;
+};
+
+QList<QByteArray> Namnen(const HiscoreLista& tabell, int antal) {
+    QList<QByteArray> namn;
+    for (int i = 0; i < antal; ++i)
+        namn << QByteArray(tabell[i].namn);
+    return namn;
+}
+
+HiscoreLista Tabell8(AttributeStore& store) {
+    HiscoreLista tabell;
+    if (store.ReadAttr("FJOLK:Spel8", B_RAW_TYPE, 0, tabell.data(), sizeof tabell) != 1920)
+        qFatal("no table");
+    return tabell;
+}
+
+// A Freecell table with one entry of `kort` cards.
+HiscoreLista TabellMed(const char* namn, int kort) {
+    HiscoreLista tabell = TomTabell(HiscoreFamiljFor(8));
+    tabell[0] = Post(namn, kort, 1, 0);
+    return tabell;
+}
+
+int Lagg(HiscoreStore& store, const char* namn, int kort) {
+    int undos = 0;
+    return AddHiscore(store, 8, HiscoreResultat{kort, 1}, undos, namn, system_time() - kSekund,
+                      std::time(nullptr));
+}
+
+std::vector<std::string> JournalRader(const std::string& folder) {
+    std::vector<std::string> rader;
+    std::ifstream journal(folder + "/" + VantandeResultat::kJournalNamn);
+    for (std::string rad; std::getline(journal, rad);)
+        rader.push_back(rad);
+    return rader;
+}
+
+// A small filesystem of its own, mounted for the test when it may be.
+class LitenDisk {
+public:
+    explicit LitenDisk(const std::string& mapp) : plats(mapp) {
+        std::filesystem::create_directory(plats);
+        monterad = mount("fjolktest", plats.c_str(), "tmpfs", 0, "size=256k") == 0;
+    }
+    ~LitenDisk() {
+        if (monterad)
+            umount2(plats.c_str(), MNT_DETACH);
+    }
+    bool monterad = false;
+
+private:
+    std::string plats;
+};
+
 } // namespace
 
 class DurabilityTest : public QObject {
@@ -71,6 +160,216 @@ private slots:
             std::string namn = std::string(i % 2 ? "B" : "A") + std::to_string(i);
             QCOMPARE(QByteArray(tabell[i].namn), QByteArray(namn.c_str()));
         }
+    }
+
+    // Another program holds the store past the wait: the result waits (no place is named,
+    // nothing is written outside a transaction), the other program's own result committed
+    // meanwhile stays, and the next result enters both.
+    void lasHallenForbiVantanForlorarIngetResultat() {
+        QTemporaryDir dir;
+        std::string folder = dir.path().toStdString();
+        AttributeStore store(folder, 50);
+        HiscoreLista forst = TabellMed("Annan", 10);
+        QCOMPARE(store.WriteAttr("FJOLK:Spel8", B_RAW_TYPE, 0, forst.data(), 1920), ssize_t(1920));
+        Vakt vakt(store);
+        {
+            AnnatProgram annat(folder);
+            QCOMPARE(Lagg(vakt, "Eva", 30), kHiscoreVantar);
+            QCOMPARE(vakt.skrivningar, 0);
+            QVERIFY(!vakt.utanforTransaktion);
+            QVERIFY2(store.Problem().find("another program") != std::string::npos,
+                     store.Problem().c_str());
+            // The other program enters its own result and lets go.
+            HiscoreLista dess = forst;
+            HiscoreInfoga(dess, 0, Post("Annan2", 20, 1, 0));
+            annat.SkrivTabell(dess);
+            annat.Slapp();
+        }
+        QCOMPARE(Namnen(Tabell8(store), 3), (QList<QByteArray>{"Annan2", "Annan", " "}));
+        QCOMPARE(VantandeResultat::For(folder).Antal(), size_t(1));
+        std::vector<std::string> rader = JournalRader(folder);
+        QCOMPARE(rader.size(), size_t(1));
+        Resultatpost vantar;
+        QVERIFY(VantandeResultat::LasJournalRad(rader[0], &vantar));
+        QCOMPARE(QByteArray(vantar.post.namn), QByteArray("Eva"));
+        QCOMPARE(int(vantar.post.kort), 30);
+
+        QCOMPARE(Lagg(vakt, "Bo", 40), 1);
+        QVERIFY(!vakt.utanforTransaktion);
+        QCOMPARE(Namnen(Tabell8(store), 5),
+                 (QList<QByteArray>{"Bo", "Eva", "Annan2", "Annan", " "}));
+        QCOMPARE(VantandeResultat::For(folder).Antal(), size_t(0));
+        QVERIFY(JournalRader(folder).empty());
+        QVERIFY(store.Problem().empty());
+    }
+
+    // Writes that fail as on a full disk: three results wait and the table is left as it
+    // was; once the store takes writes again the next result enters all four.
+    void fullDiskForlorarIngetResultat() {
+        QTemporaryDir dir;
+        std::string folder = dir.path().toStdString();
+        AttributeStore store(folder);
+        HiscoreLista forst = TabellMed("Annan", 10);
+        store.WriteAttr("FJOLK:Spel8", B_RAW_TYPE, 0, forst.data(), 1920);
+        Vakt vakt(store);
+        vakt.full = true;
+        for (int i = 0; i < 3; ++i)
+            QCOMPARE(Lagg(vakt, ("Full" + std::to_string(i)).c_str(), 20 + i), kHiscoreVantar);
+        HiscoreLista efter = Tabell8(store);
+        QCOMPARE(std::memcmp(efter.data(), forst.data(), 1920), 0);
+        QCOMPARE(VantandeResultat::For(folder).Antal(), size_t(3));
+        QCOMPARE(VantandeResultat::For(folder).BaraIMinnet(), size_t(0));
+        QCOMPARE(JournalRader(folder).size(), size_t(3));
+        vakt.full = false;
+        QCOMPARE(Lagg(vakt, "Ledig", 5), 5);
+        QCOMPARE(Namnen(Tabell8(store), 6),
+                 (QList<QByteArray>{"Full2", "Full1", "Full0", "Annan", "Ledig", " "}));
+        QCOMPARE(VantandeResultat::For(folder).Antal(), size_t(0));
+    }
+
+    // The same on a filesystem that is really full, where one can be mounted.
+    void fulltFilsystemForlorarIngetResultat() {
+        QTemporaryDir dir;
+        std::string folder = dir.path().toStdString() + "/disk";
+        LitenDisk disk(folder);
+        if (!disk.monterad)
+            QSKIP("no filesystem can be mounted here; the injected failure covers this");
+        {
+            AttributeStore store(folder, AttributeStore::kShortWait);
+            HiscoreLista forst = TabellMed("Annan", 10);
+            QCOMPARE(store.WriteAttr("FJOLK:Spel8", B_RAW_TYPE, 0, forst.data(), 1920),
+                     ssize_t(1920));
+            Vakt vakt(store);
+            // Fill the disk.
+            std::string fyllnad = folder + "/fyllnad";
+            {
+                std::ofstream fil(fyllnad, std::ios::binary);
+                std::string block(4096, 'x');
+                while (fil.write(block.data(), block.size()))
+                    fil.flush();
+            }
+            for (int i = 0; i < 3; ++i)
+                QCOMPARE(Lagg(vakt, ("Full" + std::to_string(i)).c_str(), 20 + i), kHiscoreVantar);
+            QVERIFY2(store.Problem().find("is full") != std::string::npos, store.Problem().c_str());
+            QCOMPARE(Namnen(Tabell8(store), 2), (QList<QByteArray>{"Annan", " "}));
+            QCOMPARE(VantandeResultat::For(folder).Antal(), size_t(3));
+            // The journal cannot grow on a full disk either: they wait in memory.
+            QCOMPARE(VantandeResultat::For(folder).BaraIMinnet(), size_t(3));
+            std::filesystem::remove(fyllnad);
+            QCOMPARE(Lagg(vakt, "Ledig", 5), 5);
+            QCOMPARE(Namnen(Tabell8(store), 6),
+                     (QList<QByteArray>{"Full2", "Full1", "Full0", "Annan", "Ledig", " "}));
+        }
+        // A store opened on a full disk shows what it holds and says why it takes nothing.
+        {
+            std::ofstream fil(folder + "/fyllnad", std::ios::binary);
+            std::string block(4096, 'x');
+            while (fil.write(block.data(), block.size()))
+                fil.flush();
+        }
+        AttributeStore igen(folder, AttributeStore::kShortWait);
+        QCOMPARE(igen.InitCheck(), B_OK);
+        QCOMPARE(Namnen(Tabell8(igen), 5),
+                 (QList<QByteArray>{"Full2", "Full1", "Full0", "Annan", "Ledig"}));
+        std::unique_ptr<HiscoreStore> lager = HiscoreLager(igen);
+        QCOMPARE(Lagg(*lager, "Sen", 50), kHiscoreVantar);
+        QVERIFY2(igen.Problem().find("is full") != std::string::npos, igen.Problem().c_str());
+    }
+
+    // A result that waited when its program ended is in the journal, and the next run
+    // enters it, once.
+    void journalenForsInVidNastaStart() {
+        QTemporaryDir dir;
+        std::string folder = dir.path().toStdString();
+        {
+            AttributeStore store(folder);
+            HiscoreLista forst = TabellMed("Annan", 10);
+            store.WriteAttr("FJOLK:Spel8", B_RAW_TYPE, 0, forst.data(), 1920);
+        }
+        AnnatProgram annat(folder);
+        pid_t barn = fork();
+        if (barn == 0) {
+            AttributeStore store(folder, 50);
+            std::unique_ptr<HiscoreStore> lager = HiscoreLager(store);
+            _exit(Lagg(*lager, "Forra", 30) == kHiscoreVantar ? 0 : 1);
+        }
+        int status = 0;
+        waitpid(barn, &status, 0);
+        QVERIFY(WIFEXITED(status));
+        QCOMPARE(WEXITSTATUS(status), 0);
+        annat.Slapp("ROLLBACK");
+        QCOMPARE(JournalRader(folder).size(), size_t(1));
+
+        AttributeStore store(folder);
+        QCOMPARE(VantandeResultat::For(folder).Antal(), size_t(1));
+        QVERIFY(ForInVantande(store));
+        QCOMPARE(Namnen(Tabell8(store), 3), (QList<QByteArray>{"Forra", "Annan", " "}));
+        QVERIFY(JournalRader(folder).empty());
+        QVERIFY(ForInVantande(store));
+        QCOMPARE(Namnen(Tabell8(store), 3), (QList<QByteArray>{"Forra", "Annan", " "}));
+    }
+
+    // A run that ends after entering the journal's results but before emptying it leaves
+    // them there: the next run does not enter them again.
+    void journalSomInteTomdesForsInInteTvaGanger() {
+        QTemporaryDir dir;
+        std::string folder = dir.path().toStdString();
+        AttributeStore store(folder);
+        HiscoreLista forst = TabellMed("Annan", 10);
+        store.WriteAttr("FJOLK:Spel8", B_RAW_TYPE, 0, forst.data(), 1920);
+        Resultatpost post = NyResultatpost(8, HiscoreResultat{30, 1}, 0, 1, 0, "Forra", 0);
+        std::string journal = folder + "/" + VantandeResultat::kJournalNamn;
+        auto skriv = [&] {
+            std::ofstream fil(journal, std::ios::app);
+            fil << VantandeResultat::JournalRad(post) << "\n";
+        };
+        skriv();
+        QVERIFY(ForInVantande(store));
+        QCOMPARE(Namnen(Tabell8(store), 3), (QList<QByteArray>{"Forra", "Annan", " "}));
+        // As if the journal had not been emptied.
+        skriv();
+        QVERIFY(ForInVantande(store));
+        QCOMPARE(Namnen(Tabell8(store), 3), (QList<QByteArray>{"Forra", "Annan", " "}));
+        QVERIFY(JournalRader(folder).empty());
+    }
+
+    // A torn last line (a crash while it was written) is no record; the whole ones are.
+    void journalradenSomInteArHelRaknasInte() {
+        Resultatpost post = NyResultatpost(8, HiscoreResultat{30, 1}, 5, 1, 2, "Eva", 0);
+        std::string rad = VantandeResultat::JournalRad(post);
+        Resultatpost last;
+        QVERIFY(VantandeResultat::LasJournalRad(rad, &last));
+        QCOMPARE(last.id, post.id);
+        QCOMPARE(last.spelNr, 8);
+        QCOMPARE(last.angra, 5);
+        QCOMPARE(last.mm, 1);
+        QCOMPARE(last.ss, 2);
+        QCOMPARE(std::memcmp(&last.post, &post.post, sizeof post.post), 0);
+        for (size_t langd : {size_t(0), size_t(10), rad.size() - 1})
+            QVERIFY(!VantandeResultat::LasJournalRad(rad.substr(0, langd), &last));
+        std::string andrad = rad;
+        andrad[20] = andrad[20] == '1' ? '2' : '1';
+        QVERIFY(!VantandeResultat::LasJournalRad(andrad, &last));
+        // A result that waits after a torn line is still read, on its own line.
+        QTemporaryDir dir;
+        std::string folder = dir.path().toStdString();
+        {
+            std::ofstream fil(folder + "/" + VantandeResultat::kJournalNamn);
+            fil << rad.substr(0, 40);
+        }
+        AttributeStore store(folder);
+        HiscoreLista forst = TabellMed("Annan", 10);
+        store.WriteAttr("FJOLK:Spel8", B_RAW_TYPE, 0, forst.data(), 1920);
+        Vakt vakt(store);
+        vakt.full = true;
+        QCOMPARE(Lagg(vakt, "Efter", 30), kHiscoreVantar);
+        std::vector<std::string> rader = JournalRader(folder);
+        QCOMPARE(rader.size(), size_t(2));
+        QVERIFY(VantandeResultat::LasJournalRad(rader[1], &last));
+        QCOMPARE(QByteArray(last.post.namn), QByteArray("Efter"));
+        vakt.full = false;
+        QVERIFY(ForInVantande(store));
+        QCOMPARE(Namnen(Tabell8(store), 3), (QList<QByteArray>{"Efter", "Annan", " "}));
     }
 
     // A program killed in the middle of a stream of hiscore writes leaves a whole store

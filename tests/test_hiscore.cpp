@@ -1,8 +1,13 @@
 #include "cards/Hiscore.h"
+#include "cards/VantandeResultat.h"
 #include "platform/AttributeStore.h"
+#include "support/Vakt.h"
+
+#include "platform/Notices.h"
 
 #include <QTemporaryDir>
 #include <QTest>
+#include <sqlite3.h>
 
 #include <atomic>
 #include <climits>
@@ -51,52 +56,6 @@ QByteArray Namn(const HighScoreTable& p) {
     return QByteArray(p.namn);
 }
 
-// Passes everything on to the real store and notes what the procedure asked of it.
-class Vakt : public HiscoreStore {
-public:
-    explicit Vakt(AttributeStore& store) : lager(store) {}
-    status_t InitCheck() const override { return lager.InitCheck(); }
-    ssize_t ReadAttr(const char* name, type_code type, off_t offset, void* buffer,
-                     size_t length) override {
-        ++lasningar;
-        utanforTransaktion |= djup == 0;
-        return lager.ReadAttr(name, type, offset, buffer, length);
-    }
-    ssize_t WriteAttr(const char* name, type_code type, off_t offset, const void* buffer,
-                      size_t length) override {
-        ++skrivningar;
-        utanforTransaktion |= djup == 0;
-        senastNamn = name;
-        senastTyp = type;
-        senastLangd = length;
-        return lager.WriteAttr(name, type, offset, buffer, length);
-    }
-    status_t Sync() override {
-        ++syncar;
-        return lager.Sync();
-    }
-    status_t Exclusive(const std::function<void()>& work) override {
-        ++transaktioner;
-        ++djup;
-        status_t status = lager.Exclusive(work);
-        --djup;
-        return status;
-    }
-
-    int lasningar = 0;
-    int skrivningar = 0;
-    int syncar = 0;
-    int transaktioner = 0;
-    bool utanforTransaktion = false;
-    std::string senastNamn;
-    type_code senastTyp = 0;
-    size_t senastLangd = 0;
-
-private:
-    AttributeStore& lager;
-    int djup = 0;
-};
-
 // One data folder and its store: a fresh program file for each test.
 struct Bord {
     QTemporaryDir dir;
@@ -137,6 +96,24 @@ struct Bord {
         return namn;
     }
 };
+
+// The names stored that match an SQL pattern, as SQLite itself lists them.
+std::vector<std::string> Attribut(const QTemporaryDir& dir, const char* monster) {
+    std::vector<std::string> namn;
+    sqlite3* db = nullptr;
+    std::string fil = dir.path().toStdString() + "/fjolk.db";
+    if (sqlite3_open_v2(fil.c_str(), &db, SQLITE_OPEN_READONLY, nullptr) == SQLITE_OK) {
+        sqlite3_stmt* st = nullptr;
+        sqlite3_prepare_v2(db, "SELECT name FROM attributes WHERE name LIKE ?1 ORDER BY name", -1,
+                           &st, nullptr);
+        sqlite3_bind_text(st, 1, monster, -1, SQLITE_TRANSIENT);
+        while (sqlite3_step(st) == SQLITE_ROW)
+            namn.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(st, 0)));
+        sqlite3_finalize(st);
+    }
+    sqlite3_close(db);
+    return namn;
+}
 
 bool ArTom(const HighScoreTable& p, int giv) {
     return Namn(p) == " " && p.kort == -1 && p.giv == giv && p.angra == 0 &&
@@ -305,7 +282,8 @@ private slots:
                  std::string("You've missed the Hiscoretable! Better luck next time!"));
         QCOMPARE(HiscoreMeddelande(40), std::string("You are number 40 on the Hiscoretable!"));
         QCOMPARE(HiscoreMeddelande(1), std::string("You are number 1 on the Hiscoretable!"));
-        QCOMPARE(HiscoreMeddelande(0), std::string("You are number 0 on the Hiscoretable!"));
+        QCOMPARE(HiscoreMeddelande(kHiscoreVantar),
+                 std::string("Your result will be saved as soon as the store is free."));
         QCOMPARE(HiscoreMeddelande(-1),
                  std::string("You've missed the Hiscoretable! Better luck next time!"));
     }
@@ -679,31 +657,71 @@ private slots:
         }
     }
 
-    void utanLagerFarManAndaEnPlats() {
+    // Without a store no place is named: the result waits, in memory, for one.
+    void utanLagerVantarResultatet() {
         QTemporaryDir dir;
         QFile hinder(dir.filePath(QStringLiteral("fil")));
         QVERIFY(hinder.open(QIODevice::WriteOnly));
         hinder.close();
-        AttributeStore store((dir.path() + QStringLiteral("/fil/inne")).toStdString());
+        std::string mapp = (dir.path() + QStringLiteral("/fil/inne")).toStdString();
+        AttributeStore store(mapp);
         QCOMPARE(store.InitCheck(), B_NO_INIT);
         int undos = 1200;
         QCOMPARE(AddHiscore(store, 0, HiscoreResultat{5, 1}, undos, "Eva", StartFor(0, 1),
                             Datum(1, 1, 2026)),
-                 1);
+                 kHiscoreVantar);
         QCOMPARE(undos, 999);
+        QCOMPARE(VantandeResultat::For(mapp).Antal(), size_t(1));
     }
 
-    // A table of the wrong size reads as absent and is replaced by 40 empty entries.
-    void skadadTabellErsattsMedTomma() {
-        Bord b;
-        char kort[100];
-        std::memset(kort, 'x', sizeof kort);
-        b.store.WriteAttr("FJOLK:Spel4", B_RAW_TYPE, 0, kort, sizeof kort);
-        QCOMPARE(b.Lagg(4, 5, 1, 0), 1);
-        HiscoreLista t = b.Tabell(4);
-        QCOMPARE(int(t[0].kort), 5);
-        for (int i = 1; i < 40; ++i)
-            QVERIFY(ArTom(t[i], 3));
+    // Whatever is stored under a table's name and is not 40 entries of 'RAWT' is kept aside,
+    // byte for byte, under a name that says when; the player is told once, and a fresh table
+    // takes the result.
+    void tabellSomInteKanLasasLaggsUndan() {
+        struct Fall {
+            size_t storlek;
+            type_code typ;
+        };
+        for (Fall fall : {Fall{100, B_RAW_TYPE}, Fall{1921, B_RAW_TYPE}, Fall{1919, B_RAW_TYPE},
+                          Fall{1920, B_RECT_TYPE}}) {
+            Bord b;
+            QByteArray skadad(static_cast<qsizetype>(fall.storlek), 'x');
+            for (qsizetype i = 0; i < skadad.size(); ++i)
+                skadad[i] = static_cast<char>(i * 7);
+            QCOMPARE(
+                b.store.WriteAttr("FJOLK:Spel8", fall.typ, 0, skadad.constData(), fall.storlek),
+                ssize_t(fall.storlek));
+            TakeNotices();
+            QCOMPARE(b.Lagg(8, 5, 1, 0), 1);
+            HiscoreLista t = b.Tabell(8);
+            QCOMPARE(Namn(t[0]), QByteArray("Eva"));
+            for (int i = 1; i < 40; ++i)
+                QVERIFY(ArTom(t[i], 3));
+            std::vector<std::string> undan = Attribut(b.dir, "FJOLK:Spel8.damaged-%");
+            QCOMPARE(undan.size(), size_t(1));
+            // "FJOLK:Spel8.damaged-" and the moment, YYYYMMDD-HHMMSS.
+            QCOMPARE(undan[0].size(), size_t(20 + 15));
+            QCOMPARE(undan[0][28], '-');
+            type_code typ = 0;
+            size_t storlek = 0;
+            QVERIFY(b.store.StatAttr(undan[0].c_str(), &typ, &storlek));
+            QCOMPARE(typ, fall.typ);
+            QCOMPARE(storlek, fall.storlek);
+            QByteArray kvar(static_cast<qsizetype>(fall.storlek), 0);
+            QCOMPARE(b.store.ReadAttr(undan[0].c_str(), fall.typ, 0, kvar.data(), fall.storlek),
+                     ssize_t(fall.storlek));
+            QCOMPARE(kvar, skadad);
+            std::vector<std::string> notiser = TakeNotices();
+            QCOMPARE(notiser.size(), size_t(1));
+            QVERIFY2(notiser[0].find("kept as " + undan[0]) != std::string::npos,
+                     notiser[0].c_str());
+            QVERIFY2(notiser[0].find(std::to_string(fall.storlek) + " bytes") != std::string::npos,
+                     notiser[0].c_str());
+            // The next result goes into the fresh table; nothing more is kept aside.
+            QCOMPARE(b.Lagg(8, 6, 1, 0, "Bo"), 1);
+            QCOMPARE(Attribut(b.dir, "FJOLK:Spel8.damaged-%").size(), size_t(1));
+            QCOMPARE(b.Namnen(8, 3), (QList<QByteArray>{"Bo", "Eva", " "}));
+        }
     }
 
     // Stored bytes can be anything: keys are reckoned wide and wrap to 32 bits.

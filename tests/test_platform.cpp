@@ -68,6 +68,13 @@ private:
     int saved = -1;
 };
 
+QByteArray LasFil(const std::string& fil) {
+    QFile f(QString::fromStdString(fil));
+    if (!f.open(QIODevice::ReadOnly))
+        return {};
+    return f.readAll();
+}
+
 const std::array<char, 20> kNamn = {'E', 'v', 'a', ' ', ' ', ' ', ' ', ' ', ' ', ' ',
                                     ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', 0};
 
@@ -347,6 +354,125 @@ private slots:
         QVERIFY(FilesIn(folder).empty());
     }
 
+    // Opening only reads: no folder, database or setting is made before the first write,
+    // and a store that is there is left byte for byte as it was.
+    void oppnaSkriverIngenting() {
+        QTemporaryDir dir;
+        std::string folder = Folder(dir) + "/data";
+        {
+            AttributeStore store(folder);
+            QCOMPARE(store.InitCheck(), B_OK);
+            BRect ram;
+            QCOMPARE(store.ReadAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &ram, 16),
+                     ssize_t(B_ENTRY_NOT_FOUND));
+            QCOMPARE(store.Sync(), B_OK);
+            QCOMPARE(store.RemoveAttr("FJOLK:FirstWindow"), B_ENTRY_NOT_FOUND);
+        }
+        QVERIFY(!std::filesystem::exists(folder));
+        {
+            AttributeStore store(folder);
+            QCOMPARE(store.WriteAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, kNamn.data(), 20),
+                     ssize_t(20));
+        }
+        QByteArray fore = LasFil(folder + "/fjolk.db");
+        auto tid = std::filesystem::last_write_time(folder + "/fjolk.db");
+        {
+            AttributeStore store(folder);
+            std::array<char, 20> namn{};
+            QCOMPARE(store.ReadAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, namn.data(), 20),
+                     ssize_t(20));
+        }
+        QCOMPARE(LasFil(folder + "/fjolk.db"), fore);
+        QVERIFY(std::filesystem::last_write_time(folder + "/fjolk.db") == tid);
+    }
+
+    // A read-only data folder shows everything stored; writes are refused with the reason,
+    // and nothing in the folder changes. Root may write anywhere, so the store is opened
+    // as the unprivileged user "nobody" then.
+    void skrivskyddadMappVisarAlltSomLagrats() {
+        QTemporaryDir dir;
+        std::string folder = Folder(dir) + "/readonly";
+        BRect ram(10, 20, 650, 420);
+        std::array<char, 1920> tabell{};
+        for (size_t i = 0; i < tabell.size(); ++i)
+            tabell[i] = static_cast<char>(i);
+        {
+            AttributeStore store(folder);
+            store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &ram, 16);
+            store.WriteAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, kNamn.data(), 20);
+            store.WriteAttr("FJOLK:Spel3", B_RAW_TYPE, 0, tabell.data(), 1920);
+        }
+        chmod(Folder(dir).c_str(), 0755);
+        chmod((folder + "/fjolk.db").c_str(), 0644);
+        chmod(folder.c_str(), 0555);
+        std::vector<std::string> fore = FilesIn(folder);
+        QByteArray bytes = LasFil(folder + "/fjolk.db");
+        pid_t child = fork();
+        if (child == 0) {
+            if (geteuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0))
+                _exit(10);
+            AttributeStore store(folder, AttributeStore::kShortWait);
+            if (store.InitCheck() != B_OK)
+                _exit(11);
+            BRect last;
+            std::array<char, 20> namn{};
+            std::array<char, 1920> lastTabell{};
+            if (store.ReadAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &last, 16) != 16 ||
+                !(last == ram))
+                _exit(12);
+            if (store.ReadAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, namn.data(), 20) != 20 ||
+                namn != kNamn)
+                _exit(13);
+            if (store.ReadAttr("FJOLK:Spel3", B_RAW_TYPE, 0, lastTabell.data(), 1920) != 1920 ||
+                lastTabell != tabell)
+                _exit(14);
+            if (store.Writable() || store.Problem().find("read-only") == std::string::npos)
+                _exit(15);
+            if (store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &ram, 16) !=
+                B_READ_ONLY_DEVICE)
+                _exit(16);
+            if (store.Exclusive([] { return true; }) != B_READ_ONLY_DEVICE)
+                _exit(17);
+            _exit(0);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        chmod(folder.c_str(), 0755);
+        QVERIFY(WIFEXITED(status));
+        QCOMPARE(WEXITSTATUS(status), 0);
+        QCOMPARE(FilesIn(folder), fore);
+        QCOMPARE(LasFil(folder + "/fjolk.db"), bytes);
+    }
+
+    // The cause of a failed write is named as the player would put it.
+    void upptagenStoreSagerVarfor() {
+        QTemporaryDir dir;
+        AttributeStore store(Folder(dir), 20);
+        BRect ram(1, 2, 3, 4);
+        QCOMPARE(store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &ram, 16), ssize_t(16));
+        QVERIFY(store.Problem().empty());
+        sqlite3* annan = nullptr;
+        QCOMPARE(sqlite3_open((Folder(dir) + "/fjolk.db").c_str(), &annan), SQLITE_OK);
+        QCOMPARE(sqlite3_exec(annan, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+        bool kord = false;
+        QCOMPARE(store.Exclusive([&] { return kord = true; }), B_BUSY);
+        QVERIFY(!kord);
+        QCOMPARE(store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &ram, 16), ssize_t(B_BUSY));
+        QCOMPARE(store.Problem(), "another program is using " + Folder(dir) + "/fjolk.db");
+        sqlite3_exec(annan, "ROLLBACK", nullptr, nullptr, nullptr);
+        sqlite3_close(annan);
+        // A transaction whose work gives up keeps nothing.
+        QCOMPARE(store.Exclusive([&] {
+            BRect annat(5, 6, 7, 8);
+            store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &annat, 16);
+            return false;
+        }),
+                 B_CANCELED);
+        BRect last;
+        QCOMPARE(store.ReadAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &last, 16), ssize_t(16));
+        QCOMPARE(last, ram);
+    }
+
     void mappSomInteKanSkapasGerStandardvarden() {
         QTemporaryDir dir;
         QFile blocker(dir.filePath(QStringLiteral("file")));
@@ -378,7 +504,7 @@ private slots:
                     int32_t n = 0;
                     store->ReadAttr("counter", B_RAW_TYPE, 0, &n, 4);
                     ++n;
-                    store->WriteAttr("counter", B_RAW_TYPE, 0, &n, 4);
+                    return store->WriteAttr("counter", B_RAW_TYPE, 0, &n, 4) == 4;
                 });
             }
         }

@@ -286,6 +286,18 @@ private slots:
         QVERIFY(view.Spel() == nullptr);
     }
 
+    // The welcome screen never needs the play view's frame: it is made when first drawn on.
+    void ramenGorsForstNarDenBehovs() {
+        FjolkView view;
+        view.resize(640, 400);
+        view.show();
+        QCoreApplication::processEvents();
+        QCOMPARE(QColor(view.grab().toImage().pixel(5, 5)), QColor(0, 160, 0));
+        QVERIFY(!view.HarRam());
+        QCOMPARE(view.OffBitmap().size(), QSize(1280, 1024));
+        QVERIFY(view.HarRam());
+    }
+
     void bordetArGrontOchBuffertarnaHarStorstaStorleken() {
         Bord b;
         QCOMPARE(b.view->OffBitmap().size(), QSize(1280, 1024));

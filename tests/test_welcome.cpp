@@ -514,6 +514,43 @@ private slots:
         QCOMPARE(s.vy->spelarFalt->text(), QStringLiteral("Eva"));
     }
 
+    // Columns count characters as the player sees them: a name with å, ä or ö puts its
+    // numbers where a name of as many plain letters does.
+    void radMedAAOLinjerarEfterTecken() {
+        QString rad = QString::fromStdString(HiscoreRad(0, Post("Åsa Öberg", 12, 2, 5), 0));
+        QString enkel = QString::fromStdString(HiscoreRad(0, Post("Asa Oberg", 12, 2, 5), 0));
+        QCOMPARE(rad, QStringLiteral("1  Åsa Öberg") + Blanka(12) +
+                          QStringLiteral("12 2 5   05:07 3/2 2001  "));
+        QCOMPARE(rad.size(), enkel.size());
+        QCOMPARE(rad.mid(12), enkel.mid(12));
+        // Nineteen bytes of å hold nine of them and half of a tenth.
+        HighScoreTable langt = Post("ååååååååå\xc3", 1, 1, 0);
+        QCOMPARE(QString::fromStdString(HiscoreRad(0, langt, 8)).left(13),
+                 QStringLiteral("1  ååååååååå\uFFFD"));
+    }
+
+    // Control characters and bytes that are not UTF-8 show as U+FFFD, one column each, and a
+    // click on the row never puts them into the name field.
+    void styrteckenOchTrasigUtf8VisasSomErsattning() {
+        Skarm s;
+        HiscoreLista tabell = TomTabell(HiscoreFamiljFor(0));
+        tabell[0] = Post("E\x01va\xff", 12, 2, 5);
+        tabell[1] = Post("Bo\tB\x7f\xc2\x85", 11, 2, 5);
+        s.store.WriteAttr("FJOLK:Spel0", B_RAW_TYPE, 0, tabell.data(), sizeof tabell);
+        s.vy->hiscoreLista->VisaHiscoreLista(0);
+        QCOMPARE(s.vy->hiscoreRader[0]->text(), QStringLiteral("1  E\uFFFDva\uFFFD") + Blanka(16) +
+                                                    QStringLiteral("12 2 5   05:07 3/2 2001  "));
+        QCOMPARE(s.vy->hiscoreRader[1]->text(), QStringLiteral("2  Bo\uFFFDB\uFFFD\uFFFD") +
+                                                    Blanka(15) +
+                                                    QStringLiteral("11 2 5   05:07 3/2 2001  "));
+        s.KlickaRad(s.vy->hiscoreLista, 0);
+        QCOMPARE(s.vy->spelarFalt->text(), QStringLiteral("Eva"));
+        s.KlickaRad(s.vy->hiscoreLista, 1);
+        QCOMPARE(s.vy->spelarFalt->text(), QStringLiteral("BoB"));
+        QCOMPARE(RentNamn("Guest              ", 20), std::string("Guest"));
+        QCOMPARE(RentNamn("  Eva  \n", 20), std::string("  Eva"));
+    }
+
     void knapparnaOchRutanPostarSinaKoder() {
         Skarm s;
         s.vy->flikar->setCurrentIndex(1);

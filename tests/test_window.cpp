@@ -1,6 +1,8 @@
+#include "app/Bakgrund.h"
 #include "app/FjolkApp.h"
 #include "app/FjolkView.h"
 #include "app/FjolkWin.h"
+#include "app/FonsterRam.h"
 #include "cards/Hiscore.h"
 #include "games/Spelfabrik.h"
 #include "platform/Meddelande.h"
@@ -24,11 +26,15 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextBrowser>
+
+#include <sqlite3.h>
+#include <sys/stat.h>
 
 #include <cmath>
 #include <cstdio>
@@ -269,6 +275,8 @@ private slots:
 
     void spelStartasUrListanOchMenyernaFoljerSpelet() {
         Korning k;
+        // The play view's frame waits for the first game.
+        QVERIFY(!k.Vy().HarRam());
         k.win->MenusBeginning();
         QVERIFY(!k.win->NyGivItem()->isEnabled());
         QVERIFY(!k.win->AngraItem()->isEnabled());
@@ -599,8 +607,11 @@ private slots:
         // A game never played opens at the current frame.
         QCOMPARE(k.win->Frame(), BRect(191, 183, 831, 583));
         k.win->SattFrame(BRect(50, 60, 950, 760));
-        QCOMPARE(k.Ram("FJOLK:SpelWinNr0"), BRect(50, 60, 950, 760));
+        // Stored once the window has settled, or when the game is left.
+        QVERIFY(k.win->RamVantar());
+        QVERIFY(!k.Finns("FJOLK:SpelWinNr0"));
         k.Posta(kStang);
+        QCOMPARE(k.Ram("FJOLK:SpelWinNr0"), BRect(50, 60, 950, 760));
         QCOMPARE(k.win->Frame(), BRect(191, 183, 831, 583));
         QCOMPARE(k.Ram("FJOLK:FirstWindow"), BRect(191, 183, 831, 583));
         k.Posta(kStartaSpel0);
@@ -618,7 +629,11 @@ private slots:
         k.Posta(kAvsluta);
         QVERIFY(k.win->Avslutad());
         k.StartaOm();
-        QCOMPARE(k.win->ValkomstVy()->spelarFalt->text(), QStringLiteral("Eva                "));
+        // The name as it was typed; the blanks it is stored padded with are not shown.
+        QCOMPARE(k.win->ValkomstVy()->spelarFalt->text(), QStringLiteral("Eva"));
+        char lagrat[20];
+        QCOMPARE(k.Store().ReadAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, lagrat, 20), ssize_t(20));
+        QCOMPARE(QByteArray(lagrat, 20), QByteArray("Eva                ") + '\0');
         QCOMPARE(k.win->Frame(), BRect(100, 120, 740, 520));
         QCOMPARE(QByteArray(k.Tabell(0)[0].namn), QByteArray("Eva"));
         QCOMPARE(k.win->ValkomstVy()->hiscoreLista->count(), 40);
@@ -697,6 +712,132 @@ private slots:
         QCoreApplication::postEvent(k.win.get(), new Meddelande(kBakgrundVald, fil));
         Behandla();
         QVERIFY(k.Vy().BakgrundsBild().isNull());
+    }
+
+    // A named pipe is no picture: refused at once, with a word in the window, where opening
+    // it would wait for a writer for good.
+    void namngivetRorVagrasGenast() {
+        Korning k;
+        QString fil = k.dir.filePath(QStringLiteral("ror.png"));
+        QCOMPARE(mkfifo(fil.toLocal8Bit().constData(), 0644), 0);
+        QCoreApplication::postEvent(k.win.get(), new Meddelande(kBakgrundVald, fil));
+        Behandla();
+        QVERIFY(k.Vy().BakgrundsBild().isNull());
+        QVERIFY(k.win->Notis() != nullptr);
+        QCOMPARE(k.win->Notis()->text(),
+                 fil + QStringLiteral(" is not a picture file; only a picture file can be the "
+                                      "background."));
+        std::string fel;
+        QVERIFY(LasBakgrundsBild(k.dir.path(), QSize(1280, 1024), &fel).isNull());
+        QVERIFY(fel.find("is not a picture file") != std::string::npos);
+    }
+
+    // A picture larger than the table can show is scaled down as it is read, its ratio kept,
+    // to the least size that covers the largest play view at the screen's ratio.
+    void storBildSkalasNedVidLaddning() {
+        QCOMPARE(BakgrundsStorlek(QSize(1280, 1024)), QSize(1280, 1024));
+        QCOMPARE(BakgrundsStorlek(QSize(1920, 1080)), QSize(1280, 720));
+        QCOMPARE(BakgrundsStorlek(QSize(1024, 768)), QSize(1280, 960));
+        QCOMPARE(BakgrundsStorlek(QSize(1080, 1920)), QSize(576, 1024));
+        QTemporaryDir dir;
+        QString fil = dir.filePath(QStringLiteral("stor.png"));
+        QImage stor(3000, 2000, QImage::Format_RGB32);
+        stor.fill(qRgb(10, 20, 30));
+        QVERIFY(stor.save(fil));
+        std::string fel;
+        QImage bild = LasBakgrundsBild(fil, QSize(1280, 1024), &fel);
+        QCOMPARE(bild.size(), QSize(1536, 1024));
+        QCOMPARE(bild.pixel(5, 5), qRgb(10, 20, 30));
+        bild = LasBakgrundsBild(fil, QSize(1280, 720), &fel);
+        QCOMPARE(bild.size(), QSize(1280, 853));
+        // A small one is kept as it is.
+        QImage liten(300, 200, QImage::Format_RGB32);
+        liten.fill(Qt::red);
+        QVERIFY(liten.save(fil));
+        QCOMPARE(LasBakgrundsBild(fil, QSize(1280, 1024), &fel).size(), QSize(300, 200));
+    }
+
+    // A frame stored for a screen that is gone comes onto the nearest, its size kept.
+    void ramUtanforSkarmarnaFlyttasPaNarmasteSkarm() {
+        std::vector<BRect> en = {BRect(0, 0, 1279, 1023)};
+        QCOMPARE(FlyttaPaSkarm(BRect(50000, 50000, 50640, 50400), en), BRect(639, 623, 1279, 1023));
+        QCOMPARE(FlyttaPaSkarm(BRect(-5000, -5000, -4360, -4600), en), BRect(0, 0, 640, 400));
+        QCOMPARE(FlyttaPaSkarm(BRect(-5000, 100, -4000, 900), en), BRect(0, 100, 1000, 900));
+        // Enough of its top on the screen to take hold of: it stays.
+        QCOMPARE(FlyttaPaSkarm(BRect(-576, 50, 64, 450), en), BRect(-576, 50, 64, 450));
+        QCOMPARE(FlyttaPaSkarm(BRect(1200, 1000, 1840, 1400), en), BRect(1200, 1000, 1840, 1400));
+        QCOMPARE(FlyttaPaSkarm(BRect(1240, 1000, 1880, 1400), en), BRect(639, 623, 1279, 1023));
+        // Larger than the screen: from its top left corner.
+        QCOMPARE(FlyttaPaSkarm(BRect(3000, 0, 4500, 1200), en), BRect(0, 0, 1500, 1200));
+        std::vector<BRect> tva = {BRect(0, 0, 1279, 1023), BRect(1280, 0, 3199, 1079)};
+        QCOMPARE(FlyttaPaSkarm(BRect(5000, 200, 5640, 600), tva), BRect(2559, 200, 3199, 600));
+        QCOMPARE(FlyttaPaSkarm(BRect(1500, 100, 2140, 500), tva), BRect(1500, 100, 2140, 500));
+        QCOMPARE(FlyttaPaSkarm(BRect(5, 5, 10, 10), {}), BRect(5, 5, 10, 10));
+
+        Korning k;
+        BRect borta(50000, 50000, 50640, 50400);
+        k.Store().WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &borta, 16);
+        BRect spelBorta(-5000, -5000, -4000, -4200);
+        k.Store().WriteAttr("FJOLK:SpelWinNr0", B_RECT_TYPE, 0, &spelBorta, 16);
+        k.StartaOm();
+        QRect skarm = k.win->screen()->availableGeometry();
+        BRect ram = k.win->Frame();
+        QCOMPARE(ram.Width(), 640.0f);
+        QCOMPARE(ram.Height(), 400.0f);
+        QVERIFY(skarm.contains(QPoint(int(ram.left), int(ram.top))));
+        k.Posta(kStartaSpel0);
+        ram = k.win->Frame();
+        QCOMPARE(ram.Width(), 1000.0f);
+        QCOMPARE(ram.Height(), 800.0f);
+        // At the screen's top left corner (but for the window frame's own margins).
+        QVERIFY(skarm.contains(QPoint(int(ram.left), int(ram.top))));
+        QVERIFY((QPoint(int(ram.left), int(ram.top)) - skarm.topLeft()).manhattanLength() <= 16);
+    }
+
+    // Moves store no frame while they come; the frame the window settles at is stored once
+    // they stop.
+    void ramenLagrasNarFonstretHarVilat() {
+        Korning k;
+        BRect forst = k.Ram("FJOLK:FirstWindow");
+        // However slowly the moves come here, none of them is the last.
+        k.win->SattRamVila(3600000);
+        for (int i = 1; i <= 100; ++i) {
+            k.win->SattFrame(BRect(100 + i, 50 + i, 740 + i, 450 + i));
+            Behandla();
+        }
+        QVERIFY(k.win->RamVantar());
+        QCOMPARE(k.Ram("FJOLK:FirstWindow"), forst);
+        k.win->SattRamVila(10);
+        QTRY_VERIFY_WITH_TIMEOUT(!k.win->RamVantar(), 5000);
+        QCOMPARE(k.Ram("FJOLK:FirstWindow"), BRect(200, 150, 840, 550));
+    }
+
+    // While another program holds the store, "New Deal" names no place: the result waits,
+    // and is entered when the game is left.
+    void resultatSomVantarSagsSomDetAr() {
+        Korning k;
+        k.win->ValkomstVy()->spelarFalt->setText(QStringLiteral("Eva"));
+        k.Posta(kStartaSpel0);
+        std::string fil = k.dir.path().toStdString() + "/fjolk.db";
+        sqlite3* annan = nullptr;
+        QCOMPARE(sqlite3_open(fil.c_str(), &annan), SQLITE_OK);
+        QCOMPARE(sqlite3_exec(annan, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+        k.Posta(kNyGiv);
+        QCOMPARE(k.win->HiscorePlats(), kHiscoreVantar);
+        QCOMPARE(k.win->HiInfo()->text(),
+                 QStringLiteral("Your result will be saved as soon as the store is free.\n"
+                                "(another program is using %1.)")
+                     .arg(QString::fromStdString(fil)));
+        QVERIFY(!k.Finns("FJOLK:Spel0"));
+        sqlite3_exec(annan, "ROLLBACK", nullptr, nullptr, nullptr);
+        sqlite3_close(annan);
+        k.Posta(kStang);
+        HiscoreLista tabell = k.Tabell(0);
+        QCOMPARE(QByteArray(tabell[0].namn), QByteArray("Eva"));
+        QCOMPARE(QByteArray(tabell[1].namn), QByteArray("Eva"));
+        QCOMPARE(int(tabell[2].kort), -1);
+        QVERIFY(k.win->HiscorePlats() >= 1 && k.win->HiscorePlats() <= 2);
+        QCOMPARE(k.win->ValkomstVy()->hiscoreLista->currentRow(), k.win->HiscorePlats());
     }
 
     void bildpanelenBorjarIBildmappenSedanDarSistaBildenValdes() {

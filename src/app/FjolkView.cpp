@@ -21,8 +21,14 @@ FjolkView::FjolkView(QWidget* parent) : QWidget(parent), kvot(devicePixelRatioF(
     setMouseTracking(false);
     // The games made on this view render their cards for its screen.
     KortSpel::pixelKvot = kvot;
-    offBitmap = Buffert();
-    offBitmap.fill(ToQColor(kBordsGron));
+}
+
+QImage& FjolkView::Ram() {
+    if (offBitmap.isNull()) {
+        offBitmap = Buffert();
+        offBitmap.fill(ToQColor(kBordsGron));
+    }
+    return offBitmap;
 }
 
 QImage FjolkView::Buffert() const {
@@ -76,8 +82,10 @@ std::unique_ptr<Patiens> FjolkView::TaSpel() {
     gest = Gest::Ingen;
     std::unique_ptr<Patiens> gammalt = std::move(spel);
     // The next game is dealt on an empty table, not over this one's last picture.
-    QPainter p(&offBitmap);
-    LaggBakgrund(p, rect().intersected(kStorstaBordet));
+    if (HarRam()) {
+        QPainter p(&offBitmap);
+        LaggBakgrund(p, rect().intersected(kStorstaBordet));
+    }
     return gammalt;
 }
 
@@ -114,8 +122,10 @@ void FjolkView::FyllBakgrund() {
 
 void FjolkView::SattPixelKvot(qreal nyKvot) {
     kvot = nyKvot;
-    offBitmap = Buffert();
-    offBitmap.fill(ToQColor(kBordsGron));
+    if (HarRam()) {
+        offBitmap = Buffert();
+        offBitmap.fill(ToQColor(kBordsGron));
+    }
     if (!backBitmap.isNull())
         backBitmap = Buffert();
     OmRakna();
@@ -165,7 +175,7 @@ void FjolkView::InvalidateOffscreen() {
 }
 
 void FjolkView::Komponera(Patiens& game) {
-    QPainter p(&offBitmap);
+    QPainter p(&Ram());
     QRect yta = rect().intersected(kStorstaBordet);
     LaggBakgrund(p, yta);
     game.RitaSpel(p);
@@ -180,7 +190,7 @@ void FjolkView::RitaOm(Patiens& game) {
 
 void FjolkView::RitaBakgrund(BRect rect) {
     QRect yta = ToQRect(rect).intersected(kStorstaBordet);
-    QPainter p(&offBitmap);
+    QPainter p(&Ram());
     LaggBakgrund(p, yta);
 }
 
@@ -216,6 +226,10 @@ void FjolkView::VisaNu(BRect rect) {
 // pixels are covered whichever way the screen rounds them.
 void FjolkView::paintEvent(QPaintEvent* event) {
     QPainter p(this);
+    if (!HarRam()) {
+        p.fillRect(event->rect(), ToQColor(kBordsGron));
+        return;
+    }
     QRect pixlar =
         TillPixlar(event->rect(), kvot).adjusted(-1, -1, 1, 1).intersected(offBitmap.rect());
     p.setCompositionMode(QPainter::CompositionMode_Source);
@@ -238,7 +252,7 @@ void FjolkView::OmRakna() {
     if (spel) {
         spel->OmRaknaLuckaKort(Bounds());
         InvalidateOffscreen();
-    } else {
+    } else if (HarRam()) {
         QPainter p(&offBitmap);
         LaggBakgrund(p, rect().intersected(kStorstaBordet));
     }

@@ -76,8 +76,10 @@ public:
     // the buttons (1 while a drag is under way, 0 for a click or a release).
     void GetMouse(BPoint* where, uint32_t* buttons) const override;
 
-    // Drawing access for the games and the animations.
-    QImage& OffBitmap() override { return offBitmap; }
+    // Drawing access for the games and the animations. The frame is made when it is first
+    // drawn on, when a game is shown: the welcome screen never needs it.
+    QImage& OffBitmap() override { return Ram(); }
+    bool HarRam() const { return !offBitmap.isNull(); }
     const QImage& BackBitmap() const { return backBitmap; }
     // Copies the background over `rect` of the off-screen frame.
     void RitaBakgrund(BRect rect) override;
@@ -125,6 +127,7 @@ private:
     void FyllBakgrund();
     void FoljSkarmen();
     QImage Buffert() const;
+    QImage& Ram();
     // Puts the background, picture or plain green, under `yta` of the frame.
     void LaggBakgrund(QPainter& p, const QRect& yta);
     QPoint DragHorn() const;

@@ -1,11 +1,15 @@
 #include "app/FjolkWin.h"
 
+#include "app/Bakgrund.h"
 #include "app/FjolkView.h"
 #include "app/Hjalpfil.h"
 #include "cards/Fro.h"
 #include "cards/Hiscore.h"
+#include "cards/HiscoreRader.h"
+#include "cards/VantandeResultat.h"
 #include "games/Spelfabrik.h"
 #include "platform/Meddelande.h"
+#include "platform/Notices.h"
 #include "platform/QtGeometry.h"
 #include "welcome/WelcomeView.h"
 
@@ -26,9 +30,11 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRegularExpressionValidator>
+#include <QScreen>
 #include <QStackedLayout>
 #include <QStandardPaths>
 #include <QTextBrowser>
+#include <QTimer>
 #include <QUrl>
 #include <QWindow>
 
@@ -50,6 +56,10 @@ namespace {
 
 constexpr int kValkomstBredd = 640;
 constexpr int kValkomstHojd = 400;
+// A moved or resized window has settled when this long has passed without another move.
+constexpr int kRamVila = 300;
+// How often the window looks for what the player should be told.
+constexpr int kNotisTitt = 500;
 
 std::string SpelRamNamn(int nummer) {
     return "FJOLK:SpelWinNr" + std::to_string(nummer);
@@ -97,13 +107,30 @@ FjolkWin::FjolkWin(BRect frame, AttributeStore& attributStore) : store(attributS
     bildMapp = StartMapp();
     filPanel = NyFilPanel();
 
+    ramTimer = new QTimer(this);
+    ramTimer->setSingleShot(true);
+    ramTimer->setInterval(kRamVila);
+    connect(ramTimer, &QTimer::timeout, this, [this] { SparaRam(); });
+    auto* notisTimer = new QTimer(this);
+    notisTimer->setInterval(kNotisTitt);
+    connect(notisTimer, &QTimer::timeout, this, [this] { VisaNotiser(); });
+    notisTimer->start();
+
     angraItem->setEnabled(false);
     nyGivItem->setEnabled(false);
     SattStorleksGranser(kValkomstBredd, kValkomstBredd, kValkomstHojd, kValkomstHojd);
-    SattFrame(frame);
+    SattFrame(PaEnSkarm(frame));
     show();
     windowHandle()->installEventFilter(this);
     byterLage = false;
+    if (!store.Problem().empty())
+        Notify("Results cannot be saved now: " + store.Problem() + ".");
+    // Results that waited for the store when the last run ended are entered once the
+    // window is up.
+    QTimer::singleShot(0, this, [this] {
+        ForInVantande(store);
+        VisaNotiser();
+    });
 }
 
 FjolkWin::~FjolkWin() = default;
@@ -296,6 +323,9 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
         RensaBakgrund();
         valkomstVy->animeringsRuta->setChecked(true);
         animering = true;
+        // A frame not yet stored is forgotten with the rest.
+        osparadRam.reset();
+        ramTimer->stop();
         for (const char* namn : {"FJOLK:FirstWindow", "FJOLK:SpelWinNr0", "FJOLK:SpelWinNr1"})
             store.RemoveAttr(namn);
         store.Sync();
@@ -312,17 +342,18 @@ void FjolkWin::StangSpel() {
         Posta(kAvsluta);
         return;
     }
-    byterLage = true;
     AddHiScore(false);
+    SparaRam();
+    byterLage = true;
     spelVy->TaSpel();
     vantandeSpel = -1;
     visarSpel = false;
     // The list chooses the game whose table is shown, however that game was started.
     valkomstVy->spelLista->setCurrentRow(spelNr);
     valkomstVy->hiscoreLista->VisaHiscoreLista(spelNr);
-    if (hiscorePlats <= 39)
+    if (hiscorePlats >= 1 && hiscorePlats <= 39)
         valkomstVy->hiscoreLista->setCurrentRow(hiscorePlats);
-    BRect ram = LasRam(store, "FJOLK:FirstWindow").value_or(Frame());
+    BRect ram = PaEnSkarm(LasRam(store, "FJOLK:FirstWindow").value_or(Frame()));
     SattStorleksGranser(kValkomstBredd, kValkomstBredd, kValkomstHojd, kValkomstHojd);
     SattFrame(BRect(ram.left, ram.top, ram.left + kValkomstBredd, ram.top + kValkomstHojd));
     setWindowTitle(QStringLiteral("Fjolks Patience 2.0"));
@@ -332,6 +363,7 @@ void FjolkWin::StangSpel() {
 }
 
 void FjolkWin::InitSpel(int nummer, const char* namn) {
+    SparaRam();
     byterLage = true;
     if (!visarSpel) {
         lager->setCurrentWidget(spelVy);
@@ -344,7 +376,7 @@ void FjolkWin::InitSpel(int nummer, const char* namn) {
     std::memset(spelVy->spelarNamn, 0, sizeof spelVy->spelarNamn);
     std::memcpy(spelVy->spelarNamn, spelare.data(), spelare.size());
     SattStorleksGranser(100, 1280, 100, 1024);
-    SattFrame(LasRam(store, SpelRamNamn(nummer).c_str()).value_or(Frame()));
+    SattFrame(PaEnSkarm(LasRam(store, SpelRamNamn(nummer).c_str()).value_or(Frame())));
     setWindowTitle(QStringLiteral("Fjolks Patience - %1").arg(QString::fromUtf8(namn)));
     givNummer.reset();
     byterLage = false;
@@ -401,9 +433,18 @@ void FjolkWin::AddHiScore(bool visa) {
     if (spel == nullptr)
         return;
     hiscorePlats = spel->AddHiscore();
-    if (visa)
-        VisaVarning(QStringLiteral("Hi Info"),
-                    QString::fromStdString(HiscoreMeddelande(hiscorePlats)), QStringLiteral("OK"));
+    if (!visa) {
+        // Left silently as always, but a result that waits is not kept from the player.
+        if (hiscorePlats == kHiscoreVantar)
+            Notify("your result will be saved as soon as the store is free (" + store.Problem() +
+                   ").");
+        return;
+    }
+    QString text = QString::fromStdString(HiscoreMeddelande(hiscorePlats));
+    // A result that waits says why.
+    if (hiscorePlats == kHiscoreVantar && !store.Problem().empty())
+        text += QStringLiteral("\n(%1.)").arg(QString::fromStdString(store.Problem()));
+    VisaVarning(QStringLiteral("Hi Info"), text, QStringLiteral("OK"));
 }
 
 void FjolkWin::VisaVarning(const QString& titel, const QString& text, const QString& knapp) {
@@ -417,6 +458,38 @@ void FjolkWin::VisaVarning(const QString& titel, const QString& text, const QStr
     varning->show();
 }
 
+QMessageBox* FjolkWin::Notis() const {
+    return notis != nullptr && notis->isVisible() ? notis : nullptr;
+}
+
+void FjolkWin::VisaNotiser() {
+    QStringList rader;
+    for (const std::string& text : TakeNotices())
+        rader << QString::fromStdString(text);
+    VisaNotis(rader);
+}
+
+void FjolkWin::VisaNotis(QStringList rader) {
+    if (rader.isEmpty())
+        return;
+    for (QString& rad : rader)
+        if (!rad.isEmpty())
+            rad[0] = rad[0].toUpper();
+    if (notis == nullptr || !notis->isVisible()) {
+        delete notis;
+        notis = new QMessageBox(QMessageBox::Information, QStringLiteral("Notice"),
+                                rader.join(QLatin1Char('\n')), QMessageBox::NoButton, this);
+        notis->setObjectName(QStringLiteral("Notice"));
+        QPushButton* ok = notis->addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+        notis->setEscapeButton(ok);
+        notis->setDefaultButton(ok);
+        notis->setModal(false);
+        notis->show();
+    } else {
+        notis->setText(notis->text() + QLatin1Char('\n') + rader.join(QLatin1Char('\n')));
+    }
+}
+
 QMessageBox* FjolkWin::HiInfo() const {
     QMessageBox* senaste = nullptr;
     for (QMessageBox* box : findChildren<QMessageBox*>(QStringLiteral("Hi Info")))
@@ -426,6 +499,13 @@ QMessageBox* FjolkWin::HiInfo() const {
 }
 
 bool FjolkWin::QuitRequested() {
+    SparaRam();
+    if (!ForInVantande(store)) {
+        size_t kvar = VantandeResultat::For(store.DataDirectory()).BaraIMinnet();
+        if (kvar > 0)
+            std::fprintf(stderr, "Fjolks Patience: %zu results could not be saved (%s).\n", kvar,
+                         store.Problem().c_str());
+    }
     std::string namn = KortaUtf8(valkomstVy->spelarFalt->text(), 19);
     char buffer[20];
     std::memset(buffer, ' ', 19);
@@ -444,9 +524,9 @@ void FjolkWin::LasSpelarNamn() {
     if (store.InitCheck() != B_OK)
         return;
     char buffer[21] = {};
+    // The field shows the name, not the blanks it is stored padded with.
     if (store.ReadAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, buffer, 20) == 20)
-        valkomstVy->spelarFalt->setText(
-            QString::fromUtf8(buffer, static_cast<int>(strnlen(buffer, 20))));
+        valkomstVy->spelarFalt->setText(QString::fromStdString(RentNamn(buffer, 20)));
 }
 
 BRect FjolkWin::Frame() const {
@@ -468,12 +548,47 @@ void FjolkWin::SattStorleksGranser(int minW, int maxW, int minH, int maxH) {
     setMaximumSize(maxW, maxH);
 }
 
+// The frame is taken at once and stored once the window has settled: a drag makes many
+// moves, and none of them waits for the store.
 void FjolkWin::FrameMoved(BPoint) {
     if (byterLage)
         return;
-    BRect ram = Frame();
     std::string namn = visarSpel ? SpelRamNamn(spelNr) : std::string("FJOLK:FirstWindow");
-    store.WriteAttr(namn.c_str(), B_RECT_TYPE, 0, &ram, sizeof ram);
+    if (osparadRam && osparadRam->first != namn)
+        SparaRam();
+    osparadRam = std::make_pair(namn, Frame());
+    ramTimer->start();
+}
+
+void FjolkWin::SattRamVila(int millisekunder) {
+    ramTimer->setInterval(millisekunder);
+    if (ramTimer->isActive())
+        ramTimer->start();
+}
+
+void FjolkWin::SparaRam() {
+    ramTimer->stop();
+    if (!osparadRam)
+        return;
+    auto [namn, ram] = *std::exchange(osparadRam, std::nullopt);
+    // A frame is not worth a wait: one the store cannot take now is tried again later.
+    int vantan = store.Wait();
+    store.SetWait(0);
+    ssize_t skrivet = store.WriteAttr(namn.c_str(), B_RECT_TYPE, 0, &ram, sizeof ram);
+    store.SetWait(vantan);
+    if (skrivet == B_BUSY && !avslutad) {
+        osparadRam = std::make_pair(namn, ram);
+        ramTimer->start();
+    }
+}
+
+// A stored frame on no screen (a monitor unplugged since) comes onto the nearest one, its
+// size as it was.
+BRect FjolkWin::PaEnSkarm(BRect ram) const {
+    std::vector<BRect> skarmar;
+    for (QScreen* skarm : QGuiApplication::screens())
+        skarmar.push_back(ToBRect(skarm->availableGeometry()));
+    return FlyttaPaSkarm(ram, skarmar);
 }
 
 void FjolkWin::FrameResized(float, float) {
@@ -531,18 +646,14 @@ QString FjolkWin::BildFilter() {
 
 void FjolkWin::LaddaBakgrund(const QString& fil) {
     RensaBakgrund();
-    QImageReader lasare(fil);
-    QImage bild = lasare.read();
+    QSize skarm = screen() != nullptr ? screen()->size() : QSize(1280, 1024);
+    std::string fel;
+    QImage bild = LasBakgrundsBild(fil, BakgrundsStorlek(skarm), &fel);
     if (bild.isNull()) {
-        std::fprintf(stderr, "Fjolks Patience: %s is not a picture I can read (%s).\n",
-                     qPrintable(fil), qPrintable(lasare.errorString()));
+        // Told each time: the player chose it just now.
+        std::fprintf(stderr, "Fjolks Patience: %s\n", fel.c_str());
+        VisaNotis({QString::fromStdString(fel)});
         return;
-    }
-    bild = bild.convertToFormat(QImage::Format_ARGB32);
-    for (int y = 0; y < bild.height(); ++y) {
-        auto* rad = reinterpret_cast<QRgb*>(bild.scanLine(y));
-        for (int x = 0; x < bild.width(); ++x)
-            rad[x] |= 0xff000000u;
     }
     spelVy->SattBakgrundsBild(bild);
     valkomstVy->SetViewBitmap(bild);

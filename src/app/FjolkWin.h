@@ -8,6 +8,7 @@
 #include <QMainWindow>
 
 #include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -17,6 +18,7 @@ class QAction;
 class QFileDialog;
 class QMessageBox;
 class QStackedLayout;
+class QTimer;
 class QTextBrowser;
 class WelcomeView;
 
@@ -66,6 +68,16 @@ public:
     static QString BildFilter();
     // The last "Hi Info" alert, while it is open.
     QMessageBox* HiInfo() const;
+    // The notice that tells what the player should know of (see Notify), while it is open.
+    QMessageBox* Notis() const;
+    // Shows what was noted since the last look, in the notice.
+    void VisaNotiser();
+    // Stores the frame the window settled at, if it has not been stored yet.
+    void SparaRam();
+    // Whether a frame waits to be stored.
+    bool RamVantar() const { return osparadRam.has_value(); }
+    // How long the window must have been still before its frame is stored, in ms.
+    void SattRamVila(int millisekunder);
 
     // The icon theme's icon of the program, or the one built into it.
     static QIcon ProgramIkon();
@@ -95,6 +107,8 @@ private:
     void StangSpel();
     void LasSpelarNamn();
     bool PaSkarmen() const;
+    BRect PaEnSkarm(BRect ram) const;
+    void VisaNotis(QStringList rader);
     void DelaUtSpel(int nummer);
     void VisaHjalp();
     QFileDialog* NyFilPanel();
@@ -120,6 +134,11 @@ private:
     bool avslutad = false;
     // A game shown before the window was on the screen, dealt once it is.
     int vantandeSpel = -1;
+    // The frame last taken and the attribute it belongs to, stored once the window has
+    // settled; and the timer that waits for that.
+    std::optional<std::pair<std::string, BRect>> osparadRam;
+    QTimer* ramTimer = nullptr;
+    QMessageBox* notis = nullptr;
     // The folder of the last picture chosen.
     QString bildMapp;
     HjalpOppnare hjalpOppnare = DesktopensOppnare();

@@ -1,6 +1,12 @@
 #include "cards/Hiscore.h"
 
+#include "cards/VantandeResultat.h"
 #include "platform/AttributeStore.h"
+
+#include <unistd.h>
+
+#include <cctype>
+#include <random>
 
 #include <cstdio>
 #include <cstring>
@@ -110,8 +116,15 @@ public:
                       size_t length) override {
         return lager.WriteAttr(name, type, offset, buffer, length);
     }
+    bool StatAttr(const char* name, type_code* type, size_t* size) override {
+        return lager.StatAttr(name, type, size);
+    }
+    status_t RenameAttr(const char* from, const char* to) override {
+        return lager.RenameAttr(from, to);
+    }
     status_t Sync() override { return lager.Sync(); }
-    status_t Exclusive(const std::function<void()>& work) override { return lager.Exclusive(work); }
+    status_t Exclusive(const std::function<bool()>& work) override { return lager.Exclusive(work); }
+    std::string DataDirectory() const override { return lager.DataDirectory(); }
 
 private:
     AttributeStore& lager;
@@ -204,41 +217,107 @@ void HiscoreInfoga(HiscoreLista& tabell, int index, const HighScoreTable& post) 
     std::memcpy(static_cast<void*>(plats), &post, sizeof post);
 }
 
+Resultatpost NyResultatpost(int spelNr, const HiscoreResultat& resultat, int angra, int mm, int ss,
+                            const char* spelarNamn, std::time_t nu) {
+    static std::mt19937_64 slump{std::random_device{}() ^ static_cast<uint64_t>(getpid()) << 32 ^
+                                 static_cast<uint64_t>(nu)};
+    Resultatpost r;
+    r.id = slump();
+    r.spelNr = spelNr;
+    r.resultat = resultat;
+    r.angra = angra;
+    r.mm = mm;
+    r.ss = ss;
+    std::tm lokal{};
+    localtime_r(&nu, &lokal);
+    r.post = HiscorePost(spelarNamn, resultat, angra, mm, ss, lokal);
+    return r;
+}
+
+namespace {
+
+std::string Tidsstampel() {
+    std::time_t nu = std::time(nullptr);
+    std::tm lokal{};
+    localtime_r(&nu, &lokal);
+    char text[32];
+    std::strftime(text, sizeof text, "%Y%m%d-%H%M%S", &lokal);
+    return text;
+}
+
+std::string TypText(type_code typ) {
+    std::string text;
+    for (int i = 3; i >= 0; --i) {
+        char c = static_cast<char>((typ >> (8 * i)) & 0xff);
+        text += std::isprint(static_cast<unsigned char>(c)) ? c : '?';
+    }
+    return text;
+}
+
+// A stored value under the table's name that is not a table moves aside, to a free name.
+bool LaggUndan(HiscoreStore& store, const std::string& namn, type_code typ, size_t storlek,
+               std::vector<std::string>* notiser) {
+    std::string undan = namn + ".damaged-" + Tidsstampel();
+    for (int n = 2; store.StatAttr(undan.c_str(), nullptr, nullptr); ++n)
+        undan = namn + ".damaged-" + Tidsstampel() + "-" + std::to_string(n);
+    if (store.RenameAttr(namn.c_str(), undan.c_str()) != B_OK)
+        return false;
+    if (notiser != nullptr)
+        notiser->push_back("The stored hiscore table " + namn +
+                           " could not be read as 40 entries (" + std::to_string(storlek) +
+                           " bytes of type '" + TypText(typ) + "'); it was kept as " + undan +
+                           " and a fresh table was started.");
+    return true;
+}
+
+} // namespace
+
+bool ForInResultat(HiscoreStore& store, const Resultatpost& r, int* plats,
+                   std::vector<std::string>* notiser) {
+    const HiscoreFamilj& familj = HiscoreFamiljFor(r.spelNr);
+    const std::string namn = HiscoreAttributNamn(r.spelNr);
+    HiscoreLista tabell;
+    ssize_t last = store.ReadAttr(namn.c_str(), B_RAW_TYPE, 0, tabell.data(), sizeof tabell);
+    if (last != static_cast<ssize_t>(sizeof tabell)) {
+        if (last != B_ENTRY_NOT_FOUND)
+            return false;
+        type_code typ = 0;
+        size_t storlek = 0;
+        if (store.StatAttr(namn.c_str(), &typ, &storlek) &&
+            !LaggUndan(store, namn, typ, storlek, notiser))
+            return false;
+        tabell = TomTabell(familj);
+        if (store.WriteAttr(namn.c_str(), B_RAW_TYPE, 0, tabell.data(), sizeof tabell) !=
+            static_cast<ssize_t>(sizeof tabell))
+            return false;
+        store.Sync();
+    }
+    int index = HiscoreIndex(tabell, familj,
+                             familj.nyNyckel(r.resultat.kort, r.resultat.giv, r.angra, r.mm, r.ss));
+    *plats = index + 1;
+    if (index == kHiscorePlatser && !familj.skrivOforandrad)
+        return true;
+    HiscoreInfoga(tabell, index, r.post);
+    if (store.WriteAttr(namn.c_str(), B_RAW_TYPE, 0, tabell.data(), sizeof tabell) !=
+        static_cast<ssize_t>(sizeof tabell))
+        return false;
+    store.Sync();
+    return true;
+}
+
 int AddHiscore(HiscoreStore& store, int spelNr, const HiscoreResultat& resultat, int& angra,
                const char* spelarNamn, bigtime_t startTid, std::time_t nu) {
     int64_t sekunder = (system_time() - startTid) / 1000000;
     int ss = static_cast<int>(sekunder % 60);
     int mm = HiscoreMinuter(sekunder);
-    const HiscoreFamilj& familj = HiscoreFamiljFor(spelNr);
-    const std::string namn = HiscoreAttributNamn(spelNr);
-    int index = kHiscorePlatser;
+    if (angra > kMaxAngra)
+        angra = kMaxAngra;
+    Resultatpost post = NyResultatpost(spelNr, resultat, angra, mm, ss, spelarNamn, nu);
+    return VantandeResultat::For(store.DataDirectory()).ForIn(store, &post);
+}
 
-    store.Exclusive([&] {
-        HiscoreLista tabell;
-        ssize_t last = B_NO_INIT;
-        if (store.InitCheck() == B_OK)
-            last = store.ReadAttr(namn.c_str(), B_RAW_TYPE, 0, tabell.data(), sizeof tabell);
-        if (store.InitCheck() != B_OK || last == B_ENTRY_NOT_FOUND || last == B_FILE_ERROR) {
-            tabell = TomTabell(familj);
-            store.WriteAttr(namn.c_str(), B_RAW_TYPE, 0, tabell.data(), sizeof tabell);
-            store.Sync();
-        }
-        if (angra > kMaxAngra)
-            angra = kMaxAngra;
-        index = HiscoreIndex(tabell, familj,
-                             familj.nyNyckel(resultat.kort, resultat.giv, angra, mm, ss));
-        if (index == kHiscorePlatser) {
-            if (!familj.skrivOforandrad)
-                return;
-        } else {
-            std::tm lokal{};
-            localtime_r(&nu, &lokal);
-            HiscoreInfoga(tabell, index, HiscorePost(spelarNamn, resultat, angra, mm, ss, lokal));
-        }
-        store.WriteAttr(namn.c_str(), B_RAW_TYPE, 0, tabell.data(), sizeof tabell);
-        store.Sync();
-    });
-    return index + 1;
+std::unique_ptr<HiscoreStore> HiscoreLager(AttributeStore& store) {
+    return std::make_unique<Attributlager>(store);
 }
 
 int AddHiscore(AttributeStore& store, int spelNr, const HiscoreResultat& resultat, int& angra,
@@ -254,6 +333,8 @@ int AddHiscore(int spelNr, const HiscoreResultat& resultat, int& angra, const ch
 }
 
 std::string HiscoreMeddelande(int plats) {
+    if (plats == kHiscoreVantar)
+        return "Your result will be saved as soon as the store is free.";
     if (plats < 0 || plats > kHiscorePlatser)
         return "You've missed the Hiscoretable! Better luck next time!";
     char text[64];

@@ -9,8 +9,10 @@
 #include <cstdint>
 #include <ctime>
 #include <functional>
+#include <memory>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 // One entry of a game's hiscore table, stored byte for byte as it lies in memory.
 struct HighScoreTable {
@@ -102,13 +104,48 @@ public:
                              size_t length) = 0;
     virtual ssize_t WriteAttr(const char* name, type_code type, off_t offset, const void* buffer,
                               size_t length) = 0;
+    virtual bool StatAttr(const char* name, type_code* type, size_t* size) = 0;
+    virtual status_t RenameAttr(const char* from, const char* to) = 0;
     virtual status_t Sync() = 0;
-    virtual status_t Exclusive(const std::function<void()>& work) = 0;
+    virtual status_t Exclusive(const std::function<bool()>& work) = 0;
+    // Where the results that wait for the store are kept beside it.
+    virtual std::string DataDirectory() const = 0;
 };
 
+// A result on its way into its table: the entry as it will stand there and what its key is
+// reckoned from. It is entered whole, in a transaction, whenever the store takes it; the
+// place is found then, in the table as it is then.
+struct Resultatpost {
+    uint64_t id = 0;
+    int spelNr = 0;
+    HiscoreResultat resultat;
+    int angra = 0;
+    int mm = 0;
+    int ss = 0;
+    HighScoreTable post;
+};
+
+// The record of a result played now, with an id no other record shares.
+Resultatpost NyResultatpost(int spelNr, const HiscoreResultat& resultat, int angra, int mm, int ss,
+                            const char* spelarNamn, std::time_t nu);
+
+// Enters `post` in its table, inside the transaction the caller holds: true with its 1-based
+// place (41 when it missed), false when the store failed (the caller then keeps nothing).
+// A stored table that is not 40 entries of 'RAWT' is kept aside under a name that says when
+// ("FJOLK:Spel8.damaged-20261125-214400"), never overwritten; what was kept aside is told in
+// `notiser`.
+bool ForInResultat(HiscoreStore& store, const Resultatpost& post, int* plats,
+                   std::vector<std::string>* notiser);
+
+// What AddHiscore returns when the store could not take the result now: it waits, and is
+// entered at the next chance.
+inline constexpr int kHiscoreVantar = 0;
+
 // Records a game's result in its table and returns the 1-based place (41 when it missed
-// the table). The game's undo count is capped at 999 here. The read, the insertion and
-// the write run as one transaction, so two programs never lose each other's results.
+// the table), or kHiscoreVantar when the store cannot take it now (held by another program,
+// read-only, full): the result then waits with the others (see VantandeResultat). Results
+// that waited are entered first, in the same transaction. The game's undo count is capped
+// at 999 here.
 int AddHiscore(HiscoreStore& store, int spelNr, const HiscoreResultat& resultat, int& angra,
                const char* spelarNamn, bigtime_t startTid, std::time_t nu);
 int AddHiscore(AttributeStore& store, int spelNr, const HiscoreResultat& resultat, int& angra,
@@ -116,6 +153,9 @@ int AddHiscore(AttributeStore& store, int spelNr, const HiscoreResultat& resulta
 // The same in the program's own store, dated now.
 int AddHiscore(int spelNr, const HiscoreResultat& resultat, int& angra, const char* spelarNamn,
                bigtime_t startTid);
+
+// The store as entering a result sees it.
+std::unique_ptr<HiscoreStore> HiscoreLager(AttributeStore& store);
 
 // What the "Hi Info" alert says of a place.
 std::string HiscoreMeddelande(int plats);

@@ -1,13 +1,17 @@
 #include "platform/AttributeStore.h"
 
+#include "platform/Notices.h"
+
 #include <sqlite3.h>
 #include <unistd.h>
 
+#include <cctype>
+#include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
-#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <string_view>
@@ -40,6 +44,37 @@ bool MakeFolder(const std::string& folder) {
     return std::filesystem::is_directory(folder, error);
 }
 
+// Whether a store could be made in `folder`: it is a writable folder, or the nearest part
+// of its path that exists is.
+bool FolderCanBeWritten(const std::string& folder) {
+    std::error_code error;
+    std::filesystem::path path = folder;
+    while (!path.empty() && !std::filesystem::exists(path, error)) {
+        if (path == path.parent_path())
+            return false;
+        path = path.parent_path();
+    }
+    if (path.empty())
+        path = ".";
+    return std::filesystem::is_directory(path, error) && access(path.c_str(), W_OK | X_OK) == 0;
+}
+
+// A file's path as a URI's, so that no character of it is read as part of the URI.
+std::string UriPath(const std::string& path) {
+    static const char* const hex = "0123456789ABCDEF";
+    std::string uri;
+    for (unsigned char c : path) {
+        if (std::isalnum(c) || c == '/' || c == '-' || c == '_' || c == '.' || c == '~') {
+            uri += static_cast<char>(c);
+        } else {
+            uri += '%';
+            uri += hex[c >> 4];
+            uri += hex[c & 15];
+        }
+    }
+    return uri;
+}
+
 std::string& ConfiguredDataDirectory() {
     static std::string folder;
     return folder;
@@ -52,17 +87,21 @@ std::unique_ptr<AttributeStore>& ProgramStore() {
 
 } // namespace
 
-AttributeStore::AttributeStore(std::string folder)
-    : dataDirectory(std::move(folder)), databasePath(dataDirectory + "/" + kDatabaseName) {
-    if (!MakeFolder(dataDirectory) || access(dataDirectory.c_str(), W_OK | X_OK) != 0) {
-        std::fprintf(stderr,
-                     "Fjolks Patience: cannot write to the data folder %s; "
-                     "playing on defaults, nothing will be saved.\n",
-                     dataDirectory.c_str());
+AttributeStore::AttributeStore(std::string folder, int wait)
+    : dataDirectory(std::move(folder)), databasePath(dataDirectory + "/" + kDatabaseName),
+      waitMilliseconds(wait) {
+    std::error_code error;
+    if (std::filesystem::exists(databasePath, error)) {
+        OpenForReading();
         return;
     }
-    if (Open())
-        initStatus = B_OK;
+    if (!FolderCanBeWritten(dataDirectory)) {
+        Notify("cannot write to the data folder " + dataDirectory +
+               "; playing on defaults, nothing will be saved.");
+        return;
+    }
+    mode = Mode::Absent;
+    initStatus = B_OK;
 }
 
 AttributeStore::~AttributeStore() {
@@ -70,64 +109,94 @@ AttributeStore::~AttributeStore() {
 }
 
 void AttributeStore::Close() {
-    for (sqlite3_stmt** statement : {&readStatement, &writeStatement, &removeStatement}) {
+    for (sqlite3_stmt** statement :
+         {&readStatement, &statStatement, &writeStatement, &removeStatement, &renameStatement}) {
         sqlite3_finalize(*statement);
         *statement = nullptr;
     }
     if (db != nullptr)
         sqlite3_close(db);
     db = nullptr;
+    schemaReady = false;
 }
 
-bool AttributeStore::Open() {
+void AttributeStore::SetWait(int milliseconds) {
+    waitMilliseconds = milliseconds;
+    if (db != nullptr)
+        sqlite3_busy_timeout(db, milliseconds);
+}
+
+// Opens the database that is there, writable if its folder and file are, else only for
+// reading. A database that cannot be opened normally (its folder read-only, its disk full)
+// is still read, as it lies.
+void AttributeStore::OpenForReading() {
+    bool writable = access(dataDirectory.c_str(), W_OK | X_OK) == 0 &&
+                    access(databasePath.c_str(), R_OK | W_OK) == 0;
     std::string why = "no database";
     bool movedAside = false;
     // Another program setting up the same store can keep it busy for a moment; one that
     // SQLite calls damaged or foreign is moved aside once.
     for (int attempt = 0; attempt < 50; ++attempt) {
-        OpenResult result = OpenExisting();
-        if (result == OpenResult::Ours)
-            return true;
+        OpenResult result = OpenExisting(writable, false);
+        if (result == OpenResult::Ours) {
+            mode = writable ? Mode::ReadWrite : Mode::ReadOnly;
+            if (!writable)
+                problem = "the data folder " + dataDirectory + " is read-only";
+            initStatus = B_OK;
+            return;
+        }
+        int code = db != nullptr ? sqlite3_errcode(db) & 0xff : SQLITE_CANTOPEN;
         if (db != nullptr)
             why = sqlite3_errmsg(db);
         Close();
         if (result == OpenResult::NotOurs) {
-            if (movedAside)
+            if (!writable || movedAside)
                 break;
             MoveAside("is damaged or belongs to another program");
             movedAside = true;
+            std::error_code error;
+            if (!std::filesystem::exists(databasePath, error)) {
+                mode = Mode::Absent;
+                initStatus = B_OK;
+                return;
+            }
             continue;
         }
+        if (code != SQLITE_BUSY && code != SQLITE_LOCKED)
+            break;
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
-    std::fprintf(stderr, "Fjolks Patience: cannot open %s (%s); playing on defaults.\n",
-                 databasePath.c_str(), why.c_str());
-    return false;
+    if (OpenExisting(false, true) == OpenResult::Ours) {
+        mode = Mode::ReadOnly;
+        problem = writable ? databasePath + " can only be read (" + why + ")"
+                           : "the data folder " + dataDirectory + " is read-only";
+        initStatus = B_OK;
+        return;
+    }
+    Close();
+    Notify("cannot open " + databasePath + " (" + why + "); playing on defaults.");
 }
 
-// Opens (or creates) the database and checks that it is ours and whole.
-AttributeStore::OpenResult AttributeStore::OpenExisting() {
-    int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
-    if (sqlite3_open_v2(databasePath.c_str(), &db, flags, nullptr) != SQLITE_OK)
+// Opens the database and checks that it is ours and whole. An immutable open reads the
+// file as it lies, without the shared-memory file a read otherwise needs beside it.
+AttributeStore::OpenResult AttributeStore::OpenExisting(bool writable, bool immutable) {
+    int flags = (writable ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY) | SQLITE_OPEN_NOMUTEX;
+    std::string path = databasePath;
+    if (immutable) {
+        flags |= SQLITE_OPEN_URI;
+        path = "file:" + UriPath(databasePath) + "?immutable=1";
+    }
+    if (sqlite3_open_v2(path.c_str(), &db, flags, nullptr) != SQLITE_OK)
         return OpenResult::Failed;
     // Two running programs take turns rather than fail.
-    sqlite3_busy_timeout(db, 10000);
-    if (sqlite3_db_readonly(db, "main") != 0)
-        return OpenResult::Failed;
+    sqlite3_busy_timeout(db, waitMilliseconds);
     OpenResult check = CheckOurs();
     if (check != OpenResult::Ours)
         return check;
-    if (sqlite3_exec(db, "PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL;", nullptr, nullptr,
-                     nullptr) != SQLITE_OK)
+    if (writable &&
+        sqlite3_exec(db, "PRAGMA synchronous=FULL", nullptr, nullptr, nullptr) != SQLITE_OK)
         return OpenResult::Failed;
-    if (!CreateSchema())
-        return OpenResult::Failed;
-    readStatement = Prepare("SELECT type, value FROM attributes WHERE name = ?1");
-    writeStatement = Prepare("INSERT INTO attributes(name, type, value) VALUES (?1, ?2, ?3) "
-                             "ON CONFLICT(name) DO UPDATE SET type = ?2, value = ?3");
-    removeStatement = Prepare("DELETE FROM attributes WHERE name = ?1");
-    bool prepared = readStatement && writeStatement && removeStatement;
-    return prepared ? OpenResult::Ours : OpenResult::Failed;
+    return OpenResult::Ours;
 }
 
 // A fresh (empty) file is ours to set up; anything else must carry our mark, our table
@@ -175,19 +244,121 @@ AttributeStore::OpenResult AttributeStore::CheckOurs() {
     return whole ? OpenResult::Ours : OpenResult::NotOurs;
 }
 
-bool AttributeStore::CreateSchema() {
-    const char* sql = "BEGIN IMMEDIATE;"
-                      "CREATE TABLE IF NOT EXISTS attributes("
-                      " name TEXT PRIMARY KEY NOT NULL,"
-                      " type TEXT NOT NULL,"
-                      " value BLOB NOT NULL) WITHOUT ROWID;"
-                      "PRAGMA application_id = 1179274315;"
-                      "COMMIT;";
-    static_assert(kApplicationId == 1179274315);
-    if (sqlite3_exec(db, sql, nullptr, nullptr, nullptr) == SQLITE_OK)
+// Whether the store can be written: made, set up and ready. The first write of a run makes
+// the folder and the database when there are none; a store that could only be read is
+// opened again for writing, in case its folder has since become writable.
+bool AttributeStore::MakeWritable() {
+    if (mode == Mode::ReadWrite && schemaReady)
         return true;
-    sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
+    if (mode == Mode::None) {
+        lastFailure = initStatus;
+        return false;
+    }
+    if (mode == Mode::ReadOnly) {
+        if (access(dataDirectory.c_str(), W_OK | X_OK) != 0 ||
+            access(databasePath.c_str(), W_OK) != 0) {
+            problem = "the data folder " + dataDirectory + " is read-only";
+            lastFailure = B_READ_ONLY_DEVICE;
+            return false;
+        }
+        Close();
+        if (OpenExisting(true, false) != OpenResult::Ours) {
+            status_t status = Fail(db != nullptr ? sqlite3_errcode(db) : SQLITE_CANTOPEN,
+                                   "cannot be opened for writing");
+            Close();
+            OpenExisting(false, true);
+            lastFailure = status;
+            return false;
+        }
+        mode = Mode::ReadWrite;
+    }
+    if (mode == Mode::Absent) {
+        if (!MakeFolder(dataDirectory)) {
+            problem = "the data folder " + dataDirectory + " cannot be made";
+            lastFailure = B_READ_ONLY_DEVICE;
+            return false;
+        }
+        int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+        if (sqlite3_open_v2(databasePath.c_str(), &db, flags, nullptr) != SQLITE_OK) {
+            lastFailure =
+                Fail(db != nullptr ? sqlite3_errcode(db) : SQLITE_CANTOPEN, "cannot be made");
+            Close();
+            return false;
+        }
+        sqlite3_busy_timeout(db, waitMilliseconds);
+        sqlite3_exec(db, "PRAGMA synchronous=FULL", nullptr, nullptr, nullptr);
+        mode = Mode::ReadWrite;
+    }
+    if (!CreateSchema())
+        return false;
+    writeStatement = Prepare("INSERT INTO attributes(name, type, value) VALUES (?1, ?2, ?3) "
+                             "ON CONFLICT(name) DO UPDATE SET type = ?2, value = ?3");
+    removeStatement = Prepare("DELETE FROM attributes WHERE name = ?1");
+    renameStatement = Prepare("UPDATE attributes SET name = ?2 WHERE name = ?1");
+    if (writeStatement == nullptr || removeStatement == nullptr || renameStatement == nullptr) {
+        lastFailure = Fail(sqlite3_errcode(db), "cannot be written");
+        return false;
+    }
+    schemaReady = true;
+    return true;
+}
+
+// The write-ahead log, our table and our mark; set up once, by whichever program first
+// writes, and only looked at after that.
+bool AttributeStore::CreateSchema() {
+    sqlite3_stmt* statement =
+        Prepare("SELECT (SELECT application_id FROM pragma_application_id()),"
+                " (SELECT count(*) FROM sqlite_schema WHERE name = 'attributes'),"
+                " (SELECT journal_mode FROM pragma_journal_mode())");
+    bool ready = false;
+    if (statement != nullptr && sqlite3_step(statement) == SQLITE_ROW)
+        ready = sqlite3_column_int(statement, 0) == kApplicationId &&
+                sqlite3_column_int(statement, 1) == 1 &&
+                std::string_view(
+                    reinterpret_cast<const char*>(sqlite3_column_text(statement, 2))) == "wal";
+    sqlite3_finalize(statement);
+    if (ready)
+        return true;
+    int code = sqlite3_exec(db, "PRAGMA journal_mode=WAL", nullptr, nullptr, nullptr);
+    if (code == SQLITE_OK)
+        code = sqlite3_exec(db,
+                            "BEGIN IMMEDIATE;"
+                            "CREATE TABLE IF NOT EXISTS attributes("
+                            " name TEXT PRIMARY KEY NOT NULL,"
+                            " type TEXT NOT NULL,"
+                            " value BLOB NOT NULL) WITHOUT ROWID;"
+                            "PRAGMA application_id = 1179274315;"
+                            "COMMIT;",
+                            nullptr, nullptr, nullptr);
+    static_assert(kApplicationId == 1179274315);
+    if (code == SQLITE_OK)
+        return true;
+    lastFailure = Fail(code, "cannot be set up");
+    if (!sqlite3_get_autocommit(db))
+        sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
     return false;
+}
+
+// The status of a failed write, with its cause in the player's words kept in `problem`.
+status_t AttributeStore::Fail(int code, const char* what) {
+    int primary = code & 0xff;
+    int systemError = db != nullptr ? sqlite3_system_errno(db) : 0;
+    std::string message = db != nullptr ? sqlite3_errmsg(db) : sqlite3_errstr(code);
+    if (primary == SQLITE_BUSY || primary == SQLITE_LOCKED) {
+        problem = "another program is using " + databasePath;
+        return B_BUSY;
+    }
+    if (primary == SQLITE_FULL || systemError == ENOSPC || systemError == EDQUOT) {
+        problem = "the disk holding " + dataDirectory + " is full";
+        return B_DEVICE_FULL;
+    }
+    if (primary == SQLITE_READONLY || systemError == EROFS || systemError == EACCES ||
+        systemError == EPERM) {
+        problem = "the data folder " + dataDirectory + " is read-only";
+        return B_READ_ONLY_DEVICE;
+    }
+    problem = databasePath + " " + what + " (" + message + ")";
+    return B_FILE_ERROR;
 }
 
 void AttributeStore::MoveAside(const char* why) {
@@ -197,8 +368,8 @@ void AttributeStore::MoveAside(const char* why) {
         aside = databasePath + ".damaged-" + TimeStamp() + "-" + std::to_string(n);
     std::filesystem::rename(databasePath, aside, error);
     if (error) {
-        std::fprintf(stderr, "Fjolks Patience: %s %s, and it cannot be moved aside (%s).\n",
-                     databasePath.c_str(), why, error.message().c_str());
+        Notify(databasePath + " " + why + ", and it cannot be moved aside (" + error.message() +
+               ").");
         return;
     }
     for (const char* companion : {"-wal", "-shm"}) {
@@ -206,9 +377,8 @@ void AttributeStore::MoveAside(const char* why) {
         if (std::filesystem::exists(side, error))
             std::filesystem::rename(side, aside + companion, error);
     }
-    std::fprintf(stderr,
-                 "Fjolks Patience: %s %s; it was kept as %s and a fresh store was started.\n",
-                 databasePath.c_str(), why, aside.c_str());
+    Notify(databasePath + " " + why + "; it was kept as " + aside +
+           " and a fresh store was started.");
 }
 
 sqlite3_stmt* AttributeStore::Prepare(const char* sql) const {
@@ -220,12 +390,26 @@ sqlite3_stmt* AttributeStore::Prepare(const char* sql) const {
     return statement;
 }
 
+// The reading statements, once there is a table to read: a store another program is just
+// setting up may not have it yet.
+bool AttributeStore::PrepareStatements() const {
+    if (db == nullptr)
+        return false;
+    if (readStatement == nullptr)
+        readStatement = Prepare("SELECT type, value FROM attributes WHERE name = ?1");
+    if (statStatement == nullptr)
+        statStatement = Prepare("SELECT type, length(value) FROM attributes WHERE name = ?1");
+    return readStatement != nullptr && statStatement != nullptr;
+}
+
 ssize_t AttributeStore::ReadAttr(const char* name, type_code type, off_t offset, void* buffer,
                                  size_t length) const {
     if (initStatus != B_OK)
         return initStatus;
     if (name == nullptr || offset != 0 || (buffer == nullptr && length > 0))
         return B_BAD_VALUE;
+    if (!PrepareStatements())
+        return B_ENTRY_NOT_FOUND;
     sqlite3_reset(readStatement);
     sqlite3_bind_text(readStatement, 1, name, -1, SQLITE_TRANSIENT);
     int step = sqlite3_step(readStatement);
@@ -252,12 +436,35 @@ ssize_t AttributeStore::ReadAttr(const char* name, type_code type, off_t offset,
     return result;
 }
 
+bool AttributeStore::StatAttr(const char* name, type_code* type, size_t* size) const {
+    if (initStatus != B_OK || name == nullptr || !PrepareStatements())
+        return false;
+    sqlite3_reset(statStatement);
+    sqlite3_bind_text(statStatement, 1, name, -1, SQLITE_TRANSIENT);
+    bool found = sqlite3_step(statStatement) == SQLITE_ROW;
+    if (found) {
+        const unsigned char* text = sqlite3_column_text(statStatement, 0);
+        type_code code = 0;
+        for (int i = 0; i < 4; ++i)
+            code =
+                (code << 8) | (text != nullptr && text[i] != 0 ? static_cast<uint8_t>(text[i]) : 0);
+        if (type != nullptr)
+            *type = code;
+        if (size != nullptr)
+            *size = static_cast<size_t>(sqlite3_column_int64(statStatement, 1));
+    }
+    sqlite3_reset(statStatement);
+    return found;
+}
+
 ssize_t AttributeStore::WriteAttr(const char* name, type_code type, off_t offset,
                                   const void* buffer, size_t length) {
     if (initStatus != B_OK)
         return initStatus;
     if (name == nullptr || offset != 0 || (buffer == nullptr && length > 0))
         return B_BAD_VALUE;
+    if (!MakeWritable())
+        return lastFailure;
     std::string typeText = TypeText(type);
     sqlite3_reset(writeStatement);
     sqlite3_bind_text(writeStatement, 1, name, -1, SQLITE_TRANSIENT);
@@ -266,7 +473,11 @@ ssize_t AttributeStore::WriteAttr(const char* name, type_code type, off_t offset
                       SQLITE_TRANSIENT);
     int step = sqlite3_step(writeStatement);
     sqlite3_reset(writeStatement);
-    return step == SQLITE_DONE ? static_cast<ssize_t>(length) : B_FILE_ERROR;
+    if (step != SQLITE_DONE)
+        return Failed(step, "cannot be written");
+    if (transactionDepth == 0)
+        problem.clear();
+    return static_cast<ssize_t>(length);
 }
 
 status_t AttributeStore::RemoveAttr(const char* name) {
@@ -274,14 +485,44 @@ status_t AttributeStore::RemoveAttr(const char* name) {
         return initStatus;
     if (name == nullptr)
         return B_BAD_VALUE;
+    if (mode == Mode::Absent && transactionDepth == 0)
+        return B_ENTRY_NOT_FOUND;
+    if (!MakeWritable())
+        return lastFailure;
     sqlite3_reset(removeStatement);
     sqlite3_bind_text(removeStatement, 1, name, -1, SQLITE_TRANSIENT);
     int step = sqlite3_step(removeStatement);
     bool removed = step == SQLITE_DONE && sqlite3_changes(db) > 0;
     sqlite3_reset(removeStatement);
     if (step != SQLITE_DONE)
-        return B_FILE_ERROR;
+        return Failed(step, "cannot be written");
     return removed ? B_OK : B_ENTRY_NOT_FOUND;
+}
+
+status_t AttributeStore::RenameAttr(const char* from, const char* to) {
+    if (initStatus != B_OK)
+        return initStatus;
+    if (from == nullptr || to == nullptr)
+        return B_BAD_VALUE;
+    if (!MakeWritable())
+        return lastFailure;
+    sqlite3_reset(renameStatement);
+    sqlite3_bind_text(renameStatement, 1, from, -1, SQLITE_TRANSIENT);
+    sqlite3_bind_text(renameStatement, 2, to, -1, SQLITE_TRANSIENT);
+    int step = sqlite3_step(renameStatement);
+    bool renamed = step == SQLITE_DONE && sqlite3_changes(db) > 0;
+    sqlite3_reset(renameStatement);
+    if (step != SQLITE_DONE)
+        return Failed(step, "cannot be written");
+    return renamed ? B_OK : B_ENTRY_NOT_FOUND;
+}
+
+// A write that failed inside a transaction spoils the whole of it.
+status_t AttributeStore::Failed(int code, const char* what) {
+    status_t status = Fail(code, what);
+    if (transactionDepth > 0 && transactionFailure == B_OK)
+        transactionFailure = status;
+    return status;
 }
 
 // Every write commits with a full sync of the write-ahead log, so there is nothing left
@@ -289,32 +530,44 @@ status_t AttributeStore::RemoveAttr(const char* name) {
 status_t AttributeStore::Sync() {
     if (initStatus != B_OK)
         return initStatus;
+    if (db == nullptr)
+        return B_OK;
     return sqlite3_get_autocommit(db) ? B_OK : B_ERROR;
 }
 
-status_t AttributeStore::Exclusive(const std::function<void()>& work) {
-    if (initStatus != B_OK) {
-        work();
+status_t AttributeStore::Exclusive(const std::function<bool()>& work) {
+    if (initStatus != B_OK)
         return initStatus;
-    }
     if (transactionDepth > 0) {
         ++transactionDepth;
-        work();
+        bool done = work();
         --transactionDepth;
-        return B_OK;
+        if (!done && transactionFailure == B_OK)
+            transactionFailure = B_CANCELED;
+        return done ? B_OK : B_CANCELED;
     }
-    if (sqlite3_exec(db, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) != SQLITE_OK) {
-        work();
-        return B_FILE_ERROR;
-    }
+    if (!MakeWritable())
+        return lastFailure;
+    int code = sqlite3_exec(db, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK)
+        return Fail(code, "cannot be written");
+    transactionFailure = B_OK;
     ++transactionDepth;
-    work();
+    bool done = work();
     --transactionDepth;
-    if (sqlite3_exec(db, "COMMIT", nullptr, nullptr, nullptr) != SQLITE_OK) {
-        sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
-        return B_FILE_ERROR;
+    if (!done && transactionFailure == B_OK)
+        transactionFailure = B_CANCELED;
+    if (transactionFailure == B_OK) {
+        code = sqlite3_exec(db, "COMMIT", nullptr, nullptr, nullptr);
+        if (code == SQLITE_OK) {
+            problem.clear();
+            return B_OK;
+        }
+        transactionFailure = Fail(code, "cannot be written");
     }
-    return B_OK;
+    if (!sqlite3_get_autocommit(db))
+        sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
+    return transactionFailure;
 }
 
 std::string AttributeStore::DefaultDataDirectory() {
@@ -339,6 +592,7 @@ AttributeStore& AttributeStore::Program() {
     std::unique_ptr<AttributeStore>& store = ProgramStore();
     if (!store)
         store = std::make_unique<AttributeStore>(
-            ConfiguredDataDirectory().empty() ? DefaultDataDirectory() : ConfiguredDataDirectory());
+            ConfiguredDataDirectory().empty() ? DefaultDataDirectory() : ConfiguredDataDirectory(),
+            kShortWait);
     return *store;
 }

@@ -29,17 +29,30 @@ inline constexpr status_t B_NO_INIT = -0x7fff0001;
 inline constexpr status_t B_BAD_VALUE = -0x7fff0002;
 inline constexpr status_t B_ENTRY_NOT_FOUND = -0x7fff0003;
 inline constexpr status_t B_FILE_ERROR = -0x7fff0004;
+// Another program holds the store longer than this one waits.
+inline constexpr status_t B_BUSY = -0x7fff0005;
+inline constexpr status_t B_DEVICE_FULL = -0x7fff0006;
+inline constexpr status_t B_READ_ONLY_DEVICE = -0x7fff0007;
+// The work of a transaction gave up; nothing of it was kept.
+inline constexpr status_t B_CANCELED = -0x7fff0008;
 
 // The program's persistent attributes (window frames, player name, hiscore tables), one row
 // per attribute in a SQLite database in the data folder. It answers like an attribute node:
 // `InitCheck` first, then reads and writes of whole values at offset 0.
 //
-// A damaged or foreign database is moved aside, never overwritten; a data folder that
-// cannot be written leaves the store uninitialised, so every caller falls back to defaults
-// and nothing is written.
+// Opening only reads: the database, its folder and its settings are made by the first
+// write. A store that can be read but not written (a read-only folder or medium, a full
+// disk) shows everything stored and refuses writes with the reason, in `Problem`. A damaged
+// or foreign database is moved aside, never overwritten; a data folder that can neither be
+// read nor made leaves the store uninitialised, so every caller falls back to defaults.
 class AttributeStore {
 public:
-    explicit AttributeStore(std::string dataDirectory);
+    // How long a write waits for another program that holds the store: long enough for
+    // that program's own write, short enough that a window waiting on it is not frozen.
+    static constexpr int kShortWait = 250;
+    static constexpr int kLongWait = 10000;
+
+    explicit AttributeStore(std::string dataDirectory, int waitMilliseconds = kLongWait);
     ~AttributeStore();
     AttributeStore(const AttributeStore&) = delete;
     AttributeStore& operator=(const AttributeStore&) = delete;
@@ -54,17 +67,31 @@ public:
     ssize_t WriteAttr(const char* name, type_code type, off_t offset, const void* buffer,
                       size_t length);
     status_t RemoveAttr(const char* name);
+    // Whether anything is stored under `name`, and its type and size whatever they are.
+    bool StatAttr(const char* name, type_code* type, size_t* size) const;
+    // Gives the value of `from` the name `to` (which must be free).
+    status_t RenameAttr(const char* from, const char* to);
     // Once this returned B_OK, what was written survives a crash or a power cut.
     status_t Sync();
 
     // Runs `work` as one exclusive transaction, so that a read-change-write of the same
-    // attribute by two running programs never loses either's change.
-    status_t Exclusive(const std::function<void()>& work);
+    // attribute by two running programs never loses either's change. When the store cannot
+    // be written (held by another program past the wait, read-only, full) the work is not
+    // run at all; when `work` returns false or one of its writes fails, none of it is kept.
+    status_t Exclusive(const std::function<bool()>& work);
 
+    // Why writes fail now, in the player's words ("the disk holding … is full"); empty
+    // while they succeed.
+    const std::string& Problem() const { return problem; }
+    bool Writable() const { return mode == Mode::ReadWrite || mode == Mode::Absent; }
+    void SetWait(int milliseconds);
+    int Wait() const { return waitMilliseconds; }
+
+    const std::string& DataDirectory() const { return dataDirectory; }
     const std::string& DatabasePath() const { return databasePath; }
 
     // The store of this program run, in the folder set by `SetDataDirectory` (the
-    // "--data-dir" option) or else in the user's data folder.
+    // "--data-dir" option) or else in the user's data folder. Its writes wait only briefly.
     static AttributeStore& Program();
     static void SetDataDirectory(std::string dataDirectory);
     static std::string DefaultDataDirectory();
@@ -72,22 +99,36 @@ public:
     static constexpr const char* kDatabaseName = "fjolk.db";
 
 private:
+    // Absent: no database yet, one can be made. ReadOnly: readable, not writable now.
+    enum class Mode { None, Absent, ReadOnly, ReadWrite };
     enum class OpenResult { Ours, NotOurs, Failed };
 
-    bool Open();
-    OpenResult OpenExisting();
+    void OpenForReading();
+    OpenResult OpenExisting(bool writable, bool immutable);
     OpenResult CheckOurs();
+    bool MakeWritable();
     bool CreateSchema();
+    bool PrepareStatements() const;
     void MoveAside(const char* why);
     void Close();
+    status_t Fail(int code, const char* what);
+    status_t Failed(int code, const char* what);
     sqlite3_stmt* Prepare(const char* sql) const;
 
     std::string dataDirectory;
     std::string databasePath;
+    int waitMilliseconds;
     status_t initStatus = B_NO_INIT;
+    Mode mode = Mode::None;
+    bool schemaReady = false;
+    std::string problem;
     sqlite3* db = nullptr;
-    sqlite3_stmt* readStatement = nullptr;
+    mutable sqlite3_stmt* readStatement = nullptr;
+    mutable sqlite3_stmt* statStatement = nullptr;
     sqlite3_stmt* writeStatement = nullptr;
     sqlite3_stmt* removeStatement = nullptr;
+    sqlite3_stmt* renameStatement = nullptr;
     int transactionDepth = 0;
+    status_t transactionFailure = B_OK;
+    status_t lastFailure = B_NO_INIT;
 };

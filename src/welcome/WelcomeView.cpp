@@ -3,6 +3,7 @@
 #include "games/Spelfabrik.h"
 #include "platform/AttributeStore.h"
 #include "platform/Meddelande.h"
+#include "platform/Notices.h"
 #include "platform/QtGeometry.h"
 
 #include <QApplication>
@@ -194,7 +195,18 @@ bool LasTabell(AttributeStore& store, const std::string& namn, HiscoreLista& tab
     if (store.InitCheck() != B_OK)
         return false;
     ssize_t last = store.ReadAttr(namn.c_str(), B_RAW_TYPE, 0, tabell.data(), sizeof tabell);
-    return last == static_cast<ssize_t>(sizeof tabell);
+    if (last == static_cast<ssize_t>(sizeof tabell))
+        return true;
+    // Something else stored under the table's name is the player's to know of: it is kept
+    // aside, not overwritten, when the next result comes.
+    type_code typ = 0;
+    size_t storlek = 0;
+    if (store.StatAttr(namn.c_str(), &typ, &storlek))
+        Notify("the stored hiscore table " + namn + " cannot be read as 40 entries (" +
+               std::to_string(storlek) +
+               " bytes); it will be kept aside, not overwritten, when the next result is "
+               "recorded.");
+    return false;
 }
 
 } // namespace
@@ -277,10 +289,9 @@ void HighOLLView::MouseDown(QPoint where) {
     setCurrentRow(rad);
     if (!LasTabell(valkomst->store, attributNamn, tabell))
         return;
-    const char* namn = tabell[rad].namn;
     valkomst->spelarFalt->clearFocus();
     valkomst->spelarFalt->setText(
-        QString::fromUtf8(namn, static_cast<int>(strnlen(namn, sizeof tabell[rad].namn))));
+        QString::fromStdString(RentNamn(tabell[rad].namn, sizeof tabell[rad].namn)));
     valkomst->spelarFalt->setCursorPosition(0);
 }
 

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+// What the player should know of and would otherwise never see: a store moved aside, results
+// that cannot be saved, a picture refused. Noted where it happens (and on stderr at once),
+// shown by the window when it next looks. Each text is noted once a run.
+void Notify(const std::string& text);
+// The texts noted since the last call, oldest first.
+std::vector<std::string> TakeNotices();
