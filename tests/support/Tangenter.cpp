@@ -1,0 +1,39 @@
+#include "support/Tangenter.h"
+
+#include <QCoreApplication>
+#include <QTest>
+
+void Tangent(FjolkView& view, Qt::Key key, int ganger) {
+    for (int i = 0; i < ganger; ++i)
+        QTest::keyClick(&view, key);
+}
+
+void TillPlats(FjolkView& view, int k) {
+    Tangent(view, Qt::Key_Home);
+    Tangent(view, Qt::Key_Right, k);
+}
+
+QString GorMedTangenter(FjolkView& view, const Gest& gest) {
+    std::optional<TangentPlan> plan = PlanFor(view.Tangenterna().Platserna(), gest);
+    if (!plan)
+        return QStringLiteral("no place for the gesture");
+    TillPlats(view, plan->kalla);
+    if (view.Tangenterna().Fokus() != plan->kalla)
+        return QStringLiteral("the frame did not reach place %1").arg(plan->kalla);
+    if (plan->klick) {
+        // A covered card is clicked by taking the cards from it and putting them down
+        // where they were; where nothing can be taken, Enter clicks the pile.
+        if (plan->grepp != 0)
+            Tangent(view, Qt::Key_Period, plan->grepp + 1);
+        Tangent(view, Qt::Key_Return);
+    } else {
+        Tangent(view, Qt::Key_Period, plan->grepp + 1);
+        if (!view.Tangenterna().Haller())
+            return QStringLiteral("nothing was taken at place %1").arg(plan->kalla);
+        int steg = plan->mal - plan->kalla;
+        Tangent(view, steg > 0 ? Qt::Key_Right : Qt::Key_Left, std::abs(steg));
+        Tangent(view, Qt::Key_Return);
+    }
+    QCoreApplication::sendPostedEvents();
+    return {};
+}
