@@ -1,9 +1,14 @@
 #include "app/FjolkView.h"
 #include "app/Tangentbord.h"
+#include "cards/Hiscore.h"
+#include "cards/Hogar.h"
+#include "games/FreecellRegler.h"
 #include "games/Spelfabrik.h"
 #include "platform/AttributeStore.h"
 #include "support/Gester.h"
+#include "support/Losare.h"
 #include "support/Tangenter.h"
+#include "support/Testbord.h"
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -116,6 +121,168 @@ private slots:
                 vy->InvalidateOffscreen();
             }
         }
+    }
+
+    // Taken cards put back with Escape leave the table as it was, with no move recorded.
+    void escapeLaggerTillbaka_data() { VarjeSpel(); }
+    void escapeLaggerTillbaka() {
+        QFETCH(int, spelNr);
+        auto vy = VyMedSpel(spelNr, 4, 1280, 1024);
+        const std::vector<Plats> platser = vy->Tangenterna().Platserna();
+        int provade = 0;
+        for (int k = 0; k < static_cast<int>(platser.size()) && provade < 3; ++k) {
+            auto fore = vy->Spel()->Tabell().Kopia();
+            TillPlats(*vy, k);
+            Tangent(*vy, Qt::Key_Period);
+            if (!vy->Tangenterna().Haller())
+                continue;
+            ++provade;
+            Tangent(*vy, Qt::Key_Right);
+            Tangent(*vy, Qt::Key_Escape);
+            QVERIFY(!vy->Tangenterna().Haller());
+            QVERIFY(!vy->GestPagar());
+            QCOMPARE(vy->Meddelat(), std::string("put back"));
+            QVERIFY2(vy->Spel()->Tabell().Lika(*fore), qPrintable(QString::number(k)));
+        }
+        QVERIFY(provade > 0);
+    }
+
+    // The frame is only ever on a place a player acts on, inside the table, and stays on
+    // the same place through an undo, a new deal and a resize.
+    void fokusOverleverAngraGivOchStorlek_data() { VarjeSpel(); }
+    void fokusOverleverAngraGivOchStorlek() {
+        QFETCH(int, spelNr);
+        auto vy = VyMedSpel(spelNr, 5, 1280, 1024);
+        auto giltiga = [&] {
+            for (const Plats& p : vy->Tangenterna().Platserna()) {
+                if (!vy->Bounds().Contains(p.klick) || !(vy->Bounds() & p.ram).IsValid())
+                    return false;
+                if (p.hog >= 0 && p.luckor.empty()) {
+                    Hog h = vy->Spel()->Regler().Hogar(vy->Spel()->Tabell())[p.hog];
+                    if (h.slag == HogSlag::Kast || h.slag == HogSlag::Pyramid)
+                        return false;
+                }
+            }
+            return !vy->Tangenterna().Platserna().empty();
+        };
+        QVERIFY(giltiga());
+        Tangent(*vy, Qt::Key_Right, 3);
+        Plats vald = *vy->Tangenterna().FokusPlats();
+        QVERIFY(vy->Tangenterna().Synlig());
+        std::vector<Drag> dragen = vy->Spel()->Regler().LagligaDrag(vy->Spel()->Tabell());
+        QVERIFY(!dragen.empty());
+        QCOMPARE(GorMedTangenter(*vy, *vy->Spel()->GestFor(dragen.front())), QString());
+        TillPlats(*vy, 3);
+        vald = *vy->Tangenterna().FokusPlats();
+        if (vy->Spel()->Has_Undos()) {
+            vy->Spel()->Undo();
+            QVERIFY(giltiga());
+            QVERIFY(vy->Tangenterna().FokusPlats()->SammaSom(vald));
+        }
+        vy->Spel()->NyttSpel(vy->Bounds());
+        vy->InvalidateOffscreen();
+        QVERIFY(giltiga());
+        QVERIFY(vy->Tangenterna().FokusPlats()->SammaSom(vald));
+        vy->resize(1000, 800);
+        QVERIFY(giltiga());
+        QVERIFY(vy->Tangenterna().FokusPlats()->SammaSom(vald));
+        QVERIFY(vy->Tangenterna().Synlig());
+        // A press of the mouse hides the frame; the next key shows it where it was.
+        QTest::mousePress(vy.get(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
+        QTest::mouseRelease(vy.get(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
+        QVERIFY(!vy->Tangenterna().Synlig());
+    }
+
+    void platserUppochNer() {
+        // Freecell: free cells and foundations in the top row, the columns below.
+        auto vy = VyMedSpel(8, 3, 1280, 1024);
+        Tangent(*vy, Qt::Key_Home);
+        QCOMPARE(vy->Meddelat(), std::string("free cell 1: empty"));
+        Tangent(*vy, Qt::Key_End);
+        QCOMPARE(vy->Tangenterna().FokusPlats()->namn.substr(0, 9), std::string("column 8:"));
+        Tangent(*vy, Qt::Key_Up);
+        QCOMPARE(vy->Meddelat(), std::string("foundation 4: empty"));
+        Tangent(*vy, Qt::Key_Down);
+        QCOMPARE(vy->Tangenterna().FokusPlats()->namn.substr(0, 9), std::string("column 8:"));
+        Tangent(*vy, Qt::Key_Left);
+        QCOMPARE(vy->Tangenterna().FokusPlats()->namn.substr(0, 9), std::string("column 7:"));
+    }
+
+    void hogarIOrd() {
+        std::vector<Lucka> luckor(30, Lucka(BRect(0, 0, 0, 0), false));
+        for (auto [i, farg, valor] :
+             {std::tuple{0, HJARTER, 13}, std::tuple{1, SPADER, 12}, std::tuple{2, RUTER, 11},
+              std::tuple{3, HJARTER, 8}, std::tuple{4, KLOVER, 7}})
+            luckor[i].TaEmotKort(Kort(farg, valor, BRect(0, 0, 0, 0)));
+        QCOMPARE(BeskrivHog({HogSlag::Kolumn, 3, 0, 21}, luckor),
+                 std::string("column 3: seven of clubs on eight of hearts, 5 cards"));
+        QCOMPARE(BeskrivHog({HogSlag::Fricell, 2, 22, 23}, luckor),
+                 std::string("free cell 2: empty"));
+        QCOMPARE(BeskrivHog({HogSlag::Grund, 1, 0, 0}, luckor),
+                 std::string("foundation 1: king of hearts"));
+        QCOMPARE(BeskrivHog({HogSlag::Pyramid, 2, 1, 1, 7}, luckor),
+                 std::string("row 7, pyramid card 2: queen of spades"));
+        std::vector<Lucka> lek(20, Lucka(BRect(0, 0, 0, 0), true));
+        for (int i = 0; i < 14; ++i)
+            lek[i].TaEmotKort(Kort(KLOVER, i % 13 + 1, BRect(0, 0, 0, 0)));
+        QCOMPARE(BeskrivHog({HogSlag::Lek, 0, 0, 19}, lek), std::string("stock: 14 cards"));
+        QCOMPARE(KortNamn(Kort(SPADER, 1, BRect(0, 0, 0, 0))), std::string("ace of spades"));
+        QCOMPARE(KortNamn(Kort(RUTER, 10, BRect(0, 0, 0, 0))), std::string("ten of diamonds"));
+    }
+
+    // A won deal played with keys only ends in the same won table and hiscore entry as the
+    // same moves made with the mouse.
+    void vinstMedTangenter_data() {
+        QTest::addColumn<int>("spelNr");
+        QTest::addColumn<unsigned>("fro");
+        QTest::addRow("Idioten 2") << 1 << 7u;
+        QTest::addRow("Freecell") << 8 << 29u;
+    }
+    void vinstMedTangenter() {
+        QFETCH(int, spelNr);
+        QFETCH(unsigned, fro);
+        auto mus = VyMedSpel(spelNr, fro, 1280, 1024);
+        auto tangenter = VyMedSpel(spelNr, fro, 1280, 1024);
+        const SpelRegler& regler = mus->Spel()->Regler();
+        std::vector<Drag> vag;
+        if (spelNr == 8) {
+            for (auto [fran, till] : FreecellRegler::Losning(mus->Spel()->Luckor(), 400000))
+                vag.push_back(KortDrag(fran, till));
+        } else {
+            vag = SokVinst(regler, mus->Spel()->Tabell(), 200000).value_or(std::vector<Drag>{});
+        }
+        QVERIFY(!vag.empty());
+        for (const Drag& d : vag) {
+            // The move as the rules list it now: a single card may be listed as a run of one.
+            std::vector<Drag> listade = regler.LagligaDrag(mus->Spel()->Tabell());
+            auto hittad = std::find_if(listade.begin(), listade.end(), [&](const Drag& l) {
+                auto a = mus->Spel()->Tabell().Kopia();
+                auto b = mus->Spel()->Tabell().Kopia();
+                regler.GorDrag(*a, l, nullptr);
+                regler.GorDrag(*b, d, nullptr);
+                return a->Lika(*b);
+            });
+            QVERIFY2(hittad != listade.end(), Beskriv(d).c_str());
+            std::optional<Gest> gest = mus->Spel()->GestFor(*hittad);
+            QVERIFY(gest.has_value());
+            GorGest(*mus, *gest);
+            QCOMPARE(GorMedTangenter(*tangenter, *tangenter->Spel()->GestFor(*hittad)), QString());
+            QVERIFY2(tangenter->Spel()->Tabell().Lika(mus->Spel()->Tabell()), Beskriv(d).c_str());
+        }
+        QVERIFY(mus->Spel()->KlarSpel());
+        QVERIFY(tangenter->Spel()->KlarSpel());
+        QVERIFY(tangenter->Tangenterna().Besked().ends_with("; won"));
+        AttributeStore::Program().RemoveAttr(HiscoreAttributNamn(spelNr).c_str());
+        QCOMPARE(mus->Spel()->AddHiscore(), 1);
+        // The same result, a moment later: first or second, whichever the clocks say.
+        int plats = tangenter->Spel()->AddHiscore();
+        QVERIFY(plats == 1 || plats == 2);
+        QCOMPARE(LasHiscore(spelNr)[2].kort, -1);
+        HiscoreLista tabell = LasHiscore(spelNr);
+        QCOMPARE(tabell[0].kort, tabell[1].kort);
+        QCOMPARE(tabell[0].giv, tabell[1].giv);
+        QCOMPARE(tabell[0].angra, tabell[1].angra);
+        QCOMPARE(QByteArray(tabell[0].namn), QByteArray(tabell[1].namn));
     }
 
 private:
