@@ -10,6 +10,7 @@
 #include "support/Tangenter.h"
 #include "support/Testbord.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QTemporaryDir>
 #include <QTest>
@@ -283,6 +284,42 @@ private slots:
         QCOMPARE(tabell[0].giv, tabell[1].giv);
         QCOMPARE(tabell[0].angra, tabell[1].angra);
         QCOMPARE(QByteArray(tabell[0].namn), QByteArray(tabell[1].namn));
+    }
+
+    // A screen reader reads the table's places by name, follows the frame as the focus and
+    // hears each move.
+    void tillgangligtBord_data() { VarjeSpel(); }
+    void tillgangligtBord() {
+        QFETCH(int, spelNr);
+        auto vy = VyMedSpel(spelNr, 6, 1280, 1024);
+        vy->setFocus();
+        QAccessibleInterface* bord = QAccessible::queryAccessibleInterface(vy.get());
+        QVERIFY(bord != nullptr);
+        QCOMPARE(bord->role(), QAccessible::Table);
+        const std::vector<Plats> platser = vy->Tangenterna().Platserna();
+        QCOMPARE(bord->childCount(), static_cast<int>(platser.size()));
+        for (int i = 0; i < bord->childCount(); ++i) {
+            QAccessibleInterface* plats = bord->child(i);
+            QCOMPARE(plats->text(QAccessible::Name), QString::fromStdString(platser[i].namn));
+            QCOMPARE(plats->role(),
+                     platser[i].knapp >= 0 ? QAccessible::Button : QAccessible::Cell);
+            QCOMPARE(bord->indexOfChild(plats), i);
+            QCOMPARE(plats->parent(), bord);
+        }
+        Tangent(*vy, Qt::Key_Right, 2);
+        QCOMPARE(bord->focusChild(), bord->child(2));
+        QVERIFY(bord->child(2)->state().focused);
+        QVERIFY(!bord->child(1)->state().focused);
+        QCOMPARE(bord->focusChild()->text(QAccessible::Name),
+                 QString::fromStdString(platser[2].namn));
+        QCOMPARE(bord->text(QAccessible::Description), QString::fromStdString(platser[2].namn));
+        // A move is told in words.
+        std::vector<Drag> dragen = vy->Spel()->Regler().LagligaDrag(vy->Spel()->Tabell());
+        QVERIFY(!dragen.empty());
+        QCOMPARE(GorMedTangenter(*vy, *vy->Spel()->GestFor(dragen.front())), QString());
+        QCOMPARE(bord->text(QAccessible::Description), QString::fromStdString(vy->Meddelat()));
+        QVERIFY2(vy->Meddelat() != "nothing moved", vy->Meddelat().c_str());
+        QCOMPARE(bord->childCount(), static_cast<int>(vy->Tangenterna().Platserna().size()));
     }
 
 private:

@@ -2,9 +2,11 @@
 
 #include "app/DragFonster.h"
 #include "app/Tangentbord.h"
+#include "app/TillgangligtBord.h"
 #include "platform/Meddelande.h"
 #include "platform/QtGeometry.h"
 
+#include <QAccessible>
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -23,6 +25,7 @@ FjolkView::FjolkView(QWidget* parent) : QWidget(parent), kvot(devicePixelRatioF(
     setMouseTracking(false);
     setFocusPolicy(Qt::StrongFocus);
     tangentbord = std::make_unique<Tangentbord>(*this);
+    TillgangligtBord::Installera();
     // The games made on this view render their cards for its screen.
     KortSpel::pixelKvot = kvot;
     offBitmap = Buffert();
@@ -474,8 +477,21 @@ void FjolkView::LaggTillbaka() {
         efterGest();
 }
 
+// The place in the frame becomes the focused object, and what was done is told as an alert
+// of the table, its description holding the words.
 void FjolkView::Meddela(const std::string& text) {
     meddelat = text;
+    QAccessibleInterface* bord = QAccessible::queryAccessibleInterface(this);
+    if (bord == nullptr)
+        return;
+    if (QAccessibleInterface* plats = bord->focusChild()) {
+        QAccessibleEvent fokus(plats, QAccessible::Focus);
+        QAccessible::updateAccessibility(&fokus);
+    }
+    QAccessibleEvent beskrivning(this, QAccessible::DescriptionChanged);
+    QAccessible::updateAccessibility(&beskrivning);
+    QAccessibleEvent alert(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
 }
 
 // Two view units of yellow inside a dark edge, on whole device pixels so that it is sharp
