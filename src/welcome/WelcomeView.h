@@ -142,4 +142,6 @@ protected:
 
 private:
     QImage bakgrund;
+
+    void GeTillganglighet();
 };
