@@ -75,6 +75,9 @@ void FjolkView::SattSpel(std::unique_ptr<Patiens> nytt) {
     platserGamla = true;
     if (spel)
         InvalidateOffscreen();
+    // The keys play the game shown.
+    if (spel && isVisible())
+        setFocus();
 }
 
 std::unique_ptr<Patiens> FjolkView::TaSpel() {
