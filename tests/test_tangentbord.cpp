@@ -36,7 +36,7 @@ std::unique_ptr<SpelBord> EfterDrag(const SpelRegler& regler, const SpelBord& fo
 QString PlanText(FjolkView& vy, const std::optional<TangentPlan>& plan) {
     if (!plan)
         return {};
-    const std::vector<Plats>& platser = vy.Tangenterna().Platserna();
+    const std::vector<BordsPlats>& platser = vy.Tangenterna().Platserna();
     QString text = QStringLiteral(" (from %1, card %2")
                        .arg(QString::fromStdString(platser[plan->kalla].namn))
                        .arg(plan->grepp);
@@ -129,7 +129,7 @@ private slots:
     void escapeLaggerTillbaka() {
         QFETCH(int, spelNr);
         auto vy = VyMedSpel(spelNr, 4, 1280, 1024);
-        const std::vector<Plats> platser = vy->Tangenterna().Platserna();
+        const std::vector<BordsPlats> platser = vy->Tangenterna().Platserna();
         int provade = 0;
         for (int k = 0; k < static_cast<int>(platser.size()) && provade < 3; ++k) {
             auto fore = vy->Spel()->Tabell().Kopia();
@@ -155,7 +155,7 @@ private slots:
         QFETCH(int, spelNr);
         auto vy = VyMedSpel(spelNr, 5, 1280, 1024);
         auto giltiga = [&] {
-            for (const Plats& p : vy->Tangenterna().Platserna()) {
+            for (const BordsPlats& p : vy->Tangenterna().Platserna()) {
                 if (!vy->Bounds().Contains(p.klick) || !(vy->Bounds() & p.ram).IsValid())
                     return false;
                 if (p.hog >= 0 && p.luckor.empty()) {
@@ -168,7 +168,7 @@ private slots:
         };
         QVERIFY(giltiga());
         Tangent(*vy, Qt::Key_Right, 3);
-        Plats vald = *vy->Tangenterna().FokusPlats();
+        BordsPlats vald = *vy->Tangenterna().FokusPlats();
         QVERIFY(vy->Tangenterna().Synlig());
         std::vector<Drag> dragen = vy->Spel()->Regler().LagligaDrag(vy->Spel()->Tabell());
         QVERIFY(!dragen.empty());
@@ -296,7 +296,7 @@ private slots:
         QAccessibleInterface* bord = QAccessible::queryAccessibleInterface(vy.get());
         QVERIFY(bord != nullptr);
         QCOMPARE(bord->role(), QAccessible::Table);
-        const std::vector<Plats> platser = vy->Tangenterna().Platserna();
+        const std::vector<BordsPlats> platser = vy->Tangenterna().Platserna();
         QCOMPARE(bord->childCount(), static_cast<int>(platser.size()));
         for (int i = 0; i < bord->childCount(); ++i) {
             QAccessibleInterface* plats = bord->child(i);

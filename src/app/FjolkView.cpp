@@ -500,7 +500,7 @@ void FjolkView::Meddela(const std::string& text) {
 // Two view units of yellow inside a dark edge, on whole device pixels so that it is sharp
 // at every ratio, around the place in focus.
 void FjolkView::RitaFokus(QPainter& p) {
-    const Plats* plats = Tangenterna().FokusPlats();
+    const BordsPlats* plats = Tangenterna().FokusPlats();
     if (plats == nullptr)
         return;
     QRect r = TillPixlar(ToQRect(plats->ram), kvot);

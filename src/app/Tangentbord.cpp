@@ -46,13 +46,13 @@ bool KnappDragFinns(const Patiens& spel) {
     return false;
 }
 
-std::optional<Plats> PlatsFor(const Patiens& spel, const std::vector<Hog>& hogar, int index,
-                              BRect synligt, bool knappDrag) {
+std::optional<BordsPlats> PlatsFor(const Patiens& spel, const std::vector<Hog>& hogar, int index,
+                                   BRect synligt, bool knappDrag) {
     const Hog& hog = hogar[index];
     const std::vector<Lucka>& luckor = spel.Luckor();
     if (hog.slag == HogSlag::Kast || hog.forsta < 0 || hog.sista >= static_cast<int>(luckor.size()))
         return std::nullopt;
-    Plats plats;
+    BordsPlats plats;
     plats.hog = index;
     plats.namn = BeskrivHog(hog, luckor);
     int topp = -1;
@@ -101,7 +101,7 @@ std::optional<Plats> PlatsFor(const Patiens& spel, const std::vector<Hog>& hogar
 
 } // namespace
 
-std::vector<Plats> PlatserPa(const Patiens& spel, BRect synligt) {
+std::vector<BordsPlats> PlatserPa(const Patiens& spel, BRect synligt) {
     std::vector<Hog> hogar = spel.Regler().Hogar(spel.Tabell());
     bool tomLek = false;
     for (const Hog& h : hogar)
@@ -110,13 +110,13 @@ std::vector<Plats> PlatserPa(const Patiens& spel, BRect synligt) {
     bool knappDrag = tomLek && KnappDragFinns(spel);
     // Each place with the rectangle it is read at: its pile's base, which stays where it is
     // as the pile grows.
-    std::vector<std::pair<BRect, Plats>> lasta;
+    std::vector<std::pair<BRect, BordsPlats>> lasta;
     for (int i = 0; i < static_cast<int>(hogar.size()); ++i)
-        if (std::optional<Plats> p = PlatsFor(spel, hogar, i, synligt, knappDrag))
+        if (std::optional<BordsPlats> p = PlatsFor(spel, hogar, i, synligt, knappDrag))
             lasta.emplace_back(spel.Luckor()[hogar[i].forsta].GePos(), std::move(*p));
     std::vector<Patiens::KnappPlats> knappar = spel.Knappar();
     for (int k = 0; k < static_cast<int>(knappar.size()); ++k) {
-        Plats plats;
+        BordsPlats plats;
         plats.knapp = k;
         plats.ram = knappar[k].ruta;
         plats.mal = plats.ram;
@@ -129,13 +129,13 @@ std::vector<Plats> PlatserPa(const Patiens& spel, BRect synligt) {
     // first place.
     std::stable_sort(lasta.begin(), lasta.end(),
                      [](const auto& a, const auto& b) { return a.first.top < b.first.top; });
-    std::vector<std::vector<std::pair<BRect, Plats>>> rader;
+    std::vector<std::vector<std::pair<BRect, BordsPlats>>> rader;
     for (auto& p : lasta) {
         if (rader.empty() || p.first.top > Mitten(rader.back().front().first).y)
             rader.emplace_back();
         rader.back().push_back(std::move(p));
     }
-    std::vector<Plats> platser;
+    std::vector<BordsPlats> platser;
     int radNr = 0;
     for (auto& rad : rader) {
         std::stable_sort(rad.begin(), rad.end(),
@@ -149,7 +149,7 @@ std::vector<Plats> PlatserPa(const Patiens& spel, BRect synligt) {
     return platser;
 }
 
-std::optional<std::pair<int, int>> GreppVid(const std::vector<Plats>& platser, BPoint p) {
+std::optional<std::pair<int, int>> GreppVid(const std::vector<BordsPlats>& platser, BPoint p) {
     std::optional<std::pair<int, int>> grepp;
     int overst = -1;
     for (int k = 0; k < static_cast<int>(platser.size()); ++k)
@@ -165,7 +165,7 @@ std::optional<std::pair<int, int>> GreppVid(const std::vector<Plats>& platser, B
     return grepp;
 }
 
-int MalVid(const std::vector<Plats>& platser, BPoint q) {
+int MalVid(const std::vector<BordsPlats>& platser, BPoint q) {
     float narmast = std::numeric_limits<float>::max();
     int narmastTopp = -1;
     int mal = -1;
@@ -184,7 +184,7 @@ int MalVid(const std::vector<Plats>& platser, BPoint q) {
     return mal;
 }
 
-std::optional<TangentPlan> PlanFor(const std::vector<Plats>& platser, const Gest& gest) {
+std::optional<TangentPlan> PlanFor(const std::vector<BordsPlats>& platser, const Gest& gest) {
     TangentPlan plan;
     plan.klick = gest.klick;
     for (int k = 0; k < static_cast<int>(platser.size()) && gest.klick; ++k)
@@ -223,18 +223,18 @@ std::string VarKortetLigger(const Patiens& spel, const Kort& kort) {
 
 Tangentbord::Tangentbord(FjolkView& view) : vy(view) {}
 
-const Plats* Tangentbord::FokusPlats() const {
+const BordsPlats* Tangentbord::FokusPlats() const {
     if (fokus < 0 || fokus >= static_cast<int>(platser.size()))
         return nullptr;
     return &platser[fokus];
 }
 
 void Tangentbord::Folj() {
-    std::optional<Plats> forra;
-    if (const Plats* p = FokusPlats())
+    std::optional<BordsPlats> forra;
+    if (const BordsPlats* p = FokusPlats())
         forra = *p;
     const Patiens* spel = vy.Spel();
-    platser = spel != nullptr ? PlatserPa(*spel, vy.Bounds()) : std::vector<Plats>{};
+    platser = spel != nullptr ? PlatserPa(*spel, vy.Bounds()) : std::vector<BordsPlats>{};
     fokus = platser.empty() ? -1 : 0;
     if (!forra || platser.empty())
         return;
@@ -323,7 +323,7 @@ void Tangentbord::Flytta(int nyttFokus) {
 
 // To the place of the next or previous row nearest below or above this one.
 void Tangentbord::FlyttaRad(int riktning) {
-    const Plats* har = FokusPlats();
+    const BordsPlats* har = FokusPlats();
     if (har == nullptr) {
         Flytta(0);
         return;
@@ -342,7 +342,7 @@ void Tangentbord::FlyttaRad(int riktning) {
 
 void Tangentbord::Klicka() {
     synlig = true;
-    const Plats* plats = FokusPlats();
+    const BordsPlats* plats = FokusPlats();
     if (plats == nullptr)
         return;
     const Patiens& spel = *vy.Spel();
@@ -380,7 +380,7 @@ void Tangentbord::BerattaDrag(const SpelBord& fore, const std::optional<Kort>& k
 
 void Tangentbord::Lyft() {
     synlig = true;
-    const Plats* plats = FokusPlats();
+    const BordsPlats* plats = FokusPlats();
     if (plats == nullptr)
         return;
     int nasta = 0;
@@ -412,7 +412,7 @@ void Tangentbord::Lyft() {
 }
 
 void Tangentbord::LaggNer() {
-    const Plats* plats = FokusPlats();
+    const BordsPlats* plats = FokusPlats();
     if (!haller || plats == nullptr)
         return;
     Kort kortet = vy.Spel()->Luckor()[kalla.luckor[grepp]].GeKort();
@@ -456,6 +456,6 @@ BPoint Tangentbord::SlappPunktVid(int mal) const {
 
 // The held card is aimed at the place as it was taken: the point it was taken at lies as
 // far into the place's card as it lay into its own.
-BPoint Tangentbord::SlappPunkt(const Plats& mal) const {
+BPoint Tangentbord::SlappPunkt(const BordsPlats& mal) const {
     return mal.mal.LeftTop() + (greppPunkt - greppRuta.LeftTop());
 }

@@ -13,7 +13,7 @@ class QKeyEvent;
 
 // A place on the table the keyboard reaches: a pile (its top card, or its empty base), or
 // a button.
-struct Plats {
+struct BordsPlats {
     // The pile's index in the game's pile table, or -1 for a button.
     int hog = -1;
     int knapp = -1;
@@ -31,12 +31,14 @@ struct Plats {
     int rad = 0;
     // What a screen reader says of it.
     std::string namn;
-    bool SammaSom(const Plats& annan) const { return hog == annan.hog && knapp == annan.knapp; }
+    bool SammaSom(const BordsPlats& annan) const {
+        return hog == annan.hog && knapp == annan.knapp;
+    }
 };
 
 // Every place of `spel` a player can act on, inside `synligt`, in the order one reads the
 // table: row by row, left to right.
-std::vector<Plats> PlatserPa(const Patiens& spel, BRect synligt);
+std::vector<BordsPlats> PlatserPa(const Patiens& spel, BRect synligt);
 
 // The keys that make a mouse gesture: a click at place `kalla`, or the cards taken at its
 // press point `grepp` (0: the top card) put down at place `mal`.
@@ -48,9 +50,9 @@ struct TangentPlan {
 };
 // The place and card (0: the top) a press at `p` takes, and the place a release at `q`
 // aims at.
-std::optional<std::pair<int, int>> GreppVid(const std::vector<Plats>& platser, BPoint p);
-int MalVid(const std::vector<Plats>& platser, BPoint q);
-std::optional<TangentPlan> PlanFor(const std::vector<Plats>& platser, const Gest& gest);
+std::optional<std::pair<int, int>> GreppVid(const std::vector<BordsPlats>& platser, BPoint p);
+int MalVid(const std::vector<BordsPlats>& platser, BPoint q);
+std::optional<TangentPlan> PlanFor(const std::vector<BordsPlats>& platser, const Gest& gest);
 
 // Plays the game on the view with keys, through the same press and release the mouse makes:
 // the arrows move a focus frame over the places, Home and End to the first and last; Enter
@@ -63,9 +65,9 @@ public:
     // Handles a key; false when it is none of the keyboard's.
     bool Tangent(const QKeyEvent& event);
     // The places now, the one in focus (-1: none) and whether the frame shows.
-    const std::vector<Plats>& Platserna() const { return platser; }
+    const std::vector<BordsPlats>& Platserna() const { return platser; }
     int Fokus() const { return fokus; }
-    const Plats* FokusPlats() const;
+    const BordsPlats* FokusPlats() const;
     bool Synlig() const { return synlig; }
     void Gom() { synlig = false; }
     bool Haller() const { return haller; }
@@ -82,7 +84,7 @@ private:
     void Lyft();
     void LaggNer();
     void LaggTillbaka();
-    BPoint SlappPunkt(const Plats& mal) const;
+    BPoint SlappPunkt(const BordsPlats& mal) const;
     BPoint SlappPunktVid(int mal) const;
     // Tells what a move did: the card and where it went, or the button pressed.
     void BerattaDrag(const SpelBord& fore, const std::optional<Kort>& kortet,
@@ -90,11 +92,11 @@ private:
     void Sag(std::string text);
 
     FjolkView& vy;
-    std::vector<Plats> platser;
+    std::vector<BordsPlats> platser;
     int fokus = -1;
     bool synlig = false;
     bool haller = false;
-    Plats kalla;
+    BordsPlats kalla;
     int grepp = 0;
     BPoint greppPunkt;
     BRect greppRuta;

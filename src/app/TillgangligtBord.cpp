@@ -11,7 +11,7 @@ class TillgangligPlats : public QAccessibleInterface {
 public:
     TillgangligPlats(const TillgangligtBord* bord, int index) : bordet(bord), nr(index) {}
 
-    bool isValid() const override { return Plats() != nullptr; }
+    bool isValid() const override { return Platsen() != nullptr; }
     QObject* object() const override { return nullptr; }
     QWindow* window() const override { return bordet->window(); }
     QAccessibleInterface* focusChild() const override { return nullptr; }
@@ -23,21 +23,21 @@ public:
     int childCount() const override { return 0; }
     int indexOfChild(const QAccessibleInterface*) const override { return -1; }
     QString text(QAccessible::Text t) const override {
-        const ::Plats* p = Plats();
+        const BordsPlats* p = Platsen();
         if (p == nullptr || t != QAccessible::Name)
             return {};
         return QString::fromStdString(p->namn);
     }
     void setText(QAccessible::Text, const QString&) override {}
     QRect rect() const override {
-        const ::Plats* p = Plats();
+        const BordsPlats* p = Platsen();
         if (p == nullptr)
             return {};
         QRect r = ToQRect(p->ram);
         return QRect(bordet->Vy()->mapToGlobal(r.topLeft()), r.size());
     }
     QAccessible::Role role() const override {
-        const ::Plats* p = Plats();
+        const BordsPlats* p = Platsen();
         return p != nullptr && p->knapp >= 0 ? QAccessible::Button : QAccessible::Cell;
     }
     QAccessible::State state() const override {
@@ -45,12 +45,12 @@ public:
         s.focusable = true;
         s.focused =
             bordet->Vy()->Tangenterna().Fokus() == nr && bordet->Vy()->Tangenterna().Synlig();
-        s.invalid = Plats() == nullptr;
+        s.invalid = Platsen() == nullptr;
         return s;
     }
 
 private:
-    const ::Plats* Plats() const {
+    const BordsPlats* Platsen() const {
         const auto& platser = bordet->Vy()->Tangenterna().Platserna();
         return nr < static_cast<int>(platser.size()) ? &platser[nr] : nullptr;
     }

@@ -37,3 +37,21 @@ QString GorMedTangenter(FjolkView& view, const Gest& gest) {
     QCoreApplication::sendPostedEvents();
     return {};
 }
+
+QString SpelaMedTangenter(FjolkView& view, const std::vector<Drag>& dragen) {
+    for (const Drag& d : dragen) {
+        Patiens& spel = *view.Spel();
+        std::optional<Gest> gest = spel.GestFor(d);
+        if (!gest)
+            return QStringLiteral("no gesture for ") + QString::fromStdString(Beskriv(d));
+        auto vantat = spel.Tabell().Kopia();
+        spel.Regler().GorDrag(*vantat, d, nullptr);
+        spel.Regler().KlarSpel(*vantat);
+        QString fel = GorMedTangenter(view, *gest);
+        if (!fel.isEmpty())
+            return QString::fromStdString(Beskriv(d)) + ": " + fel;
+        if (!spel.Tabell().Lika(*vantat))
+            return QStringLiteral("the keys did not make ") + QString::fromStdString(Beskriv(d));
+    }
+    return {};
+}

@@ -6,6 +6,8 @@
 
 #include <QString>
 
+#include <vector>
+
 // Playing a view with keys only, as a player without a mouse does.
 
 // One key press and release on the view.
@@ -16,3 +18,6 @@ void TillPlats(FjolkView& view, int k);
 // click; "." as often as the cards to take need, the arrows to where they go and Enter.
 // Empty when it could, else why not.
 QString GorMedTangenter(FjolkView& view, const Gest& gest);
+// Makes each move with the keys that make the gesture the game names for it, each to land
+// exactly as the rules make it: empty when every one did, else what the first that did not was.
+QString SpelaMedTangenter(FjolkView& view, const std::vector<Drag>& dragen);
