@@ -5,6 +5,7 @@
 #include "games/FreecellRegler.h"
 #include "games/Spelfabrik.h"
 #include "platform/AttributeStore.h"
+#include "platform/QtGeometry.h"
 #include "support/Gester.h"
 #include "support/Losare.h"
 #include "support/Tangenter.h"
@@ -386,6 +387,36 @@ private slots:
         QCOMPARE(tabell[0].giv, tabell[1].giv);
         QCOMPARE(tabell[0].angra, tabell[1].angra);
         QCOMPARE(QByteArray(tabell[0].namn), QByteArray(tabell[1].namn));
+    }
+
+    // The frame: two pixels of yellow between dark edges, around the place, on the screen but
+    // never in the table's own picture.
+    void ramenRitas() {
+        auto vy = VyMedSpel(8, 3, 1280, 1024);
+        QImage fore = vy->grab().toImage();
+        Tangent(*vy, Qt::Key_End);
+        const BordsPlats* plats = vy->Tangenterna().FokusPlats();
+        QVERIFY(plats != nullptr);
+        QImage bild = vy->grab().toImage();
+        QRect r = ToQRect(plats->ram);
+        const int y = r.center().y();
+        const QColor mork(40, 30, 0);
+        const QColor gul(255, 220, 0);
+        QCOMPARE(bild.pixelColor(r.left() - 3, y), mork);
+        QCOMPARE(bild.pixelColor(r.left() - 2, y), gul);
+        QCOMPARE(bild.pixelColor(r.left() - 1, y), gul);
+        QCOMPARE(bild.pixelColor(r.left(), y), mork);
+        QCOMPARE(bild.pixelColor(r.right() + 2, y), gul);
+        QCOMPARE(bild.pixelColor(r.center().x(), r.top() - 2), gul);
+        QCOMPARE(bild.pixelColor(r.center().x(), r.bottom() + 1), gul);
+        QCOMPARE(bild.pixelColor(r.left() - 4, y), fore.pixelColor(r.left() - 4, y));
+        QCOMPARE(bild.pixelColor(r.center()), fore.pixelColor(r.center()));
+        QVERIFY(vy->OffBitmap().pixelColor(r.left() - 2, y) != gul);
+        // A press of the mouse takes it away.
+        QTest::mousePress(vy.get(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 1000));
+        QTest::mouseRelease(vy.get(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 1000));
+        QCOMPARE(vy->grab().toImage().pixelColor(r.left() - 2, y),
+                 fore.pixelColor(r.left() - 2, y));
     }
 
 private:
