@@ -318,8 +318,17 @@ private slots:
         QVERIFY(!dragen.empty());
         QCOMPARE(GorMedTangenter(*vy, *vy->Spel()->GestFor(dragen.front())), QString());
         QCOMPARE(bord->text(QAccessible::Description), QString::fromStdString(vy->Meddelat()));
+        // The focused place is read with it, until the frame moves on.
+        const BordsPlats* har = vy->Tangenterna().FokusPlats();
+        QCOMPARE(bord->focusChild()->text(QAccessible::Name),
+                 QString::fromStdString(vy->Meddelat() + ". " + har->namn));
+        QCOMPARE(bord->focusChild()->text(QAccessible::Description),
+                 QString::fromStdString(vy->Meddelat()));
         QVERIFY2(vy->Meddelat() != "nothing moved", vy->Meddelat().c_str());
         QCOMPARE(bord->childCount(), static_cast<int>(vy->Tangenterna().Platserna().size()));
+        Tangent(*vy, Qt::Key_Home);
+        QCOMPARE(bord->focusChild()->text(QAccessible::Name),
+                 QString::fromStdString(vy->Tangenterna().Platserna().front().namn));
     }
 
     // The end of a game laid out card by card, finished with the mouse in one view and with

@@ -482,14 +482,21 @@ void FjolkView::LaggTillbaka() {
 
 // The place in the frame becomes the focused object, and what was done is told as an alert
 // of the table, its description holding the words.
-void FjolkView::Meddela(const std::string& text) {
+void FjolkView::Meddela(const std::string& text, bool nyPlats) {
     meddelat = text;
+    tillkannagivet = !nyPlats;
     QAccessibleInterface* bord = QAccessible::queryAccessibleInterface(this);
     if (bord == nullptr)
         return;
+    // A screen reader speaks the focused object when it is focused, and again when its name
+    // changes: that is how what was done reaches it.
     if (QAccessibleInterface* plats = bord->focusChild()) {
-        QAccessibleEvent fokus(plats, QAccessible::Focus);
+        QAccessibleEvent fokus(plats, nyPlats ? QAccessible::Focus : QAccessible::NameChanged);
         QAccessible::updateAccessibility(&fokus);
+        if (!nyPlats) {
+            QAccessibleEvent beskrivning(plats, QAccessible::DescriptionChanged);
+            QAccessible::updateAccessibility(&beskrivning);
+        }
     }
     QAccessibleEvent beskrivning(this, QAccessible::DescriptionChanged);
     QAccessible::updateAccessibility(&beskrivning);

@@ -121,8 +121,11 @@ public:
     // The keyboard's places and focus, as they are now.
     Tangentbord& Tangenterna();
     // Tells a screen reader `text`; the last one told.
-    void Meddela(const std::string& text);
+    // `nyPlats`: the text is the name of the place the frame has come to; else it tells
+    // what was done, and the place in the frame is read with it until the frame moves.
+    void Meddela(const std::string& text, bool nyPlats = false);
     const std::string& Meddelat() const { return meddelat; }
+    bool Tillkannagivet() const { return tillkannagivet; }
 
 protected:
     bool event(QEvent* event) override;
@@ -175,4 +178,5 @@ private:
     // The table changed since the keyboard last took its places.
     bool platserGamla = true;
     std::string meddelat;
+    bool tillkannagivet = false;
 };

@@ -50,9 +50,8 @@ inline constexpr KeyHelp kPlayKeys[] = {
     {"Enter, Space",
      "Click the place in the frame: the game makes its move, as for a click of the mouse. "
      "While cards are held: put them down here."},
-    {".",
-     "Take the card in the frame, as a drag of the mouse takes it; again on the same pile, "
-     "one card more with it. Carry the cards with the arrows and put them down with Enter, "
-     "Space or \".\"; Enter on the pile they came from clicks the card they were taken by."},
+    {".", "Take the card in the frame, as a drag of the mouse takes it; again on the same pile, "
+          "one card more with it. Carry the cards with the arrows and put them down with Enter, "
+          "Space or \".\"; Enter on the pile they came from clicks the card they were taken by."},
     {"Escape", "Put the held cards back where they were."},
 };

@@ -253,9 +253,9 @@ void Tangentbord::Folj() {
     }
 }
 
-void Tangentbord::Sag(std::string text) {
+void Tangentbord::Sag(std::string text, bool nyPlats) {
     besked = std::move(text);
-    vy.Meddela(besked);
+    vy.Meddela(besked, nyPlats);
 }
 
 bool Tangentbord::Tangent(const QKeyEvent& event) {
@@ -318,7 +318,7 @@ void Tangentbord::Flytta(int nyttFokus) {
     if (haller)
         vy.BarTill(SlappPunkt(platser[fokus]));
     vy.update();
-    Sag(platser[fokus].namn);
+    Sag(platser[fokus].namn, true);
 }
 
 // To the place of the next or previous row nearest below or above this one.

@@ -89,7 +89,8 @@ private:
     // Tells what a move did: the card and where it went, or the button pressed.
     void BerattaDrag(const SpelBord& fore, const std::optional<Kort>& kortet,
                      const std::string& knapp);
-    void Sag(std::string text);
+    // Tells a screen reader `text`: the place the frame has come to, or what was done.
+    void Sag(std::string text, bool nyPlats = false);
 
     FjolkView& vy;
     std::vector<BordsPlats> platser;

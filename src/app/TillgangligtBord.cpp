@@ -24,8 +24,17 @@ public:
     int indexOfChild(const QAccessibleInterface*) const override { return -1; }
     QString text(QAccessible::Text t) const override {
         const BordsPlats* p = Platsen();
-        if (p == nullptr || t != QAccessible::Name)
+        if (p == nullptr)
             return {};
+        FjolkView* vy = bordet->Vy();
+        if (t == QAccessible::Description)
+            return vy->Tillkannagivet() && vy->Tangenterna().Fokus() == nr
+                       ? QString::fromStdString(vy->Meddelat())
+                       : QString();
+        if (t != QAccessible::Name)
+            return {};
+        if (vy->Tillkannagivet() && vy->Tangenterna().Fokus() == nr)
+            return QString::fromStdString(vy->Meddelat() + ". " + p->namn);
         return QString::fromStdString(p->namn);
     }
     void setText(QAccessible::Text, const QString&) override {}
