@@ -147,6 +147,20 @@ private slots:
             QVERIFY2(vy->Spel()->Tabell().Lika(*fore), qPrintable(QString::number(k)));
         }
         QVERIFY(provade > 0);
+        // A press of the mouse while keys hold cards puts them back too, and is a press.
+        auto fore = vy->Spel()->Tabell().Kopia();
+        TillPlats(*vy, 0);
+        for (int k = 0; k < 40 && !vy->Tangenterna().Haller(); ++k) {
+            Tangent(*vy, Qt::Key_Right);
+            Tangent(*vy, Qt::Key_Period);
+        }
+        QVERIFY(vy->Tangenterna().Haller());
+        QTest::mousePress(vy.get(), Qt::LeftButton, Qt::NoModifier, QPoint(1, 1000));
+        QVERIFY(!vy->Tangenterna().Haller());
+        QVERIFY(vy->GestPagar());
+        QTest::mouseRelease(vy.get(), Qt::LeftButton, Qt::NoModifier, QPoint(1, 1000));
+        QVERIFY(!vy->GestPagar());
+        QVERIFY(vy->Spel()->Tabell().Lika(*fore));
     }
 
     // The frame is only ever on a place a player acts on, inside the table, and stays on

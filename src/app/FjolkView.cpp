@@ -329,8 +329,11 @@ void FjolkView::MouseUp(BPoint) {
 // A press that reaches the view while the game works starts nothing: the cards are not the
 // player's until the work is over.
 void FjolkView::mousePressEvent(QMouseEvent* event) {
-    if (!spel || Arbetar() || event->button() != Qt::LeftButton || gest != Gest::Ingen ||
-        tangentbord->Haller())
+    if (!spel || Arbetar() || event->button() != Qt::LeftButton)
+        return;
+    // The mouse takes over from the keys: cards they held go back first.
+    tangentbord->Avbryt();
+    if (gest != Gest::Ingen)
         return;
     if (tangentbord->Synlig()) {
         tangentbord->Gom();

@@ -70,6 +70,11 @@ public:
     const BordsPlats* FokusPlats() const;
     bool Synlig() const { return synlig; }
     void Gom() { synlig = false; }
+    // Puts held cards back, as Escape does; nothing when none are held.
+    void Avbryt() {
+        if (haller)
+            LaggTillbaka();
+    }
     bool Haller() const { return haller; }
     // Takes the places anew from the game, the focus staying on the same place (or the one
     // nearest where it was).
