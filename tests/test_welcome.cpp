@@ -5,6 +5,7 @@
 #include "support/Poster.h"
 #include "welcome/WelcomeView.h"
 
+#include <QAccessible>
 #include <QCheckBox>
 #include <QFontInfo>
 #include <QLabel>
@@ -574,6 +575,35 @@ private slots:
         QCOMPARE(QColor(skarm.pixel(8, 5)), QColor(1, 2, 3));
         s.vy->SetViewBitmap(QImage());
         QCOMPARE(QColor(s.vy->grab().toImage().pixel(7, 5)), QColor(0, 160, 0));
+    }
+    // Tab goes from the name to the games, the hiscores and then the options; a screen
+    // reader has a name or a description for each.
+    void tabOrdningOchNamn() {
+        Skarm s(true);
+        QList<QWidget*> ordning;
+        QWidget* w = s.vy->spelarFalt;
+        for (int i = 0; i < 40 && ordning.size() < 7; ++i, w = w->nextInFocusChain())
+            if ((w->focusPolicy() & Qt::TabFocus) && s.vy->isAncestorOf(w) &&
+                w->parentWidget() != s.vy->flikar && !ordning.contains(w) &&
+                w->metaObject()->className() != QByteArray("QTabBar"))
+                ordning << w;
+        QCOMPARE(ordning, (QList<QWidget*>{s.vy->spelarFalt, s.vy->spelLista, s.vy->hiscoreLista,
+                                           s.vy->animeringsRuta, s.vy->oppnaKnapp, s.vy->rensaKnapp,
+                                           s.vy->aterstallKnapp}));
+        QCOMPARE(s.vy->spelarFalt->accessibleName(), QStringLiteral("Player name"));
+        QCOMPARE(s.vy->spelLista->accessibleName(), QStringLiteral("Games"));
+        QCOMPARE(s.vy->hiscoreLista->accessibleName(), QStringLiteral("Hiscore table"));
+        for (QWidget* c : ordning)
+            QVERIFY2(!c->accessibleDescription().isEmpty(), c->metaObject()->className());
+        // Each hiscore row is read as it shows.
+        QAccessibleInterface* lista = QAccessible::queryAccessibleInterface(s.vy->hiscoreLista);
+        QVERIFY(lista != nullptr);
+        QCOMPARE(lista->text(QAccessible::Name), QStringLiteral("Hiscore table"));
+        QVERIFY(lista->childCount() >= 40);
+        bool evaFunnen = false;
+        for (int i = 0; i < lista->childCount(); ++i)
+            evaFunnen = evaFunnen || lista->child(i)->text(QAccessible::Name).contains("Eva");
+        QVERIFY(evaFunnen);
     }
 };
 

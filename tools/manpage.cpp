@@ -79,6 +79,12 @@ int main(int argc, char* argv[]) {
          << ".SH OPTIONS\n";
     for (const Option& option : kOptions)
         page << ".TP\n" << OptionHeading(option) << "\n" << Roff(option.description) << "\n";
+    page << ".SH KEYS\n"
+         << "A game can be played with the keyboard alone: a frame marks a place on the table "
+            "(a pile, a free cell, a foundation, the stock or a button), and a screen reader "
+            "hears its name and cards.\n";
+    for (const KeyHelp& key : kPlayKeys)
+        page << ".TP\n.B " << Roff(key.keys) << "\n" << Roff(key.description) << "\n";
     page << ".SH EXIT STATUS\n"
          << "0 when the program ends normally, 1 when a snapshot cannot be drawn or written, "
             "2 for an unknown option or a bad value.\n"

@@ -1,10 +1,14 @@
 #include "app/FjolkView.h"
 
 #include "app/DragFonster.h"
+#include "app/Tangentbord.h"
+#include "app/TillgangligtBord.h"
 #include "platform/Meddelande.h"
 #include "platform/QtGeometry.h"
 
+#include <QAccessible>
 #include <QCoreApplication>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -19,6 +23,9 @@ FjolkView::FjolkView(QWidget* parent) : QWidget(parent), kvot(devicePixelRatioF(
     // Every pixel is painted from the off-screen frame: nothing to erase first.
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(false);
+    setFocusPolicy(Qt::StrongFocus);
+    tangentbord = std::make_unique<Tangentbord>(*this);
+    TillgangligtBord::Installera();
     // The games made on this view render their cards for its screen.
     KortSpel::pixelKvot = kvot;
 }
@@ -71,8 +78,12 @@ void FjolkView::SattSpel(std::unique_ptr<Patiens> nytt) {
     spel = std::move(nytt);
     drar = false;
     gest = Gest::Ingen;
+    platserGamla = true;
     if (spel)
         InvalidateOffscreen();
+    // The keys play the game shown.
+    if (spel && isVisible())
+        setFocus();
 }
 
 std::unique_ptr<Patiens> FjolkView::TaSpel() {
@@ -168,6 +179,7 @@ void FjolkView::RensaBakgrundsBild() {
 }
 
 void FjolkView::InvalidateOffscreen() {
+    platserGamla = true;
     if (!spel)
         return;
     Komponera(*spel);
@@ -234,6 +246,8 @@ void FjolkView::paintEvent(QPaintEvent* event) {
         TillPixlar(event->rect(), kvot).adjusted(-1, -1, 1, 1).intersected(offBitmap.rect());
     p.setCompositionMode(QPainter::CompositionMode_Source);
     p.drawImage(PixelPunkt(pixlar.topLeft(), kvot), offBitmap, pixlar);
+    if (spel && tangentbord->Synlig())
+        RitaFokus(p);
 }
 
 void FjolkView::resizeEvent(QResizeEvent*) {
@@ -246,6 +260,7 @@ void FjolkView::resizeEvent(QResizeEvent*) {
 }
 
 void FjolkView::OmRakna() {
+    platserGamla = true;
     if (!bakgrundsBild.isNull())
         FyllBakgrund();
     KortSpel::pixelKvot = kvot;
@@ -328,8 +343,16 @@ void FjolkView::MouseUp(BPoint) {
 // A press that reaches the view while the game works starts nothing: the cards are not the
 // player's until the work is over.
 void FjolkView::mousePressEvent(QMouseEvent* event) {
-    if (!spel || Arbetar() || event->button() != Qt::LeftButton || gest != Gest::Ingen)
+    if (!spel || Arbetar() || event->button() != Qt::LeftButton)
         return;
+    // The mouse takes over from the keys: cards they held go back first.
+    tangentbord->Avbryt();
+    if (gest != Gest::Ingen)
+        return;
+    if (tangentbord->Synlig()) {
+        tangentbord->Gom();
+        update();
+    }
     // The release reaches this view wherever it happens, as the press grabs the mouse.
     gest = Gest::Tryckt;
     tryckPunkt = ToBPoint(event->position());
@@ -392,4 +415,134 @@ void FjolkView::Slapp(BPoint slapp) {
     }
     if (efterGest)
         efterGest();
+}
+
+// ---- The keyboard -------------------------------------------------------------------------
+
+Tangentbord& FjolkView::Tangenterna() {
+    if (platserGamla && !tangentbord->Haller()) {
+        platserGamla = false;
+        tangentbord->Folj();
+    }
+    return *tangentbord;
+}
+
+bool FjolkView::KanTaTangent() const {
+    return spel && !Arbetar() && (gest == Gest::Ingen || tangentbord->Haller());
+}
+
+void FjolkView::keyPressEvent(QKeyEvent* event) {
+    if (!KanTaTangent() || !Tangenterna().Tangent(*event)) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    update();
+}
+
+void FjolkView::KlickaVid(BPoint p) {
+    if (!KanTaTangent() || gest != Gest::Ingen)
+        return;
+    gest = Gest::Tryckt;
+    tryckPunkt = p;
+    musPunkt = p;
+    musKnappar = 1;
+    Slapp(p);
+}
+
+bool FjolkView::LyftVid(BPoint p) {
+    if (!KanTaTangent() || gest != Gest::Ingen)
+        return false;
+    Arbete arbetet(*this);
+    gest = Gest::Drag;
+    tryckPunkt = p;
+    // The pointer has left the press point, as a drag's has.
+    musPunkt = BPoint(p.x, p.y + 1);
+    musKnappar = 1;
+    MouseDown(p);
+    if (drar)
+        return true;
+    // Nothing was taken: the gesture ends as a drag that took nothing does.
+    Slapp(musPunkt);
+    return false;
+}
+
+void FjolkView::BarTill(BPoint q) {
+    if (gest != Gest::Drag || !drar)
+        return;
+    musPunkt = q;
+    if (dragFonster != nullptr)
+        dragFonster->Flytta(DragHorn());
+}
+
+void FjolkView::SlappVid(BPoint q) {
+    if (gest != Gest::Drag || Arbetar())
+        return;
+    musPunkt = q;
+    Slapp(q);
+}
+
+// The cards were never let go: they lie where they lay, and the game forgets them.
+void FjolkView::LaggTillbaka() {
+    if (gest != Gest::Drag)
+        return;
+    if (dragFonster != nullptr)
+        dragFonster->Gom();
+    gest = Gest::Ingen;
+    musKnappar = 0;
+    drar = false;
+    if (spel)
+        spel->valdaLuckor.clear();
+    InvalidateOffscreen();
+    if (efterGest)
+        efterGest();
+}
+
+// The place in the frame becomes the focused object, and what was done is told as an alert
+// of the table, its description holding the words.
+void FjolkView::Meddela(const std::string& text, bool nyPlats) {
+    meddelat = text;
+    tillkannagivet = !nyPlats;
+    QAccessibleInterface* bord = QAccessible::queryAccessibleInterface(this);
+    if (bord == nullptr)
+        return;
+    // A screen reader speaks the focused object when it is focused, and again when its name
+    // changes: that is how what was done reaches it.
+    if (QAccessibleInterface* plats = bord->focusChild()) {
+        QAccessibleEvent fokus(plats, nyPlats ? QAccessible::Focus : QAccessible::NameChanged);
+        QAccessible::updateAccessibility(&fokus);
+        if (!nyPlats) {
+            QAccessibleEvent beskrivning(plats, QAccessible::DescriptionChanged);
+            QAccessible::updateAccessibility(&beskrivning);
+        }
+    }
+    QAccessibleEvent beskrivning(this, QAccessible::DescriptionChanged);
+    QAccessible::updateAccessibility(&beskrivning);
+    QAccessibleEvent alert(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
+// Two view units of yellow inside a dark edge, on whole device pixels so that it is sharp
+// at every ratio, around the place in focus.
+void FjolkView::RitaFokus(QPainter& p) {
+    const BordsPlats* plats = Tangenterna().FokusPlats();
+    if (plats == nullptr)
+        return;
+    QRect r = TillPixlar(ToQRect(plats->ram), kvot);
+    int bredd = std::max(2, qRound(2 * kvot));
+    int kant = std::max(1, qRound(kvot));
+    p.save();
+    p.resetTransform();
+    p.scale(1 / kvot, 1 / kvot);
+    p.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    auto ram = [&](QRect yta, int tjocklek, QColor farg) {
+        p.fillRect(QRect(yta.left(), yta.top(), yta.width(), tjocklek), farg);
+        p.fillRect(QRect(yta.left(), yta.bottom() - tjocklek + 1, yta.width(), tjocklek), farg);
+        p.fillRect(QRect(yta.left(), yta.top(), tjocklek, yta.height()), farg);
+        p.fillRect(QRect(yta.right() - tjocklek + 1, yta.top(), tjocklek, yta.height()), farg);
+    };
+    QRect yttre = r.adjusted(-bredd - kant, -bredd - kant, bredd + kant, bredd + kant);
+    ram(yttre, kant, QColor(40, 30, 0));
+    ram(yttre.adjusted(kant, kant, -kant, -kant), bredd, QColor(255, 220, 0));
+    ram(r, kant, QColor(40, 30, 0));
+    p.restore();
 }

@@ -9,8 +9,10 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 class DragFonster;
+class Tangentbord;
 
 // The play area: owns the game being played, composes the table in an off-screen frame
 // (background copy, then the game's drawing) and shows only what changed, and turns the
@@ -110,6 +112,23 @@ public:
     char spelarNamn[20] = "Guest";
     bool tryckSparr = false;
 
+    // The keyboard's hand, through the same press and release the mouse makes: a click at
+    // `p`; cards taken at `p` (false when nothing was), carried so that the pointer is at
+    // `q`, and let go there; or put back where they lay.
+    void KlickaVid(BPoint p);
+    bool LyftVid(BPoint p);
+    void BarTill(BPoint q);
+    void SlappVid(BPoint q);
+    void LaggTillbaka();
+    // The keyboard's places and focus, as they are now.
+    Tangentbord& Tangenterna();
+    // Tells a screen reader `text`; the last one told.
+    // `nyPlats`: the text is the name of the place the frame has come to; else it tells
+    // what was done, and the place in the frame is read with it until the frame moves.
+    void Meddela(const std::string& text, bool nyPlats = false);
+    const std::string& Meddelat() const { return meddelat; }
+    bool Tillkannagivet() const { return tillkannagivet; }
+
 protected:
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
@@ -117,6 +136,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void MouseDown(BPoint where);
@@ -154,4 +174,12 @@ private:
     BPoint slappPunkt;
 
     DragFonster* dragFonster = nullptr;
+
+    void RitaFokus(QPainter& p);
+    bool KanTaTangent() const;
+    std::unique_ptr<Tangentbord> tangentbord;
+    // The table changed since the keyboard last took its places.
+    bool platserGamla = true;
+    std::string meddelat;
+    bool tillkannagivet = false;
 };

@@ -37,3 +37,22 @@ inline constexpr Option kOptions[] = {
      "Deal the game of --game, draw the table without a display and write it to FILE as a "
      "PNG picture, then exit."},
 };
+
+// The keys that play a game on the table, as the manual page and Help list them.
+struct KeyHelp {
+    const char* keys;
+    const char* description;
+};
+
+inline constexpr KeyHelp kPlayKeys[] = {
+    {"Left, Right", "Move the focus frame to the previous or next place, in reading order."},
+    {"Up, Down", "Move the frame to the nearest place in the row above or below."},
+    {"Home, End", "Move the frame to the first or last place."},
+    {"Enter, Space",
+     "Click the place in the frame: the game makes its move, as for a click of the mouse. "
+     "While cards are held: put them down here."},
+    {".", "Take the card in the frame, as a drag of the mouse takes it; again on the same pile, "
+          "one card more with it. Carry the cards with the arrows and put them down with Enter, "
+          "Space or \".\"; Enter on the pile they came from clicks the card they were taken by."},
+    {"Escape", "Put the held cards back where they were."},
+};

@@ -13,6 +13,7 @@
 
 #include <array>
 #include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -181,6 +182,15 @@ protected:
 
     bigtime_t startTid = 0;
     SpelYta* vy = nullptr;
+
+public:
+    // A button drawn on the table, and its text.
+    struct KnappPlats {
+        BRect ruta;
+        std::string namn;
+    };
+    // The buttons a player can click now; the piles are the rules' (Regler().Hogar).
+    virtual std::vector<KnappPlats> Knappar() const { return {}; }
 };
 
 // The click square of the games that take four pixels left or up as already a drag, and

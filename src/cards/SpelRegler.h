@@ -2,6 +2,7 @@
 
 #include "cards/Drag.h"
 #include "cards/Hiscore.h"
+#include "cards/Hogar.h"
 #include "cards/SpelBord.h"
 
 #include <memory>
@@ -30,6 +31,10 @@ public:
     virtual bool KlarSpel(SpelBord& bord) const = 0;
     // What the hiscore table records of this table besides its undos.
     virtual HiscoreResultat Resultat(const SpelBord& bord) const = 0;
+
+    // The table's piles in words, in the order a player reads the table; none where the
+    // game names none.
+    virtual std::vector<Hog> Hogar(const SpelBord& /*bord*/) const { return {}; }
 };
 
 // The functions one game's rules are written as, over its own table type B.
@@ -64,6 +69,14 @@ public:
     int Angra(SpelBord& b, Flygledare* flyg) const override { return fn.angra(Av(b), flyg); }
     bool KlarSpel(SpelBord& b) const override { return fn.klarSpel(Av(b)); }
     HiscoreResultat Resultat(const SpelBord& b) const override { return fn.resultat(Av(b)); }
+    // A game names its piles with a function HogTabell over its table, in the table's own
+    // namespace.
+    std::vector<Hog> Hogar(const SpelBord& b) const override {
+        if constexpr (requires(const B& t) { HogTabell(t); })
+            return HogTabell(Av(b));
+        else
+            return {};
+    }
 
 private:
     static B& Av(SpelBord& b) { return static_cast<B&>(b); }

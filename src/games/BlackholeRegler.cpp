@@ -145,3 +145,17 @@ const SpelRegler& Regler() {
 }
 
 } // namespace BlackholeRegler
+
+namespace BlackholeRegler {
+
+std::vector<Hog> HogTabell(const Stallning& /*bord*/) {
+    std::vector<Hog> hogar;
+    hogar.push_back({HogSlag::Hal, 0, kForstaHal, kSistaHal});
+    for (int f = 0; f < kSolfjadrar; ++f) {
+        int bas = kForstaSolfjader + kPlatserPerSolfjader * f;
+        hogar.push_back({HogSlag::Solfjader, f + 1, bas, bas + kPlatserPerSolfjader - 1});
+    }
+    return hogar;
+}
+
+} // namespace BlackholeRegler

@@ -202,3 +202,16 @@ const SpelRegler& Regler() {
 }
 
 } // namespace FarfarsklockaRegler
+
+namespace FarfarsklockaRegler {
+
+std::vector<Hog> HogTabell(const Stallning& /*bord*/) {
+    std::vector<Hog> hogar;
+    for (int k = 0; k < kAntalKlockhogar; ++k)
+        hogar.push_back({HogSlag::Klocka, k + 1, KlockBas(k), KlockBas(k) + kPlatserPerHog - 1});
+    for (int p = 0; p < kAntalHogar; ++p)
+        hogar.push_back({HogSlag::Hog, p + 1, HogBas(p), HogBas(p) + kPlatserPerHog - 1});
+    return hogar;
+}
+
+} // namespace FarfarsklockaRegler

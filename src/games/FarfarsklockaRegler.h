@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cards/Drag.h"
+#include "cards/Hogar.h"
 #include "cards/Kort.h"
 #include "cards/Lucka.h"
 #include "cards/SpelBord.h"
@@ -106,5 +107,12 @@ bool KlarSpel(Stallning& bord);
 // The cards on the clock.
 HiscoreResultat Resultat(const Stallning& bord);
 const SpelRegler& Regler();
+
+} // namespace FarfarsklockaRegler
+
+namespace FarfarsklockaRegler {
+
+// The table's piles in words.
+std::vector<Hog> HogTabell(const Stallning& bord);
 
 } // namespace FarfarsklockaRegler

@@ -209,3 +209,17 @@ const SpelRegler& Regler() {
 }
 
 } // namespace GodnattvalsenRegler
+
+namespace GodnattvalsenRegler {
+
+std::vector<Hog> HogTabell(const Stallning& /*bord*/) {
+    std::vector<Hog> hogar;
+    for (int c = 0; c < kKolumner; ++c)
+        hogar.push_back({HogSlag::Grund, c + 1, GrundBas(c), GrundBas(c) + kGrundPlatser - 1});
+    for (int c = 0; c < kKolumner; ++c)
+        hogar.push_back({HogSlag::Hog, c + 1, HogBas(c), GrundBas(c) + kPerKolumn - 1});
+    hogar.push_back({HogSlag::Lek, 0, kForstaLek, kSistaLek});
+    return hogar;
+}
+
+} // namespace GodnattvalsenRegler

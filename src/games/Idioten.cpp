@@ -160,3 +160,9 @@ std::optional<Gest> Idioten::GestFor(const Drag& drag) const {
         return std::nullopt;
     return DragGest(fran, till);
 }
+
+std::vector<Patiens::KnappPlats> Idioten::Knappar() const {
+    if (bord.forsok >= kSistaGiv)
+        return {};
+    return {{bord.knapp, bord.forsok == 1 ? "Next try" : "Last try"}};
+}

@@ -27,6 +27,7 @@ public:
     int Forsok() const { return bord.forsok; }
     int KlaraKort() const { return bord.klaraKort; }
     BRect KnappPos() const { return bord.knapp; }
+    std::vector<KnappPlats> Knappar() const override;
 
 protected:
     int DropMalFor(int lucka, BPoint q) const override;

@@ -221,3 +221,17 @@ std::optional<Drag> DropDrag(const Stallning& bord, int forsta, int topp, BPoint
 }
 
 } // namespace Idioten2Regler
+
+namespace Idioten2Regler {
+
+std::vector<Hog> HogTabell(const Stallning& /*bord*/) {
+    std::vector<Hog> hogar;
+    for (int c = 0; c < kKolumner; ++c)
+        hogar.push_back(
+            {HogSlag::Kolumn, c + 1, KolumnBas(c), KolumnBas(c) + kPlatserPerKolumn - 1});
+    hogar.push_back({HogSlag::Lek, 0, kForstaLek, kSistaLek});
+    hogar.push_back({HogSlag::Kast, 0, kForstaKasserad, kSistaKasserad});
+    return hogar;
+}
+
+} // namespace Idioten2Regler

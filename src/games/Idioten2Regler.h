@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cards/Drag.h"
+#include "cards/Hogar.h"
 #include "cards/Kort.h"
 #include "cards/Lucka.h"
 #include "cards/SpelBord.h"
@@ -108,5 +109,12 @@ const SpelRegler& Regler();
 // The moves a click on slot `traff` and a drop of the lifted cards at `q` make.
 std::optional<Drag> KlickDrag(const Stallning& bord, int traff);
 std::optional<Drag> DropDrag(const Stallning& bord, int forsta, int topp, BPoint q);
+
+} // namespace Idioten2Regler
+
+namespace Idioten2Regler {
+
+// The table's piles in words.
+std::vector<Hog> HogTabell(const Stallning& bord);
 
 } // namespace Idioten2Regler

@@ -249,3 +249,17 @@ const SpelRegler& Regler() {
 }
 
 } // namespace IdiotenRegler
+
+namespace IdiotenRegler {
+
+std::vector<Hog> HogTabell(const Stallning& /*bord*/) {
+    std::vector<Hog> hogar;
+    for (int r = 0; r < kRader; ++r)
+        for (int c = 0; c < kKolumner; ++c) {
+            int i = kKolumner * r + c;
+            hogar.push_back({HogSlag::Ruta, c + 1, i, i, r + 1});
+        }
+    return hogar;
+}
+
+} // namespace IdiotenRegler

@@ -461,3 +461,26 @@ std::optional<Drag> DropDrag(const Stallning& bord, int forsta, int topp, BPoint
 }
 
 } // namespace KolumnRegler
+
+namespace KolumnRegler {
+
+std::vector<Hog> HogTabell(const Stallning& bord) {
+    const Plan& plan = *bord.plan;
+    std::vector<Hog> hogar;
+    for (int c = 0; c < plan.kolumner; ++c)
+        hogar.push_back({HogSlag::Kolumn, c + 1, kPlatserPerKolumn * c,
+                         kPlatserPerKolumn * c + kPlatserPerKolumn - 1});
+    for (int r = 0; r < plan.reserver; ++r) {
+        int bas = kPlatserPerKolumn * (plan.kolumner + r);
+        hogar.push_back({HogSlag::Reserv, r + 1, bas, bas + kPlatserPerKolumn - 1});
+    }
+    for (int f = 0; f < plan.friceller; ++f)
+        hogar.push_back(
+            {HogSlag::Fricell, f + 1, kForstaFricell + 2 * f, kForstaFricell + 2 * f + 1});
+    for (int g = 0; g < 4; ++g)
+        hogar.push_back({HogSlag::Grund, g + 1, plan.forstaGrund + plan.grundSteg * g,
+                         plan.forstaGrund + plan.grundSteg * g + kNivaer - 1});
+    return hogar;
+}
+
+} // namespace KolumnRegler

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cards/Drag.h"
+#include "cards/Hogar.h"
 #include "cards/Kort.h"
 #include "cards/Lucka.h"
 #include "cards/Luckor.h"
@@ -175,5 +176,12 @@ template <const Plan& (*PlanFor)()> const SpelRegler& ReglerMed() {
 // std::nullopt when nothing moves.
 std::optional<Drag> KlickDrag(const Stallning& bord, int traff);
 std::optional<Drag> DropDrag(const Stallning& bord, int forsta, int topp, BPoint q);
+
+} // namespace KolumnRegler
+
+namespace KolumnRegler {
+
+// The table's piles in words.
+std::vector<Hog> HogTabell(const Stallning& bord);
 
 } // namespace KolumnRegler

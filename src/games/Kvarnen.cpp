@@ -50,3 +50,7 @@ std::optional<BPoint> Kvarnen::KnappPunkt() const {
     const BRect& k = bord.knapp;
     return BPoint((k.left + k.right) / 2, (k.top + k.bottom) / 2);
 }
+
+std::vector<Patiens::KnappPlats> Kvarnen::Knappar() const {
+    return {{bord.knapp, "Next Deal"}};
+}

@@ -18,6 +18,7 @@ public:
 
     int Giv() const { return bord.giv; }
     BRect KnappPos() const { return bord.knapp; }
+    std::vector<KnappPlats> Knappar() const override;
 
 private:
     std::optional<BPoint> KnappPunkt() const override;

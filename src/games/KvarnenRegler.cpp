@@ -185,3 +185,16 @@ const SpelRegler& Regler() {
 }
 
 } // namespace KvarnenRegler
+
+namespace KvarnenRegler {
+
+std::vector<Hog> HogTabell(const Stallning& /*bord*/) {
+    std::vector<Hog> hogar;
+    for (int k = 0; k < 4; ++k)
+        hogar.push_back({HogSlag::Grund, k + 1, GrundBas(k), GrundBas(k) + kPlatserPerHog - 1});
+    for (int p = 0; p < kAntalHogar; ++p)
+        hogar.push_back({HogSlag::Hog, p + 1, HogBas(p), HogBas(p) + kPlatserPerHog - 1});
+    return hogar;
+}
+
+} // namespace KvarnenRegler

@@ -375,3 +375,20 @@ const SpelRegler& Regler() {
 }
 
 } // namespace PyramidenRegler
+
+namespace PyramidenRegler {
+
+std::vector<Hog> HogTabell(const Stallning& /*bord*/) {
+    std::vector<Hog> hogar;
+    for (int r = 0; r < kRader; ++r)
+        for (int k = 0; k <= r; ++k) {
+            int i = r * (r + 1) / 2 + k;
+            hogar.push_back({HogSlag::Pyramid, k + 1, i, i, r + 1});
+        }
+    hogar.push_back({HogSlag::Lek, 0, kForstaLek, kSistaLek});
+    hogar.push_back({HogSlag::Avfall, 0, kForstaHog, kSistaHog});
+    hogar.push_back({HogSlag::Kast, 0, kForstaKast, kSistaKast});
+    return hogar;
+}
+
+} // namespace PyramidenRegler

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cards/Drag.h"
+#include "cards/Hogar.h"
 #include "cards/Kort.h"
 #include "cards/Lucka.h"
 #include "cards/SpelBord.h"
@@ -142,5 +143,12 @@ int Angra(Stallning& bord, Flygledare* flyg);
 bool KlarSpel(Stallning& bord);
 HiscoreResultat Resultat(const Stallning& bord);
 const SpelRegler& Regler();
+
+} // namespace PyramidenRegler
+
+namespace PyramidenRegler {
+
+// The table's piles in words.
+std::vector<Hog> HogTabell(const Stallning& bord);
 
 } // namespace PyramidenRegler

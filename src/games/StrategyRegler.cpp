@@ -191,3 +191,18 @@ const SpelRegler& Regler() {
 }
 
 } // namespace StrategyRegler
+
+namespace StrategyRegler {
+
+std::vector<Hog> HogTabell(const Stallning& /*bord*/) {
+    std::vector<Hog> hogar;
+    hogar.push_back({HogSlag::Lek, 0, kForstaLek, kSistaLek});
+    for (int c = 0; c < kHogar; ++c)
+        hogar.push_back({HogSlag::Hog, c + 1, kPerHog * c, kPerHog * c + kPerHog - 1});
+    for (int f = 0; f < 4; ++f)
+        hogar.push_back({HogSlag::Grund, f + 1, kForstaGrund + kPerHog * f,
+                         kForstaGrund + kPerHog * f + kPerHog - 1});
+    return hogar;
+}
+
+} // namespace StrategyRegler

@@ -180,3 +180,14 @@ const SpelRegler& Regler() {
 }
 
 } // namespace TowerRegler
+
+namespace TowerRegler {
+
+std::vector<Hog> HogTabell(const Stallning& /*bord*/) {
+    std::vector<Hog> hogar;
+    for (int t = 0; t < kTorn; ++t)
+        hogar.push_back({HogSlag::Torn, t + 1, kPerTorn * t, kPerTorn * t + kPerTorn - 1});
+    return hogar;
+}
+
+} // namespace TowerRegler

@@ -559,6 +559,32 @@ WelcomeView::WelcomeView(QWidget* parent, AttributeStore& attributStore)
     } else {
         rubrikRad->VisaRubrik(QString::fromLatin1(kIngenTabell), {});
     }
+    GeTillganglighet();
+}
+
+// Names and descriptions a screen reader reads, and the order Tab goes in: the name, the
+// games, the chosen game's hiscores, then the options.
+void WelcomeView::GeTillganglighet() {
+    spelarFalt->setAccessibleName(QStringLiteral("Player name"));
+    spelarFalt->setAccessibleDescription(
+        QStringLiteral("The name your results are entered under in the hiscore tables"));
+    spelLista->setAccessibleName(QStringLiteral("Games"));
+    spelLista->setAccessibleDescription(
+        QStringLiteral("Choose a game to see its hiscores; Enter or a second click starts it"));
+    hiscoreLista->setAccessibleName(QStringLiteral("Hiscore table"));
+    hiscoreLista->setAccessibleDescription(
+        QStringLiteral("The 40 best results of the chosen game, one a row, best first"));
+    animeringsRuta->setAccessibleDescription(QStringLiteral("Cards fly when they move"));
+    oppnaKnapp->setAccessibleDescription(QStringLiteral("A picture to lay under the cards"));
+    rensaKnapp->setAccessibleDescription(QStringLiteral("The plain green table again"));
+    aterstallKnapp->setAccessibleDescription(
+        QStringLiteral("The plain table, animation on, and the first windows' places forgotten"));
+    QWidget* forra = spelarFalt;
+    for (QWidget* nasta : std::initializer_list<QWidget*>{spelLista, hiscoreLista, animeringsRuta,
+                                                          oppnaKnapp, rensaKnapp, aterstallKnapp}) {
+        QWidget::setTabOrder(forra, nasta);
+        forra = nasta;
+    }
 }
 
 void WelcomeView::resizeEvent(QResizeEvent*) {

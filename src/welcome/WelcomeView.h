@@ -144,4 +144,6 @@ protected:
 
 private:
     QImage bakgrund;
+
+    void GeTillganglighet();
 };

@@ -9,6 +9,7 @@
 #include "platform/AttributeStore.h"
 #include "support/Brevlada.h"
 #include "support/Gester.h"
+#include "support/Tangenter.h"
 
 #include <QColor>
 #include <QCoreApplication>
@@ -47,6 +48,8 @@ template <typename Spel> struct Testbord {
     // `tomt` every slot is emptied after the deal.
     Testbord(int spelNr, unsigned fro, bool tomt = false, int bredd = 640, int hojd = 480,
              bool animera = false) {
+        nummer = spelNr;
+        storlek = {bredd, hojd};
         vy = VyMedSpel(spelNr, fro, bredd, hojd, animera);
         vy->window()->installEventFilter(brevlada.get());
         spel = dynamic_cast<Spel*>(vy->Spel());
@@ -169,8 +172,27 @@ template <typename Spel> struct Testbord {
 
     // Wins the game along `dragen` by the gestures the game names for them, as
     // SpelaGenomVyn and VunnetMedEttBesked check.
+    // The same moves are then made with keys only, from the same table in a second view: the
+    // same won table, and the same hiscore entry.
     void VinnGenomVyn(const std::vector<Drag>& dragen, int kort, int giv) {
+        auto tangenter = VyMedSpel(nummer, 1, storlek.first, storlek.second);
+        tangenter->Spel()->Tabell().TaFran(spel->Tabell());
+        tangenter->InvalidateOffscreen();
         QCOMPARE(SpelaGenomVyn(dragen), QString());
+        QCOMPARE(SpelaMedTangenter(*tangenter, dragen), QString());
+        QVERIFY(tangenter->Spel()->Tabell().Lika(spel->Tabell()));
         VunnetMedEttBesked(kort, giv);
+        std::strcpy(tangenter->spelarNamn, "Vinnare");
+        const int plats = tangenter->Spel()->AddHiscore();
+        QVERIFY(plats == 1 || plats == 2);
+        HighScoreTable medMus = Post(3 - plats);
+        HighScoreTable medTangenter = Post(plats);
+        QCOMPARE(QByteArray(medTangenter.namn), QByteArray(medMus.namn));
+        QCOMPARE(medTangenter.kort, medMus.kort);
+        QCOMPARE(medTangenter.giv, medMus.giv);
+        QCOMPARE(medTangenter.angra, medMus.angra);
     }
+
+    int nummer = 0;
+    std::pair<int, int> storlek;
 };

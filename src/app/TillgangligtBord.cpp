@@ -1,0 +1,137 @@
+#include "app/TillgangligtBord.h"
+
+#include "app/FjolkView.h"
+#include "app/Tangentbord.h"
+#include "platform/QtGeometry.h"
+
+namespace {
+
+// One place of the table; it reads the place at its index as the table is now.
+class TillgangligPlats : public QAccessibleInterface {
+public:
+    TillgangligPlats(const TillgangligtBord* bord, int index) : bordet(bord), nr(index) {}
+
+    bool isValid() const override { return Platsen() != nullptr; }
+    QObject* object() const override { return nullptr; }
+    QWindow* window() const override { return bordet->window(); }
+    QAccessibleInterface* focusChild() const override { return nullptr; }
+    QAccessibleInterface* childAt(int, int) const override { return nullptr; }
+    QAccessibleInterface* parent() const override {
+        return QAccessible::queryAccessibleInterface(bordet->Vy());
+    }
+    QAccessibleInterface* child(int) const override { return nullptr; }
+    int childCount() const override { return 0; }
+    int indexOfChild(const QAccessibleInterface*) const override { return -1; }
+    QString text(QAccessible::Text t) const override {
+        const BordsPlats* p = Platsen();
+        if (p == nullptr)
+            return {};
+        FjolkView* vy = bordet->Vy();
+        if (t == QAccessible::Description)
+            return vy->Tillkannagivet() && vy->Tangenterna().Fokus() == nr
+                       ? QString::fromStdString(vy->Meddelat())
+                       : QString();
+        if (t != QAccessible::Name)
+            return {};
+        if (vy->Tillkannagivet() && vy->Tangenterna().Fokus() == nr)
+            return QString::fromStdString(vy->Meddelat() + ". " + p->namn);
+        return QString::fromStdString(p->namn);
+    }
+    void setText(QAccessible::Text, const QString&) override {}
+    QRect rect() const override {
+        const BordsPlats* p = Platsen();
+        if (p == nullptr)
+            return {};
+        QRect r = ToQRect(p->ram);
+        return QRect(bordet->Vy()->mapToGlobal(r.topLeft()), r.size());
+    }
+    QAccessible::Role role() const override {
+        const BordsPlats* p = Platsen();
+        return p != nullptr && p->knapp >= 0 ? QAccessible::Button : QAccessible::Cell;
+    }
+    QAccessible::State state() const override {
+        QAccessible::State s;
+        s.focusable = true;
+        s.focused =
+            bordet->Vy()->Tangenterna().Fokus() == nr && bordet->Vy()->Tangenterna().Synlig();
+        s.invalid = Platsen() == nullptr;
+        return s;
+    }
+
+private:
+    const BordsPlats* Platsen() const {
+        const auto& platser = bordet->Vy()->Tangenterna().Platserna();
+        return nr < static_cast<int>(platser.size()) ? &platser[nr] : nullptr;
+    }
+
+    const TillgangligtBord* bordet;
+    int nr;
+};
+
+QAccessibleInterface* Fabrik(const QString& klass, QObject* objekt) {
+    if (klass == QLatin1String("QWidget"))
+        if (auto* vy = dynamic_cast<FjolkView*>(objekt))
+            return new TillgangligtBord(vy);
+    return nullptr;
+}
+
+} // namespace
+
+TillgangligtBord::TillgangligtBord(FjolkView* view)
+    : QAccessibleWidget(view, QAccessible::Table, QStringLiteral("table")) {}
+
+TillgangligtBord::~TillgangligtBord() {
+    for (auto [nr, id] : barn)
+        QAccessible::deleteAccessibleInterface(id);
+}
+
+FjolkView* TillgangligtBord::Vy() const {
+    return static_cast<FjolkView*>(widget());
+}
+
+int TillgangligtBord::childCount() const {
+    return static_cast<int>(Vy()->Tangenterna().Platserna().size());
+}
+
+QAccessibleInterface* TillgangligtBord::child(int index) const {
+    if (index < 0 || index >= childCount())
+        return nullptr;
+    auto det = barn.find(index);
+    if (det == barn.end()) {
+        auto* plats = new TillgangligPlats(this, index);
+        det = barn.emplace(index, QAccessible::registerAccessibleInterface(plats)).first;
+    }
+    return QAccessible::accessibleInterface(det->second);
+}
+
+int TillgangligtBord::indexOfChild(const QAccessibleInterface* c) const {
+    for (auto [nr, id] : barn)
+        if (QAccessible::accessibleInterface(id) == c)
+            return nr < childCount() ? nr : -1;
+    return -1;
+}
+
+QAccessibleInterface* TillgangligtBord::focusChild() const {
+    return child(Vy()->Tangenterna().Fokus());
+}
+
+QAccessibleInterface* TillgangligtBord::childAt(int x, int y) const {
+    for (int i = 0; i < childCount(); ++i)
+        if (QAccessibleInterface* c = child(i); c != nullptr && c->rect().contains(x, y))
+            return c;
+    return nullptr;
+}
+
+QString TillgangligtBord::text(QAccessible::Text t) const {
+    if (t == QAccessible::Description)
+        return QString::fromStdString(Vy()->Meddelat());
+    return QAccessibleWidget::text(t);
+}
+
+void TillgangligtBord::Installera() {
+    static bool installerad = false;
+    if (!installerad) {
+        installerad = true;
+        QAccessible::installFactory(Fabrik);
+    }
+}

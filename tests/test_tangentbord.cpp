@@ -1,0 +1,450 @@
+#include "app/FjolkView.h"
+#include "app/Tangentbord.h"
+#include "cards/Hiscore.h"
+#include "cards/Hogar.h"
+#include "games/FreecellRegler.h"
+#include "games/Spelfabrik.h"
+#include "platform/AttributeStore.h"
+#include "platform/QtGeometry.h"
+#include "support/Gester.h"
+#include "support/Losare.h"
+#include "support/Tangenter.h"
+#include "support/Testbord.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cstdlib>
+#include <random>
+
+// The table played with keys only: every move the rules list can be made by the keys, and
+// makes the same table as the rules' own move; the focus frame stays on a place a player
+// can act on through undo, a new deal and a resize; Escape puts taken cards back.
+
+namespace {
+
+std::unique_ptr<SpelBord> EfterDrag(const SpelRegler& regler, const SpelBord& fore,
+                                    const Drag& drag, unsigned fro) {
+    auto kopia = fore.Kopia();
+    std::srand(fro);
+    regler.GorDrag(*kopia, drag, nullptr);
+    regler.KlarSpel(*kopia);
+    return kopia;
+}
+
+QString PlanText(FjolkView& vy, const std::optional<TangentPlan>& plan) {
+    if (!plan)
+        return {};
+    const std::vector<BordsPlats>& platser = vy.Tangenterna().Platserna();
+    QString text = QStringLiteral(" (from %1, card %2")
+                       .arg(QString::fromStdString(platser[plan->kalla].namn))
+                       .arg(plan->grepp);
+    if (!plan->klick)
+        text += QStringLiteral(" to ") + QString::fromStdString(platser[plan->mal].namn);
+    return text + QLatin1Char(')');
+}
+
+// Every listed move, made by keys from the table `fore`, each from that table again.
+QString VarjeDragMedTangenter(FjolkView& vy, std::mt19937& slump) {
+    Patiens& spel = *vy.Spel();
+    const SpelRegler& regler = spel.Regler();
+    auto fore = spel.Tabell().Kopia();
+    QString fel;
+    for (const Drag& d : regler.LagligaDrag(*fore)) {
+        spel.Tabell().TaFran(*fore);
+        vy.InvalidateOffscreen();
+        std::optional<Gest> gest = spel.GestFor(d);
+        // A press on a card over the stock makes two moves as one; the keys make them one
+        // after the other.
+        if (!gest || (d.slag == DragSlag::Knapp && d.fran >= 0))
+            continue;
+        unsigned fro = slump();
+        std::srand(fro);
+        std::optional<TangentPlan> plan = PlanFor(vy.Tangenterna().Platserna(), *gest);
+        QString vagen = PlanText(vy, plan);
+        QString varfor = GorMedTangenter(vy, *gest);
+        if (varfor.isEmpty() && !EfterDrag(regler, *fore, d, fro)->Lika(spel.Tabell()))
+            varfor = QStringLiteral("the keys made something else");
+        if (!varfor.isEmpty()) {
+            fel = QString::fromStdString(Beskriv(d)) + ": " + varfor + vagen;
+            break;
+        }
+    }
+    spel.Tabell().TaFran(*fore);
+    vy.InvalidateOffscreen();
+    return fel;
+}
+
+// A move the rules list, made by the rules, to reach other tables; never a new attempt,
+// which shuffles.
+bool SlumpDrag(Patiens& spel, std::mt19937& slump) {
+    std::vector<Drag> dragen = spel.Regler().LagligaDrag(spel.Tabell());
+    std::erase_if(dragen, [](const Drag& d) { return d.slag == DragSlag::NyttForsok; });
+    if (dragen.empty())
+        return false;
+    const Drag& d = dragen[std::uniform_int_distribution<size_t>(0, dragen.size() - 1)(slump)];
+    spel.Regler().GorDrag(spel.Tabell(), d, nullptr);
+    spel.Regler().KlarSpel(spel.Tabell());
+    return true;
+}
+
+void VarjeSpel() {
+    QTest::addColumn<int>("spelNr");
+    for (int nr = 0; nr < kAntalSpel; ++nr)
+        if (SpelFinns(nr))
+            QTest::addRow("%s", SpelNamn(nr)) << nr;
+}
+
+} // namespace
+
+class TangentbordTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { AttributeStore::SetDataDirectory(dir.path().toStdString()); }
+
+    void varjeDragMedTangenter_data() { VarjeSpel(); }
+    void varjeDragMedTangenter() {
+        QFETCH(int, spelNr);
+        for (unsigned seed : {1u, 2u}) {
+            auto vy = VyMedSpel(spelNr, seed, 1280, 1024);
+            std::mt19937 slump(seed);
+            for (int steg = 0; steg < 24; ++steg) {
+                if (steg % 6 == 0) {
+                    QString fel = VarjeDragMedTangenter(*vy, slump);
+                    QVERIFY2(
+                        fel.isEmpty(),
+                        qPrintable(QStringLiteral("seed %1 step %2: ").arg(seed).arg(steg) + fel));
+                }
+                if (!SlumpDrag(*vy->Spel(), slump))
+                    break;
+                vy->InvalidateOffscreen();
+            }
+        }
+    }
+
+    // Taken cards put back with Escape leave the table as it was, with no move recorded.
+    void escapeLaggerTillbaka_data() { VarjeSpel(); }
+    void escapeLaggerTillbaka() {
+        QFETCH(int, spelNr);
+        auto vy = VyMedSpel(spelNr, 4, 1280, 1024);
+        const std::vector<BordsPlats> platser = vy->Tangenterna().Platserna();
+        int provade = 0;
+        for (int k = 0; k < static_cast<int>(platser.size()) && provade < 3; ++k) {
+            auto fore = vy->Spel()->Tabell().Kopia();
+            TillPlats(*vy, k);
+            Tangent(*vy, Qt::Key_Period);
+            if (!vy->Tangenterna().Haller())
+                continue;
+            ++provade;
+            Tangent(*vy, Qt::Key_Right);
+            Tangent(*vy, Qt::Key_Escape);
+            QVERIFY(!vy->Tangenterna().Haller());
+            QVERIFY(!vy->GestPagar());
+            QCOMPARE(vy->Meddelat(), std::string("put back"));
+            QVERIFY2(vy->Spel()->Tabell().Lika(*fore), qPrintable(QString::number(k)));
+        }
+        QVERIFY(provade > 0);
+        // A press of the mouse while keys hold cards puts them back too, and is a press.
+        auto fore = vy->Spel()->Tabell().Kopia();
+        TillPlats(*vy, 0);
+        for (int k = 0; k < 40 && !vy->Tangenterna().Haller(); ++k) {
+            Tangent(*vy, Qt::Key_Right);
+            Tangent(*vy, Qt::Key_Period);
+        }
+        QVERIFY(vy->Tangenterna().Haller());
+        QTest::mousePress(vy.get(), Qt::LeftButton, Qt::NoModifier, QPoint(1, 1000));
+        QVERIFY(!vy->Tangenterna().Haller());
+        QVERIFY(vy->GestPagar());
+        QTest::mouseRelease(vy.get(), Qt::LeftButton, Qt::NoModifier, QPoint(1, 1000));
+        QVERIFY(!vy->GestPagar());
+        QVERIFY(vy->Spel()->Tabell().Lika(*fore));
+    }
+
+    // The frame is only ever on a place a player acts on, inside the table, and stays on
+    // the same place through an undo, a new deal and a resize.
+    void fokusOverleverAngraGivOchStorlek_data() { VarjeSpel(); }
+    void fokusOverleverAngraGivOchStorlek() {
+        QFETCH(int, spelNr);
+        auto vy = VyMedSpel(spelNr, 5, 1280, 1024);
+        auto giltiga = [&] {
+            for (const BordsPlats& p : vy->Tangenterna().Platserna()) {
+                if (!vy->Bounds().Contains(p.klick) || !(vy->Bounds() & p.ram).IsValid())
+                    return false;
+                if (p.hog >= 0 && p.luckor.empty()) {
+                    Hog h = vy->Spel()->Regler().Hogar(vy->Spel()->Tabell())[p.hog];
+                    if (h.slag == HogSlag::Kast || h.slag == HogSlag::Pyramid)
+                        return false;
+                }
+            }
+            return !vy->Tangenterna().Platserna().empty();
+        };
+        QVERIFY(giltiga());
+        Tangent(*vy, Qt::Key_Right, 3);
+        BordsPlats vald = *vy->Tangenterna().FokusPlats();
+        QVERIFY(vy->Tangenterna().Synlig());
+        std::vector<Drag> dragen = vy->Spel()->Regler().LagligaDrag(vy->Spel()->Tabell());
+        QVERIFY(!dragen.empty());
+        QCOMPARE(GorMedTangenter(*vy, *vy->Spel()->GestFor(dragen.front())), QString());
+        TillPlats(*vy, 3);
+        vald = *vy->Tangenterna().FokusPlats();
+        if (vy->Spel()->Has_Undos()) {
+            vy->Spel()->Undo();
+            QVERIFY(giltiga());
+            QVERIFY(vy->Tangenterna().FokusPlats()->SammaSom(vald));
+        }
+        vy->Spel()->NyttSpel(vy->Bounds());
+        vy->InvalidateOffscreen();
+        QVERIFY(giltiga());
+        QVERIFY(vy->Tangenterna().FokusPlats()->SammaSom(vald));
+        vy->resize(1000, 800);
+        QVERIFY(giltiga());
+        QVERIFY(vy->Tangenterna().FokusPlats()->SammaSom(vald));
+        QVERIFY(vy->Tangenterna().Synlig());
+        // A press of the mouse hides the frame; the next key shows it where it was.
+        QTest::mousePress(vy.get(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
+        QTest::mouseRelease(vy.get(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
+        QVERIFY(!vy->Tangenterna().Synlig());
+    }
+
+    void platserUppochNer() {
+        // Freecell: free cells and foundations in the top row, the columns below.
+        auto vy = VyMedSpel(8, 3, 1280, 1024);
+        Tangent(*vy, Qt::Key_Home);
+        QCOMPARE(vy->Meddelat(), std::string("free cell 1: empty"));
+        Tangent(*vy, Qt::Key_End);
+        QCOMPARE(vy->Tangenterna().FokusPlats()->namn.substr(0, 9), std::string("column 8:"));
+        Tangent(*vy, Qt::Key_Up);
+        QCOMPARE(vy->Meddelat(), std::string("foundation 4: empty"));
+        Tangent(*vy, Qt::Key_Down);
+        QCOMPARE(vy->Tangenterna().FokusPlats()->namn.substr(0, 9), std::string("column 8:"));
+        Tangent(*vy, Qt::Key_Left);
+        QCOMPARE(vy->Tangenterna().FokusPlats()->namn.substr(0, 9), std::string("column 7:"));
+    }
+
+    void hogarIOrd() {
+        std::vector<Lucka> luckor(30, Lucka(BRect(0, 0, 0, 0), false));
+        for (auto [i, farg, valor] :
+             {std::tuple{0, HJARTER, 13}, std::tuple{1, SPADER, 12}, std::tuple{2, RUTER, 11},
+              std::tuple{3, HJARTER, 8}, std::tuple{4, KLOVER, 7}})
+            luckor[i].TaEmotKort(Kort(farg, valor, BRect(0, 0, 0, 0)));
+        QCOMPARE(BeskrivHog({HogSlag::Kolumn, 3, 0, 21}, luckor),
+                 std::string("column 3: seven of clubs on eight of hearts, 5 cards"));
+        QCOMPARE(BeskrivHog({HogSlag::Fricell, 2, 22, 23}, luckor),
+                 std::string("free cell 2: empty"));
+        QCOMPARE(BeskrivHog({HogSlag::Grund, 1, 0, 0}, luckor),
+                 std::string("foundation 1: king of hearts"));
+        QCOMPARE(BeskrivHog({HogSlag::Pyramid, 2, 1, 1, 7}, luckor),
+                 std::string("row 7, pyramid card 2: queen of spades"));
+        std::vector<Lucka> lek(20, Lucka(BRect(0, 0, 0, 0), true));
+        for (int i = 0; i < 14; ++i)
+            lek[i].TaEmotKort(Kort(KLOVER, i % 13 + 1, BRect(0, 0, 0, 0)));
+        QCOMPARE(BeskrivHog({HogSlag::Lek, 0, 0, 19}, lek), std::string("stock: 14 cards"));
+        QCOMPARE(KortNamn(Kort(SPADER, 1, BRect(0, 0, 0, 0))), std::string("ace of spades"));
+        QCOMPARE(KortNamn(Kort(RUTER, 10, BRect(0, 0, 0, 0))), std::string("ten of diamonds"));
+    }
+
+    // A won deal played with keys only ends in the same won table and hiscore entry as the
+    // same moves made with the mouse.
+    void vinstMedTangenter_data() {
+        QTest::addColumn<int>("spelNr");
+        QTest::addColumn<unsigned>("fro");
+        QTest::addRow("Freecell") << 8 << 29u;
+    }
+    void vinstMedTangenter() {
+        QFETCH(int, spelNr);
+        QFETCH(unsigned, fro);
+        auto mus = VyMedSpel(spelNr, fro, 1280, 1024);
+        auto tangenter = VyMedSpel(spelNr, fro, 1280, 1024);
+        const SpelRegler& regler = mus->Spel()->Regler();
+        std::vector<Drag> vag;
+        if (spelNr == 8) {
+            for (auto [fran, till] : FreecellRegler::Losning(mus->Spel()->Luckor(), 400000))
+                vag.push_back(KortDrag(fran, till));
+        } else {
+            vag = SokVinst(regler, mus->Spel()->Tabell(), 200000).value_or(std::vector<Drag>{});
+        }
+        QVERIFY(!vag.empty());
+        for (const Drag& d : vag) {
+            // The move as the rules list it now: a single card may be listed as a run of one.
+            std::vector<Drag> listade = regler.LagligaDrag(mus->Spel()->Tabell());
+            auto hittad = std::find_if(listade.begin(), listade.end(), [&](const Drag& l) {
+                auto a = mus->Spel()->Tabell().Kopia();
+                auto b = mus->Spel()->Tabell().Kopia();
+                regler.GorDrag(*a, l, nullptr);
+                regler.GorDrag(*b, d, nullptr);
+                return a->Lika(*b);
+            });
+            QVERIFY2(hittad != listade.end(), Beskriv(d).c_str());
+            std::optional<Gest> gest = mus->Spel()->GestFor(*hittad);
+            QVERIFY(gest.has_value());
+            GorGest(*mus, *gest);
+            QCOMPARE(GorMedTangenter(*tangenter, *tangenter->Spel()->GestFor(*hittad)), QString());
+            QVERIFY2(tangenter->Spel()->Tabell().Lika(mus->Spel()->Tabell()), Beskriv(d).c_str());
+        }
+        QVERIFY(mus->Spel()->KlarSpel());
+        QVERIFY(tangenter->Spel()->KlarSpel());
+        QVERIFY(tangenter->Tangenterna().Besked().ends_with("; won"));
+        AttributeStore::Program().RemoveAttr(HiscoreAttributNamn(spelNr).c_str());
+        QCOMPARE(mus->Spel()->AddHiscore(), 1);
+        // The same result, a moment later: first or second, whichever the clocks say.
+        int plats = tangenter->Spel()->AddHiscore();
+        QVERIFY(plats == 1 || plats == 2);
+        QCOMPARE(LasHiscore(spelNr)[2].kort, -1);
+        HiscoreLista tabell = LasHiscore(spelNr);
+        QCOMPARE(tabell[0].kort, tabell[1].kort);
+        QCOMPARE(tabell[0].giv, tabell[1].giv);
+        QCOMPARE(tabell[0].angra, tabell[1].angra);
+        QCOMPARE(QByteArray(tabell[0].namn), QByteArray(tabell[1].namn));
+    }
+
+    // A screen reader reads the table's places by name, follows the frame as the focus and
+    // hears each move.
+    void tillgangligtBord_data() { VarjeSpel(); }
+    void tillgangligtBord() {
+        QFETCH(int, spelNr);
+        auto vy = VyMedSpel(spelNr, 6, 1280, 1024);
+        vy->setFocus();
+        QAccessibleInterface* bord = QAccessible::queryAccessibleInterface(vy.get());
+        QVERIFY(bord != nullptr);
+        QCOMPARE(bord->role(), QAccessible::Table);
+        const std::vector<BordsPlats> platser = vy->Tangenterna().Platserna();
+        QCOMPARE(bord->childCount(), static_cast<int>(platser.size()));
+        for (int i = 0; i < bord->childCount(); ++i) {
+            QAccessibleInterface* plats = bord->child(i);
+            QCOMPARE(plats->text(QAccessible::Name), QString::fromStdString(platser[i].namn));
+            QCOMPARE(plats->role(),
+                     platser[i].knapp >= 0 ? QAccessible::Button : QAccessible::Cell);
+            QCOMPARE(bord->indexOfChild(plats), i);
+            QCOMPARE(plats->parent(), bord);
+        }
+        Tangent(*vy, Qt::Key_Right, 2);
+        QCOMPARE(bord->focusChild(), bord->child(2));
+        QVERIFY(bord->child(2)->state().focused);
+        QVERIFY(!bord->child(1)->state().focused);
+        QCOMPARE(bord->focusChild()->text(QAccessible::Name),
+                 QString::fromStdString(platser[2].namn));
+        QCOMPARE(bord->text(QAccessible::Description), QString::fromStdString(platser[2].namn));
+        // A move is told in words.
+        std::vector<Drag> dragen = vy->Spel()->Regler().LagligaDrag(vy->Spel()->Tabell());
+        QVERIFY(!dragen.empty());
+        QCOMPARE(GorMedTangenter(*vy, *vy->Spel()->GestFor(dragen.front())), QString());
+        QCOMPARE(bord->text(QAccessible::Description), QString::fromStdString(vy->Meddelat()));
+        // The focused place is read with it, until the frame moves on.
+        const BordsPlats* har = vy->Tangenterna().FokusPlats();
+        QCOMPARE(bord->focusChild()->text(QAccessible::Name),
+                 QString::fromStdString(vy->Meddelat() + ". " + har->namn));
+        QCOMPARE(bord->focusChild()->text(QAccessible::Description),
+                 QString::fromStdString(vy->Meddelat()));
+        QVERIFY2(vy->Meddelat() != "nothing moved", vy->Meddelat().c_str());
+        QCOMPARE(bord->childCount(), static_cast<int>(vy->Tangenterna().Platserna().size()));
+        Tangent(*vy, Qt::Key_Home);
+        QCOMPARE(bord->focusChild()->text(QAccessible::Name),
+                 QString::fromStdString(vy->Tangenterna().Platserna().front().namn));
+    }
+
+    // The end of a game laid out card by card, finished with the mouse in one view and with
+    // keys in another: the same won table and hiscore entry.
+    void slutetMedTangenter_data() {
+        QTest::addColumn<int>("spelNr");
+        QTest::addRow("Idioten 1") << 0;
+        QTest::addRow("Eight off") << 9;
+    }
+    void slutetMedTangenter() {
+        QFETCH(int, spelNr);
+        auto mus = VyMedSpel(spelNr, 3, 1280, 1024);
+        auto tangenter = VyMedSpel(spelNr, 3, 1280, 1024);
+        for (FjolkView* vy : {mus.get(), tangenter.get()}) {
+            Patiens& spel = *vy->Spel();
+            std::vector<Lucka>& luckor = spel.LuckorForTest();
+            for (Lucka& l : luckor)
+                l.TaBortKort();
+            spel.Tabell().undoLista.clear();
+            auto lagg = [&](int i, kortfarg farg, int valor) {
+                Kort k(farg, valor, BRect(0, 0, 0, 0));
+                k.NyPos(spel.FramsidaFor(k));
+                luckor[i].TaEmotKort(k);
+            };
+            for (int f = 0; f < 4; ++f) {
+                auto farg = static_cast<kortfarg>(f);
+                if (spelNr == 0) {
+                    // Every row built but its king, which lies one place too far right.
+                    for (int v = 2; v <= 12; ++v)
+                        lagg(13 * f + v - 2, farg, v);
+                    lagg(13 * f + 12, farg, 13);
+                } else {
+                    // The foundations built up to the queens; the kings in the columns.
+                    for (int v = 1; v <= 12; ++v)
+                        lagg(192 + 13 * f + v - 1, farg, v);
+                    lagg(22 * f, farg, 13);
+                }
+            }
+            spel.KlarSpel();
+            vy->InvalidateOffscreen();
+        }
+        const SpelRegler& regler = mus->Spel()->Regler();
+        int drag = 0;
+        while (!mus->Spel()->KlarSpel() && drag < 8) {
+            std::vector<Drag> listade = regler.LagligaDrag(mus->Spel()->Tabell());
+            auto hem = std::find_if(listade.begin(), listade.end(), [&](const Drag& d) {
+                return spelNr == 0 ? d.till % 13 == 11 : d.till >= 192;
+            });
+            QVERIFY(hem != listade.end());
+            GorGest(*mus, *mus->Spel()->GestFor(*hem));
+            QCOMPARE(SpelaMedTangenter(*tangenter, {*hem}), QString());
+            QVERIFY(tangenter->Spel()->Tabell().Lika(mus->Spel()->Tabell()));
+            ++drag;
+        }
+        QCOMPARE(drag, 4);
+        QVERIFY(mus->Spel()->KlarSpel());
+        QVERIFY(tangenter->Spel()->KlarSpel());
+        QVERIFY(tangenter->Tangenterna().Besked().ends_with("; won"));
+        AttributeStore::Program().RemoveAttr(HiscoreAttributNamn(spelNr).c_str());
+        QCOMPARE(mus->Spel()->AddHiscore(), 1);
+        int plats = tangenter->Spel()->AddHiscore();
+        QVERIFY(plats == 1 || plats == 2);
+        HiscoreLista tabell = LasHiscore(spelNr);
+        QCOMPARE(tabell[0].kort, tabell[1].kort);
+        QCOMPARE(tabell[0].giv, tabell[1].giv);
+        QCOMPARE(tabell[0].angra, tabell[1].angra);
+        QCOMPARE(QByteArray(tabell[0].namn), QByteArray(tabell[1].namn));
+    }
+
+    // The frame: two pixels of yellow between dark edges, around the place, on the screen but
+    // never in the table's own picture.
+    void ramenRitas() {
+        auto vy = VyMedSpel(8, 3, 1280, 1024);
+        QImage fore = vy->grab().toImage();
+        Tangent(*vy, Qt::Key_End);
+        const BordsPlats* plats = vy->Tangenterna().FokusPlats();
+        QVERIFY(plats != nullptr);
+        QImage bild = vy->grab().toImage();
+        QRect r = ToQRect(plats->ram);
+        const int y = r.center().y();
+        const QColor mork(40, 30, 0);
+        const QColor gul(255, 220, 0);
+        QCOMPARE(bild.pixelColor(r.left() - 3, y), mork);
+        QCOMPARE(bild.pixelColor(r.left() - 2, y), gul);
+        QCOMPARE(bild.pixelColor(r.left() - 1, y), gul);
+        QCOMPARE(bild.pixelColor(r.left(), y), mork);
+        QCOMPARE(bild.pixelColor(r.right() + 2, y), gul);
+        QCOMPARE(bild.pixelColor(r.center().x(), r.top() - 2), gul);
+        QCOMPARE(bild.pixelColor(r.center().x(), r.bottom() + 1), gul);
+        QCOMPARE(bild.pixelColor(r.left() - 4, y), fore.pixelColor(r.left() - 4, y));
+        QCOMPARE(bild.pixelColor(r.center()), fore.pixelColor(r.center()));
+        QVERIFY(vy->OffBitmap().pixelColor(r.left() - 2, y) != gul);
+        // A press of the mouse takes it away.
+        QTest::mousePress(vy.get(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 1000));
+        QTest::mouseRelease(vy.get(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 1000));
+        QCOMPARE(vy->grab().toImage().pixelColor(r.left() - 2, y),
+                 fore.pixelColor(r.left() - 2, y));
+    }
+
+private:
+    QTemporaryDir dir;
+};
+
+QTEST_MAIN(TangentbordTest)
+#include "test_tangentbord.moc"
