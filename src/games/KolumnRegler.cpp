@@ -4,6 +4,7 @@
 #include "games/LekRegler.h"
 
 #include <algorithm>
+#include <string>
 
 namespace KolumnRegler {
 
@@ -458,6 +459,162 @@ std::optional<Drag> DropDrag(const Stallning& bord, int forsta, int topp, BPoint
     if (mal.mal < 0)
         return std::nullopt;
     return RadDragMot(forsta, topp - forsta + 1, mal);
+}
+
+} // namespace KolumnRegler
+
+namespace KolumnRegler {
+
+namespace {
+
+// The cards from slot `forsta` up to the first empty one.
+void Hogen(const std::vector<Lucka>& luckor, int forsta, int sista, std::string& ut) {
+    for (int i = forsta; i <= sista && !luckor[i].Tom(); ++i)
+        ut.push_back(KortKod(luckor[i]));
+}
+
+void SorteradeHogar(std::vector<std::string>& hogar, std::string& nyckel) {
+    std::sort(hogar.begin(), hogar.end());
+    for (const std::string& h : hogar) {
+        nyckel += h;
+        nyckel.push_back('|');
+    }
+}
+
+// Eight off counts free places over nine pairs that take in its first free cell twice and
+// its first foundation's base; its other places are as interchangeable as in Freecell.
+bool NioPar(const Plan& plan) {
+    return plan.rakning == FriRakning::NioParVarannan;
+}
+
+// Places a card or run may go to that lead to the same table under the key: any empty
+// column, any empty free cell (but Eight off's first), any empty foundation base (but Eight
+// off's first). -1 for a place that is its own.
+int Klass(const Plan& plan, const std::vector<Lucka>& luckor, int till) {
+    if (!luckor[till].Tom())
+        return -1;
+    if (KolumnBas(plan, till))
+        return 0;
+    if (Fricell(plan, till))
+        return NioPar(plan) && till == kForstaFricell ? -1 : 1;
+    if (GrundBas(plan, till))
+        return NioPar(plan) && till == plan.forstaGrund ? -1 : 2;
+    return -1;
+}
+
+int Rang(const Plan& plan, const std::vector<Lucka>& luckor, const Drag& d) {
+    const bool franGrund = d.fran >= plan.forstaGrund;
+    const bool tillGrund = d.till >= plan.forstaGrund && d.till <= SistaGrund(plan);
+    if (tillGrund)
+        return 0;
+    if (franGrund)
+        return 6;
+    const bool tom = luckor[d.till].Tom() && (HogBas(plan, d.till) || Fricell(plan, d.till));
+    if (!tom)
+        return Fricell(plan, d.fran) ? 1 : 2;
+    if (KolumnBas(plan, d.till))
+        return HogBas(plan, d.fran) ? 7 : 4; // a whole pile to an empty column changes little
+    return 5;                                // into a free cell
+}
+
+class Kunskap final : public SokKunskap {
+public:
+    std::string PlatsNamn(const SpelBord& b, int i) const override {
+        const Plan& plan = *static_cast<const Stallning&>(b).plan;
+        auto nr = [](int n) { return std::to_string(n + 1); };
+        if (i >= 0 && i <= SistaKolumnLucka(plan))
+            return "column " + nr(i / kPlatserPerKolumn);
+        if (i >= 0 && i < (plan.kolumner + plan.reserver) * kPlatserPerKolumn)
+            return "reserve pile " + nr(i / kPlatserPerKolumn - plan.kolumner);
+        if (i >= kForstaFricell && i < kForstaFricell + 2 * plan.friceller)
+            return "free cell " + nr((i - kForstaFricell) / 2);
+        if (i >= plan.forstaGrund && i <= SistaGrund(plan))
+            return "foundation " + nr((i - plan.forstaGrund) / plan.grundSteg);
+        return SokKunskap::PlatsNamn(b, i);
+    }
+
+    // Where the columns stand does not matter to any move, nor which free cell holds a card
+    // (Eight off's first aside), nor which foundation a suit was built on (Eight off's first
+    // aside): the cards not in a column, reserve pile or free cell are on the foundations.
+    void Nyckel(const SpelBord& b, std::string& nyckel) const override {
+        const Plan& plan = *static_cast<const Stallning&>(b).plan;
+        const std::vector<Lucka>& l = b.luckor;
+        std::vector<std::string> hogar(static_cast<std::size_t>(plan.kolumner));
+        for (int c = 0; c < plan.kolumner; ++c)
+            Hogen(l, c * kPlatserPerKolumn, (c + 1) * kPlatserPerKolumn - 1, hogar[c]);
+        SorteradeHogar(hogar, nyckel);
+        hogar.assign(static_cast<std::size_t>(plan.reserver), {});
+        for (int r = 0; r < plan.reserver; ++r) {
+            int forsta = (plan.kolumner + r) * kPlatserPerKolumn;
+            Hogen(l, forsta, forsta + kPlatserPerKolumn - 1, hogar[r]);
+        }
+        SorteradeHogar(hogar, nyckel);
+        std::vector<std::string> celler;
+        for (int i = 0; i < plan.friceller; ++i) {
+            int cell = kForstaFricell + 2 * i;
+            std::string c{KortKod(l[cell]), KortKod(l[cell + 1])};
+            if (NioPar(plan) && i == 0)
+                nyckel += c;
+            else
+                celler.push_back(c);
+        }
+        SorteradeHogar(celler, nyckel);
+        if (NioPar(plan)) {
+            int topp = Toppen(l, plan.forstaGrund);
+            nyckel.push_back(topp < 0 ? '\0' : KortKod(l[topp]));
+        }
+        KortOchPlatser(l, plan.forstaLek, plan.antalLuckor - 1, nyckel);
+    }
+
+    // Foundations first, then cards off the free cells, then onto cards, then into empty
+    // places, and last off the foundations. Of the moves of one card or run into
+    // interchangeable empty places only the first is kept: the others reach the same key.
+    void Ordna(const SpelBord& b, std::vector<Drag>& dragen) const override {
+        const Plan& plan = *static_cast<const Stallning&>(b).plan;
+        const std::vector<Lucka>& l = b.luckor;
+        std::vector<std::pair<int, Drag>> ordnade;
+        ordnade.reserve(dragen.size());
+        for (const Drag& d : dragen) {
+            int klass = Klass(plan, l, d.till);
+            bool dubbel = klass >= 0 && std::any_of(ordnade.begin(), ordnade.end(), [&](auto& o) {
+                              return o.second.fran == d.fran && o.second.antal == d.antal &&
+                                     Klass(plan, l, o.second.till) == klass;
+                          });
+            if (!dubbel)
+                ordnade.emplace_back(Rang(plan, l, d), d);
+        }
+        std::stable_sort(ordnade.begin(), ordnade.end(),
+                         [](const auto& a, const auto& c) { return a.first < c.first; });
+        dragen.clear();
+        for (const auto& o : ordnade)
+            dragen.push_back(o.second);
+    }
+
+    // An ace off a column or a free cell to a foundation (Freecell, Glädjespridaren): no card
+    // can ever lie on an ace in a column, so the ace only covers the card beneath it and
+    // takes a place. Play any winning line without the ace's own moves: every other move
+    // stays legal (a run ending in the ace is shorter and needs fewer free places), and
+    // every table has as many empty places or more; the suits' foundations are
+    // interchangeable. Not in Eight off, whose first foundation base counts as a free place.
+    int SakertDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
+        const Plan& plan = *static_cast<const Stallning&>(b).plan;
+        if (NioPar(plan))
+            return -1;
+        for (std::size_t i = 0; i < dragen.size(); ++i) {
+            const Drag& d = dragen[i];
+            if (d.slag == DragSlag::Kort && d.fran < plan.forstaGrund && GrundBas(plan, d.till) &&
+                b.luckor[d.fran].GeKort().KortValor() == 1)
+                return static_cast<int>(i);
+        }
+        return -1;
+    }
+};
+
+} // namespace
+
+const SokKunskap& Kunskapen() {
+    static const Kunskap kunskap;
+    return kunskap;
 }
 
 } // namespace KolumnRegler

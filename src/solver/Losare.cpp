@@ -1,0 +1,212 @@
+#include "solver/Losare.h"
+
+#include "solver/Nyckeltabell.h"
+
+#include <algorithm>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+using Klocka = std::chrono::steady_clock;
+
+// One table on the way down: its moves, the next to try, and how to take back the one
+// being tried.
+struct Niva {
+    std::vector<Drag> drag;
+    std::size_t nasta = 0;
+    int antalUndo = 0;
+    std::size_t undoFore = 0;
+    bool kopia = false;
+};
+
+class Sokning {
+public:
+    Sokning(const SpelRegler& r, const SpelBord& start, const SokGranser& g, std::stop_token s,
+            const SokKrok& k)
+        : regler(r), kunskap(r.Kunskap()), granser(g), stopp(std::move(s)), krok(k),
+          bord(start.Kopia()), borjan(Klocka::now()) {}
+
+    SokSvar Kor() {
+        if (regler.KlarSpel(*bord))
+            return Svar(Utfall::Vinnbar);
+        Sett(*bord);
+        Oppna(0);
+        std::size_t djup = 0; // nivaer[0..djup] are the tables on the way down
+        for (std::uint64_t steg = 1;; ++steg) {
+            if (steg % kKollIntervall == 0 && Stanna())
+                return Svar(Utfall::Okant);
+            Niva& n = nivaer[djup];
+            if (n.nasta == n.drag.size()) {
+                if (djup == 0)
+                    return Svar(Utfall::Ovinnbar);
+                --djup;
+                TaTillbaka(djup);
+                continue;
+            }
+            const Drag d = n.drag[n.nasta++];
+            Gor(djup, d);
+            ++svar.lagen;
+            if (regler.KlarSpel(*bord)) {
+                for (std::size_t i = 0; i <= djup; ++i)
+                    svar.drag.push_back(nivaer[i].drag[nivaer[i].nasta - 1]);
+                return Svar(Utfall::Vinnbar);
+            }
+            if (!Sett(*bord)) {
+                TaTillbaka(djup);
+                continue;
+            }
+            ++djup;
+            Oppna(djup);
+        }
+    }
+
+private:
+    // Lists the moves of the table at depth `djup`: the one safe move alone when there is
+    // one, else all the search may make, in the game's order.
+    void Oppna(std::size_t djup) {
+        if (nivaer.size() <= djup)
+            nivaer.resize(djup + 1);
+        Niva& n = nivaer[djup];
+        n.drag = regler.LagligaDrag(*bord);
+        n.nasta = 0;
+        std::erase_if(n.drag, [&](const Drag& d) {
+            if (kunskap.Sokbart(d))
+                return false;
+            svar.inomForsoket = true;
+            return true;
+        });
+        int saker = kunskap.SakertDrag(*bord, n.drag);
+        if (saker >= 0) {
+            Drag d = n.drag[static_cast<std::size_t>(saker)];
+            n.drag.assign(1, d);
+        } else {
+            kunskap.Ordna(*bord, n.drag);
+        }
+    }
+
+    void Gor(std::size_t djup, const Drag& d) {
+        Niva& n = nivaer[djup];
+        n.antalUndo = bord->antalUndo;
+        n.undoFore = bord->undoLista.size();
+        n.kopia = !kunskap.TasTillbaka(*bord, d);
+        if (n.kopia) {
+            if (kopior.size() <= djup)
+                kopior.resize(djup + 1);
+            if (!kopior[djup])
+                kopior[djup] = bord->Kopia();
+            else
+                kopior[djup]->TaFran(*bord);
+        }
+        regler.GorDrag(*bord, d, nullptr);
+        if (!n.kopia && bord->undoLista.size() <= n.undoFore)
+            throw std::logic_error("a move taken back by undo left no undo record: " + Beskriv(d));
+    }
+
+    void TaTillbaka(std::size_t djup) {
+        Niva& n = nivaer[djup];
+        if (n.kopia) {
+            bord->TaFran(*kopior[djup]);
+            return;
+        }
+        regler.Angra(*bord, nullptr);
+        bord->antalUndo = n.antalUndo;
+        if (bord->undoLista.size() != n.undoFore)
+            throw std::logic_error("undo did not take back exactly one move");
+    }
+
+    bool Sett(const SpelBord& b) {
+        nyckel.clear();
+        kunskap.Nyckel(b, nyckel);
+        return sedda.LaggTill(nyckel);
+    }
+
+    bool Stanna() {
+        if (krok)
+            krok();
+        if (stopp.stop_requested()) {
+            svar.avbruten = true;
+            return true;
+        }
+        if (granser.lagen != 0 && svar.lagen >= granser.lagen)
+            return true;
+        if (granser.tid.count() != 0 && Klocka::now() - borjan >= granser.tid)
+            return true;
+        std::size_t minne = Minne();
+        if (minne > svar.minne)
+            svar.minne = minne;
+        return granser.minne != 0 && minne >= granser.minne;
+    }
+
+    std::size_t Minne() const {
+        std::size_t m = sedda.Minne();
+        for (const Niva& n : nivaer)
+            m += sizeof(Niva) + n.drag.capacity() * sizeof(Drag);
+        return m;
+    }
+
+    SokSvar Svar(Utfall utfall) {
+        svar.utfall = utfall;
+        svar.tid = std::chrono::duration_cast<std::chrono::microseconds>(Klocka::now() - borjan);
+        svar.minne = std::max(svar.minne, Minne());
+        return std::move(svar);
+    }
+
+    const SpelRegler& regler;
+    const SokKunskap& kunskap;
+    SokGranser granser;
+    std::stop_token stopp;
+    const SokKrok& krok;
+    std::unique_ptr<SpelBord> bord;
+    std::vector<std::unique_ptr<SpelBord>> kopior;
+    std::vector<Niva> nivaer;
+    Nyckeltabell sedda;
+    std::string nyckel;
+    SokSvar svar;
+    Klocka::time_point borjan;
+};
+
+} // namespace
+
+SokSvar Los(const SpelRegler& regler, const SpelBord& bord, const SokGranser& granser,
+            std::stop_token stopp, const SokKrok& krok) {
+    return Sokning(regler, bord, granser, std::move(stopp), krok).Kor();
+}
+
+const char* UtfallNamn(Utfall utfall) {
+    switch (utfall) {
+    case Utfall::Vinnbar:
+        return "won-able";
+    case Utfall::Ovinnbar:
+        return "cannot be won";
+    case Utfall::Okant:
+        break;
+    }
+    return "not known";
+}
+
+std::string DragIOrd(const SpelRegler& regler, const SpelBord& fore, const Drag& drag) {
+    const SokKunskap& k = regler.Kunskap();
+    auto kort = [&](int i) {
+        return i >= 0 && i < static_cast<int>(fore.luckor.size())
+                   ? KortNamn(fore.luckor[i].GeKort())
+                   : std::string("no card");
+    };
+    switch (drag.slag) {
+    case DragSlag::Kort:
+        return kort(drag.fran) + " from " + k.PlatsNamn(fore, drag.fran) + " to " +
+               k.PlatsNamn(fore, drag.till);
+    case DragSlag::Rad:
+        return std::to_string(drag.antal) + " cards from " + kort(drag.fran) + " up, from " +
+               k.PlatsNamn(fore, drag.fran) + " to " + k.PlatsNamn(fore, drag.till);
+    case DragSlag::Par:
+        return kort(drag.fran) + " from " + k.PlatsNamn(fore, drag.fran) + " and " +
+               kort(drag.andra) + " from " + k.PlatsNamn(fore, drag.andra) + " together";
+    case DragSlag::Knapp:
+        return k.KnappNamn();
+    case DragSlag::NyttForsok:
+        break;
+    }
+    return "a new attempt";
+}
