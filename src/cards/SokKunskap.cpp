@@ -32,6 +32,10 @@ int SokKunskap::SakertDrag(const SpelBord&, const std::vector<Drag>&) const {
     return -1;
 }
 
+int SokKunskap::TroligtDrag(const SpelBord&, const std::vector<Drag>&) const {
+    return -1;
+}
+
 bool SokKunskap::TasTillbaka(const SpelBord&, const Drag& drag) const {
     return drag.slag == DragSlag::Kort || drag.slag == DragSlag::Rad || drag.slag == DragSlag::Par;
 }

@@ -22,6 +22,11 @@ public:
     // A move of `dragen` that can be made at once without losing a win: the table after it
     // can be won whenever this one can. Its index, or -1 (the default: none).
     virtual int SakertDrag(const SpelBord& bord, const std::vector<Drag>& dragen) const;
+    // A move that is most likely as good as any, for a quick first search that makes it at
+    // once; a verdict that a deal cannot be won never rests on it. Its index, or -1.
+    virtual int TroligtDrag(const SpelBord& bord, const std::vector<Drag>& dragen) const;
+    // Whether the game offers such moves at all (a search then starts with a quick pass).
+    virtual bool HarTroligaDrag() const { return false; }
     // Whether the rules' Angra takes `drag` back to exactly this table (the undo count
     // aside); when not, a search keeps a copy to go back to. The default trusts card and run
     // moves and copies for the game's button.

@@ -6,6 +6,7 @@
 #include "games/LekRegler.h"
 
 #include <cstdlib>
+#include <string>
 
 namespace BlackholeRegler {
 
@@ -140,8 +141,49 @@ HiscoreResultat Resultat(const Stallning& bord) {
     return HiscoreResultat{bord.kortKvar, bord.giv};
 }
 
+namespace {
+
+int KortIFlakt(const SpelBord& bord, int fran) {
+    int forsta = kForstaSolfjader + (fran - kForstaSolfjader) / kPlatserPerSolfjader * 4;
+    int antal = 0;
+    for (int j = 0; j < kPlatserPerSolfjader; ++j)
+        antal += bord.luckor[forsta + j].Tom() ? 0 : 1;
+    return antal;
+}
+
+class Kunskap final : public SokKunskap {
+public:
+    // The fans as they lie (each has its own place and neighbours) and the hole's top card:
+    // the cards beneath it never move again.
+    void Nyckel(const SpelBord& b, std::string& nyckel) const override {
+        KortOchPlatser(b.luckor, kForstaSolfjader, kSistaSolfjader, nyckel);
+        int topp = HaletsTopp(b.luckor);
+        nyckel.push_back(topp < 0 ? '\0' : KortKod(b.luckor[topp]));
+    }
+    // Off the fullest fans first: the cards buried deepest wait longest.
+    void Ordna(const SpelBord& b, std::vector<Drag>& dragen) const override {
+        std::stable_sort(dragen.begin(), dragen.end(), [&](const Drag& x, const Drag& y) {
+            return KortIFlakt(b, x.fran) > KortIFlakt(b, y.fran);
+        });
+    }
+    std::string PlatsNamn(const SpelBord& b, int i) const override {
+        if (ISolfjader(i))
+            return "fan " + std::to_string((i - kForstaSolfjader) / kPlatserPerSolfjader + 1);
+        if (i >= kForstaHal && i <= kSistaHal)
+            return "the hole";
+        return SokKunskap::PlatsNamn(b, i);
+    }
+};
+
+const SokKunskap& Kunskapen() {
+    static const Kunskap kunskap;
+    return kunskap;
+}
+
+} // namespace
+
 const SpelRegler& Regler() {
-    return SpeletsRegler<Stallning>();
+    return SpeletsRegler<Stallning>(Kunskapen());
 }
 
 } // namespace BlackholeRegler

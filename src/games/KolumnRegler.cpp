@@ -519,6 +519,40 @@ int Rang(const Plan& plan, const std::vector<Lucka>& luckor, const Drag& d) {
 
 class Kunskap final : public SokKunskap {
 public:
+    // A card home when no card that could lie on it is still out of its foundation (the
+    // two one lower of the other colour, or in Eight off the one lower of its suit), and an
+    // ace or a two always. Usually right, not always: a card taken back off a foundation
+    // may still be wanted on it.
+    int TroligtDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
+        const Plan& plan = *static_cast<const Stallning&>(b).plan;
+        const std::vector<Lucka>& l = b.luckor;
+        int hemma[4] = {0, 0, 0, 0};
+        for (int f = 0; f < 4; ++f) {
+            int topp = Toppen(l, plan.forstaGrund + f * plan.grundSteg);
+            if (topp >= 0)
+                hemma[l[topp].GeKort().KortFarg()] = l[topp].GeKort().KortValor();
+        }
+        for (std::size_t i = 0; i < dragen.size(); ++i) {
+            const Drag& d = dragen[i];
+            if (d.slag != DragSlag::Kort || d.fran >= plan.forstaGrund ||
+                d.till < plan.forstaGrund || d.till > SistaGrund(plan))
+                continue;
+            const Kort& k = l[d.fran].GeKort();
+            int v = k.KortValor();
+            bool troligt = v <= 2;
+            if (plan.sammaSvit)
+                troligt = true;
+            else if (k.SvartFarg())
+                troligt = troligt || (hemma[HJARTER] >= v - 1 && hemma[RUTER] >= v - 1);
+            else
+                troligt = troligt || (hemma[KLOVER] >= v - 1 && hemma[SPADER] >= v - 1);
+            if (troligt)
+                return static_cast<int>(i);
+        }
+        return -1;
+    }
+    bool HarTroligaDrag() const override { return true; }
+
     std::string PlatsNamn(const SpelBord& b, int i) const override {
         const Plan& plan = *static_cast<const Stallning&>(b).plan;
         auto nr = [](int n) { return std::to_string(n + 1); };

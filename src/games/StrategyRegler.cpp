@@ -3,6 +3,8 @@
 #include "cards/Flyttar.h"
 #include "cards/Luckor.h"
 #include "games/LekRegler.h"
+#include <algorithm>
+#include <string>
 
 namespace StrategyRegler {
 
@@ -186,8 +188,52 @@ HiscoreResultat Resultat(const Stallning& bord) {
     return HiscoreResultat{bord.kortHemma, bord.forsok};
 }
 
+namespace {
+
+class Kunskap final : public SokKunskap {
+public:
+    // Foundations first; then the stock's card onto the pile whose top is the lowest card
+    // not below it, so that the piles fall towards their tops and come home in order.
+    void Ordna(const SpelBord& bord, std::vector<Drag>& dragen) const override {
+        auto vikt = [&](const Drag& d) {
+            if (IGrunden(d.till))
+                return -1;
+            int valor = bord.luckor[d.fran].GeKort().KortValor();
+            if (Bas(d.till))
+                return 100;
+            int under = bord.luckor[d.till - 1].GeKort().KortValor();
+            return under >= valor ? under - valor : 200 + valor - under;
+        };
+        std::stable_sort(dragen.begin(), dragen.end(),
+                         [&](const Drag& a, const Drag& b) { return vikt(a) < vikt(b); });
+    }
+    // Once the stock is out the only moves are pile tops to the foundations, and making one
+    // takes none of the others away: each foundation wants its own suit's next card.
+    int SakertDrag(const SpelBord& bord, const std::vector<Drag>& dragen) const override {
+        if (LekensTopp(bord.luckor) >= 0 || dragen.empty())
+            return -1;
+        return 0;
+    }
+    std::string PlatsNamn(const SpelBord& b, int i) const override {
+        if (i >= 0 && i < kForstaGrund)
+            return "pile " + std::to_string(i / kPerHog + 1);
+        if (IGrunden(i))
+            return "foundation " + std::to_string((i - kForstaGrund) / kPerHog + 1);
+        if (i >= kForstaLek && i <= kSistaLek)
+            return "the stock";
+        return SokKunskap::PlatsNamn(b, i);
+    }
+};
+
+const SokKunskap& Kunskapen() {
+    static const Kunskap kunskap;
+    return kunskap;
+}
+
+} // namespace
+
 const SpelRegler& Regler() {
-    return SpeletsRegler<Stallning>();
+    return SpeletsRegler<Stallning>(Kunskapen());
 }
 
 } // namespace StrategyRegler

@@ -24,9 +24,9 @@ struct Niva {
 class Sokning {
 public:
     Sokning(const SpelRegler& r, const SpelBord& start, const SokGranser& g, std::stop_token s,
-            const SokKrok& k)
+            const SokKrok& k, bool h)
         : regler(r), kunskap(r.Kunskap()), granser(g), stopp(std::move(s)), krok(k),
-          bord(start.Kopia()), borjan(Klocka::now()) {}
+          bord(start.Kopia()), borjan(Klocka::now()), hastig(h) {}
 
     SokSvar Kor() {
         if (regler.KlarSpel(*bord))
@@ -78,6 +78,8 @@ private:
             return true;
         });
         int saker = kunskap.SakertDrag(*bord, n.drag);
+        if (saker < 0 && hastig)
+            saker = kunskap.TroligtDrag(*bord, n.drag);
         if (saker >= 0) {
             Drag d = n.drag[static_cast<std::size_t>(saker)];
             n.drag.assign(1, d);
@@ -165,13 +167,39 @@ private:
     std::string nyckel;
     SokSvar svar;
     Klocka::time_point borjan;
+    bool hastig;
 };
 
 } // namespace
 
+// A game with likely moves is first searched making them at once, on half the limits: a
+// win found so is a win. Otherwise, or when that pass runs out, the full search decides on
+// what is left.
 SokSvar Los(const SpelRegler& regler, const SpelBord& bord, const SokGranser& granser,
             std::stop_token stopp, const SokKrok& krok) {
-    return Sokning(regler, bord, granser, std::move(stopp), krok).Kor();
+    if (!regler.Kunskap().HarTroligaDrag())
+        return Sokning(regler, bord, granser, std::move(stopp), krok, false).Kor();
+    SokGranser halva = granser;
+    halva.lagen = granser.lagen / 2;
+    halva.tid = granser.tid / 2;
+    if (granser.lagen == 0)
+        halva.lagen = 200000;
+    SokSvar forsta = Sokning(regler, bord, halva, stopp, krok, true).Kor();
+    if (forsta.utfall == Utfall::Vinnbar || forsta.avbruten)
+        return forsta;
+    SokGranser resten = granser;
+    if (granser.lagen != 0)
+        resten.lagen = granser.lagen - std::min(granser.lagen - 1, forsta.lagen);
+    if (granser.tid.count() != 0)
+        resten.tid = std::max(
+            std::chrono::milliseconds(1),
+            granser.tid - std::chrono::duration_cast<std::chrono::milliseconds>(forsta.tid));
+    SokSvar svar = Sokning(regler, bord, resten, std::move(stopp), krok, false).Kor();
+    svar.lagen += forsta.lagen;
+    svar.tid += forsta.tid;
+    svar.minne = std::max(svar.minne, forsta.minne);
+    svar.inomForsoket = svar.inomForsoket || forsta.inomForsoket;
+    return svar;
 }
 
 const char* UtfallNamn(Utfall utfall) {
