@@ -11,14 +11,10 @@ namespace {
 
 using Klocka = std::chrono::steady_clock;
 
-// One table on the way down: its moves, the next to try, and how to take back the one
-// being tried.
+// One table on the way down: its moves and the next to try.
 struct Niva {
     std::vector<Drag> drag;
     std::size_t nasta = 0;
-    int antalUndo = 0;
-    std::size_t undoFore = 0;
-    bool kopia = false;
 };
 
 class Sokning {
@@ -26,7 +22,7 @@ public:
     Sokning(const SpelRegler& r, const SpelBord& start, const SokGranser& g, std::stop_token s,
             const SokKrok& k, bool h)
         : regler(r), kunskap(r.Kunskap()), granser(g), stopp(std::move(s)), krok(k),
-          bord(start.Kopia()), borjan(Klocka::now()), hastig(h) {}
+          bord(start.Kopia()), drag(r, *bord), borjan(Klocka::now()), hastig(h) {}
 
     SokSvar Kor() {
         if (regler.KlarSpel(*bord))
@@ -42,11 +38,11 @@ public:
                 if (djup == 0)
                     return Svar(Utfall::Ovinnbar);
                 --djup;
-                TaTillbaka(djup);
+                drag.TaTillbaka();
                 continue;
             }
             const Drag d = n.drag[n.nasta++];
-            Gor(djup, d);
+            drag.Gor(d);
             ++svar.lagen;
             if (regler.KlarSpel(*bord)) {
                 for (std::size_t i = 0; i <= djup; ++i)
@@ -54,7 +50,7 @@ public:
                 return Svar(Utfall::Vinnbar);
             }
             if (!Sett(*bord)) {
-                TaTillbaka(djup);
+                drag.TaTillbaka();
                 continue;
             }
             ++djup;
@@ -86,36 +82,6 @@ private:
         } else {
             kunskap.Ordna(*bord, n.drag);
         }
-    }
-
-    void Gor(std::size_t djup, const Drag& d) {
-        Niva& n = nivaer[djup];
-        n.antalUndo = bord->antalUndo;
-        n.undoFore = bord->undoLista.size();
-        n.kopia = !kunskap.TasTillbaka(*bord, d);
-        if (n.kopia) {
-            if (kopior.size() <= djup)
-                kopior.resize(djup + 1);
-            if (!kopior[djup])
-                kopior[djup] = bord->Kopia();
-            else
-                kopior[djup]->TaFran(*bord);
-        }
-        regler.GorDrag(*bord, d, nullptr);
-        if (!n.kopia && bord->undoLista.size() <= n.undoFore)
-            throw std::logic_error("a move taken back by undo left no undo record: " + Beskriv(d));
-    }
-
-    void TaTillbaka(std::size_t djup) {
-        Niva& n = nivaer[djup];
-        if (n.kopia) {
-            bord->TaFran(*kopior[djup]);
-            return;
-        }
-        regler.Angra(*bord, nullptr);
-        bord->antalUndo = n.antalUndo;
-        if (bord->undoLista.size() != n.undoFore)
-            throw std::logic_error("undo did not take back exactly one move");
     }
 
     bool Sett(const SpelBord& b) {
@@ -161,7 +127,7 @@ private:
     std::stop_token stopp;
     const SokKrok& krok;
     std::unique_ptr<SpelBord> bord;
-    std::vector<std::unique_ptr<SpelBord>> kopior;
+    DragPaBord drag;
     std::vector<Niva> nivaer;
     Nyckeltabell sedda;
     std::string nyckel;
@@ -171,6 +137,46 @@ private:
 };
 
 } // namespace
+
+DragPaBord::DragPaBord(const SpelRegler& r, SpelBord& b)
+    : regler(r), kunskap(r.Kunskap()), bord(b) {}
+
+DragPaBord::~DragPaBord() = default;
+
+void DragPaBord::Gor(const Drag& d) {
+    if (steg.size() <= antal)
+        steg.resize(antal + 1);
+    Steg& s = steg[antal];
+    s.antalUndo = bord.antalUndo;
+    s.undoFore = bord.undoLista.size();
+    s.kopia = !kunskap.TasTillbaka(bord, d);
+    if (s.kopia) {
+        ++kopior;
+        if (sparade.size() <= antal)
+            sparade.resize(antal + 1);
+        if (!sparade[antal])
+            sparade[antal] = bord.Kopia();
+        else
+            sparade[antal]->TaFran(bord);
+    }
+    regler.GorDrag(bord, d, nullptr);
+    ++antal;
+    if (!s.kopia && bord.undoLista.size() <= s.undoFore)
+        throw std::logic_error("a move to be taken back by undo left no undo record: " +
+                               Beskriv(d));
+}
+
+void DragPaBord::TaTillbaka() {
+    Steg& s = steg[--antal];
+    if (s.kopia) {
+        bord.TaFran(*sparade[antal]);
+        return;
+    }
+    regler.Angra(bord, nullptr);
+    bord.antalUndo = s.antalUndo;
+    if (bord.undoLista.size() != s.undoFore)
+        throw std::logic_error("undo did not take back exactly one move");
+}
 
 // A game with likely moves is first searched making them at once, on half the limits: a
 // win found so is a win. Otherwise, or when that pass runs out, the full search decides on

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <stop_token>
 #include <string>
 #include <vector>
@@ -39,6 +40,34 @@ struct SokSvar {
     // holds within the current deal or attempt.
     bool inomForsoket = false;
     bool avbruten = false; // stopped by the stop token
+};
+
+// Moves made on one table and taken back newest first: by the rules' own undo where the
+// game says that takes the move back exactly (the undo count put back as it was), else
+// from a copy kept for that move. A search makes and takes back every move this way.
+class DragPaBord {
+public:
+    DragPaBord(const SpelRegler& regler, SpelBord& bord);
+    ~DragPaBord();
+    void Gor(const Drag& drag);
+    void TaTillbaka();
+    std::size_t Antal() const { return antal; }
+    // How many of the moves made so far were taken back from a copy.
+    std::uint64_t Kopior() const { return kopior; }
+
+private:
+    struct Steg {
+        int antalUndo = 0;
+        std::size_t undoFore = 0;
+        bool kopia = false;
+    };
+    const SpelRegler& regler;
+    const SokKunskap& kunskap;
+    SpelBord& bord;
+    std::vector<Steg> steg;
+    std::vector<std::unique_ptr<SpelBord>> sparade;
+    std::size_t antal = 0;
+    std::uint64_t kopior = 0;
 };
 
 // Called every few thousand tables (tests use it to make a search wait); may be empty.
