@@ -193,7 +193,7 @@ private slots:
     // Stopped from another thread, the search ends at its next check: the first check
     // wakes the stopping thread and waits for the stop.
     void avbrytsFranEnAnnanTrad() {
-        auto bord = GivFor(8, 1); // a Freecell deal the search does not decide quickly
+        auto bord = GivFor(10, 1); // a Black hole deal the search does not decide quickly
         std::stop_source kalla;
         std::latch borjat(1);
         int varv = 0;
@@ -201,7 +201,7 @@ private slots:
             borjat.wait();
             kalla.request_stop();
         });
-        SokSvar svar = Los(R(8), *bord, SokGranser{}, kalla.get_token(), [&] {
+        SokSvar svar = Los(R(10), *bord, SokGranser{}, kalla.get_token(), [&] {
             if (varv++ == 0) {
                 borjat.count_down();
                 while (!kalla.stop_requested())
@@ -218,7 +218,7 @@ private slots:
 
     // The checks come at least every kKollIntervall tables, however the search goes.
     void kollarOfta() {
-        for (auto [spel, fro] : {std::pair{8, 1u}, std::pair{8, 3u}, std::pair{9, 1u}}) {
+        for (auto [spel, fro] : {std::pair{10, 1u}, std::pair{0, 1u}, std::pair{4, 3u}}) {
             auto bord = GivFor(spel, fro);
             std::uint64_t varv = 0;
             SokSvar svar = Los(R(spel), *bord, SokGranser{30000}, {}, [&] { ++varv; });

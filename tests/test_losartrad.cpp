@@ -52,8 +52,8 @@ private slots:
             while (!slapp)
                 std::this_thread::yield();
         });
-        auto svart = GivFor(8, 1); // a Freecell deal not decided within its first check
-        losare.Fraga(1, *ReglerFor(8), *svart, SokGranser{});
+        auto svart = GivFor(10, 1); // a Black hole deal not decided within its first check
+        losare.Fraga(1, *ReglerFor(10), *svart, SokGranser{});
         QTRY_VERIFY_WITH_TIMEOUT(inne.load(), 60000);
 
         // The search is held; the window's thread still takes typing.
@@ -79,8 +79,8 @@ private slots:
         LosarTrad losare(&s.mottagare, s.Tar());
         std::atomic<bool> inne{false};
         losare.SattTestKrok([&] { inne = true; });
-        auto bord = GivFor(8, 1);
-        losare.Fraga(3, *ReglerFor(8), *bord, SokGranser{});
+        auto bord = GivFor(10, 1);
+        losare.Fraga(3, *ReglerFor(10), *bord, SokGranser{});
         QTRY_VERIFY_WITH_TIMEOUT(inne.load(), 60000);
         losare.Avbryt();
         QTest::qWait(200);

@@ -36,6 +36,8 @@ int SokKunskap::TroligtDrag(const SpelBord&, const std::vector<Drag>&) const {
     return -1;
 }
 
+void SokKunskap::GallraHastigt(const SpelBord&, std::vector<Drag>&) const {}
+
 bool SokKunskap::TasTillbaka(const SpelBord&, const Drag& drag) const {
     return drag.slag == DragSlag::Kort || drag.slag == DragSlag::Rad || drag.slag == DragSlag::Par;
 }

@@ -25,6 +25,8 @@ public:
     // A move that is most likely as good as any, for a quick first search that makes it at
     // once; a verdict that a deal cannot be won never rests on it. Its index, or -1.
     virtual int TroligtDrag(const SpelBord& bord, const std::vector<Drag>& dragen) const;
+    // Leaves out, for that quick pass alone, moves that seldom lead anywhere.
+    virtual void GallraHastigt(const SpelBord& bord, std::vector<Drag>& dragen) const;
     // Whether the game offers such moves at all (a search then starts with a quick pass).
     virtual bool HarTroligaDrag() const { return false; }
     // Whether the rules' Angra takes `drag` back to exactly this table (the undo count

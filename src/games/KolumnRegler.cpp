@@ -502,19 +502,40 @@ int Klass(const Plan& plan, const std::vector<Lucka>& luckor, int till) {
     return -1;
 }
 
+// A card or run that already lies on a card it could be built on, moved onto another.
+bool Sidleds(const Plan& plan, const std::vector<Lucka>& luckor, const Drag& d) {
+    return d.fran <= SistaKolumnLucka(plan) && !HogBas(plan, d.fran) && !luckor[d.till].Tom() &&
+           PassarPaKolumn(plan, luckor[d.fran - 1].GeKort(), luckor[d.fran].GeKort());
+}
+
+// The lowest card left beneath a move's cards in its column (0 when the column empties):
+// digging towards the low cards first brings them home sooner.
+int Lagsta(const Plan& plan, const std::vector<Lucka>& luckor, const Drag& d) {
+    if (d.fran > SistaKolumnLucka(plan) && !HogBas(plan, d.fran))
+        return 14;
+    int lagsta = 0;
+    for (int i = d.fran - 1; i >= 0 && !HogBas(plan, i + 1); --i) {
+        int v = luckor[i].GeKort().KortValor();
+        lagsta = lagsta == 0 ? v : std::min(lagsta, v);
+    }
+    return lagsta;
+}
+
 int Rang(const Plan& plan, const std::vector<Lucka>& luckor, const Drag& d) {
     const bool franGrund = d.fran >= plan.forstaGrund;
     const bool tillGrund = d.till >= plan.forstaGrund && d.till <= SistaGrund(plan);
+    int rang = 0;
     if (tillGrund)
-        return 0;
-    if (franGrund)
-        return 6;
-    const bool tom = luckor[d.till].Tom() && (HogBas(plan, d.till) || Fricell(plan, d.till));
-    if (!tom)
-        return Fricell(plan, d.fran) ? 1 : 2;
-    if (KolumnBas(plan, d.till))
-        return HogBas(plan, d.fran) ? 7 : 4; // a whole pile to an empty column changes little
-    return 5;                                // into a free cell
+        rang = 0;
+    else if (franGrund)
+        rang = 6;
+    else if (!(luckor[d.till].Tom() && (HogBas(plan, d.till) || Fricell(plan, d.till))))
+        rang = Fricell(plan, d.fran) ? 1 : Sidleds(plan, luckor, d) ? 3 : 2;
+    else if (KolumnBas(plan, d.till))
+        rang = HogBas(plan, d.fran) ? 7 : 4; // a whole pile to an empty column changes little
+    else
+        rang = 5; // into a free cell
+    return rang * 16 + Lagsta(plan, luckor, d);
 }
 
 class Kunskap final : public SokKunskap {
@@ -552,6 +573,33 @@ public:
         return -1;
     }
     bool HarTroligaDrag() const override { return true; }
+
+    // Nothing off the foundations, no card from one free cell to another, none from a card it
+    // could be built on to another such card, no whole pile into an empty column, and of the
+    // runs of one column into an empty column only the longest.
+    void GallraHastigt(const SpelBord& b, std::vector<Drag>& dragen) const override {
+        const Plan& plan = *static_cast<const Stallning&>(b).plan;
+        const std::vector<Lucka>& l = b.luckor;
+        auto tomKolumn = [&](const Drag& d) { return KolumnBas(plan, d.till) && l[d.till].Tom(); };
+        const std::vector<Drag> alla = dragen;
+        std::erase_if(dragen, [&](const Drag& d) {
+            if (d.fran >= plan.forstaGrund && d.fran <= SistaGrund(plan))
+                return true;
+            if (Fricell(plan, d.fran) && Fricell(plan, d.till))
+                return true;
+            if (Sidleds(plan, l, d))
+                return true;
+            if (!tomKolumn(d))
+                return false;
+            if (HogBas(plan, d.fran))
+                return true;
+            int kolumn = d.fran / kPlatserPerKolumn;
+            return std::any_of(alla.begin(), alla.end(), [&](const Drag& e) {
+                return tomKolumn(e) && e.fran <= SistaKolumnLucka(plan) &&
+                       e.fran / kPlatserPerKolumn == kolumn && e.antal > d.antal;
+            });
+        });
+    }
 
     std::string PlatsNamn(const SpelBord& b, int i) const override {
         const Plan& plan = *static_cast<const Stallning&>(b).plan;

@@ -74,8 +74,11 @@ private:
             return true;
         });
         int saker = kunskap.SakertDrag(*bord, n.drag);
-        if (saker < 0 && hastig)
+        if (saker < 0 && hastig) {
             saker = kunskap.TroligtDrag(*bord, n.drag);
+            if (saker < 0)
+                kunskap.GallraHastigt(*bord, n.drag);
+        }
         if (saker >= 0) {
             Drag d = n.drag[static_cast<std::size_t>(saker)];
             n.drag.assign(1, d);
