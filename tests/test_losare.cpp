@@ -181,6 +181,49 @@ private slots:
         qInfo("%d tables compared, %d of them cannot be won", jamforda, ovinnbara);
     }
 
+    // Strategy once the stock is out: a circle of cards each waiting for the next (4 of
+    // hearts under 4 of spades, which waits for the 3 of spades under the 5 of hearts, which
+    // waits for the 4 of hearts) cannot be won, and the solver says so at once; with the two
+    // fours the other way round it can. The plain search agrees both times.
+    void strategyCirkelKanInteVinnas() {
+        for (bool cirkel : {true, false}) {
+            const SpelRegler& regler = R(11);
+            auto bord = regler.NyttBord();
+            auto kort = [](kortfarg f, int v) { return Kort(f, v, BRect()); };
+            auto hemma = [&](int f, kortfarg farg, int till) {
+                for (int v = 1; v <= till; ++v)
+                    bord->luckor[424 + 53 * f + v - 1].TaEmotKort(kort(farg, v));
+            };
+            hemma(0, RUTER, 13);
+            hemma(1, KLOVER, 13);
+            hemma(2, HJARTER, 3);
+            hemma(3, SPADER, 2);
+            auto hog = [&](int c, std::vector<Kort> korten) {
+                for (std::size_t i = 0; i < korten.size(); ++i)
+                    bord->luckor[53 * c + static_cast<int>(i)].TaEmotKort(korten[i]);
+            };
+            hog(0, {kort(SPADER, 3), kort(HJARTER, 5)});
+            if (cirkel)
+                hog(1, {kort(HJARTER, 4), kort(SPADER, 4)});
+            else
+                hog(1, {kort(SPADER, 4), kort(HJARTER, 4)});
+            std::vector<Kort> hjartan;
+            std::vector<Kort> spader;
+            for (int v = 13; v >= 6; --v)
+                hjartan.push_back(kort(HJARTER, v));
+            for (int v = 13; v >= 5; --v)
+                spader.push_back(kort(SPADER, v));
+            hog(2, hjartan);
+            hog(3, spader);
+            regler.KlarSpel(*bord);
+            SokSvar svar = Los(regler, *bord, SokGranser{100000});
+            QCOMPARE(svar.utfall, cirkel ? Utfall::Ovinnbar : Utfall::Vinnbar);
+            QCOMPARE(PlainSok(regler, *bord, 100000), cirkel ? 0 : 1);
+            if (cirkel)
+                QCOMPARE(svar.lagen, std::uint64_t(0));
+        }
+    }
+
     // A table the rules leave nothing to do on cannot be won; a won table is won at once.
     void tomtOchVunnetBord() {
         for (int spel = 0; spel < kAntalSpel; ++spel) {

@@ -32,6 +32,10 @@ int SokKunskap::SakertDrag(const SpelBord&, const std::vector<Drag>&) const {
     return -1;
 }
 
+bool SokKunskap::Hopplos(const SpelBord&) const {
+    return false;
+}
+
 int SokKunskap::TroligtDrag(const SpelBord&, const std::vector<Drag>&) const {
     return -1;
 }

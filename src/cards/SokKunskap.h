@@ -22,6 +22,9 @@ public:
     // A move of `dragen` that can be made at once without losing a win: the table after it
     // can be won whenever this one can. Its index, or -1 (the default: none).
     virtual int SakertDrag(const SpelBord& bord, const std::vector<Drag>& dragen) const;
+    // Whether this table can certainly not be won, whatever is played from it (the default:
+    // not known). The search then tries none of its moves.
+    virtual bool Hopplos(const SpelBord& bord) const;
     // A move that is most likely as good as any, for a quick first search that makes it at
     // once; a verdict that a deal cannot be won never rests on it. Its index, or -1.
     virtual int TroligtDrag(const SpelBord& bord, const std::vector<Drag>& dragen) const;

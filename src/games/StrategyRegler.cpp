@@ -214,6 +214,47 @@ public:
             return -1;
         return 0;
     }
+    // A pile's cards leave only once the stock is out, and then only to their foundations:
+    // each card after the one above it in its pile and after its suit's card one lower. When
+    // those orders go round in a circle no card of the circle can ever go home. Cards still
+    // in the stock only add orders, so a circle now stays one.
+    bool Hopplos(const SpelBord& bord) const override {
+        const std::vector<Lucka>& l = bord.luckor;
+        bool ute[52] = {};
+        int fore[52] = {}; // how many cards must go home first
+        int efter[52][2];  // the cards that wait for it: the one below it, its suit's next
+        int antalEfter[52] = {};
+        auto kod = [](const Kort& k) { return 13 * k.KortFarg() + k.KortValor() - 1; };
+        for (int i = 0; i < kForstaGrund; ++i)
+            if (!l[i].Tom())
+                ute[kod(l[i].GeKort())] = true;
+        for (int i = kForstaLek; i <= kSistaLek; ++i)
+            if (!l[i].Tom())
+                ute[kod(l[i].GeKort())] = true;
+        auto vantar = [&](int forst, int sedan) {
+            efter[forst][antalEfter[forst]++] = sedan;
+            ++fore[sedan];
+        };
+        for (int k = 0; k < 52; ++k)
+            if (ute[k] && k % 13 > 0 && ute[k - 1])
+                vantar(k - 1, k);
+        for (int c = 0; c < kHogar; ++c)
+            for (int i = HogBas(c) + 1; i < HogBas(c) + kPerHog && !l[i].Tom(); ++i)
+                vantar(kod(l[i].GeKort()), kod(l[i - 1].GeKort()));
+        int klara[52];
+        int n = 0;
+        int kvar = 0;
+        for (int k = 0; k < 52; ++k) {
+            kvar += ute[k] ? 1 : 0;
+            if (ute[k] && fore[k] == 0)
+                klara[n++] = k;
+        }
+        for (int j = 0; j < n; ++j)
+            for (int e = 0; e < antalEfter[klara[j]]; ++e)
+                if (--fore[efter[klara[j]][e]] == 0)
+                    klara[n++] = efter[klara[j]][e];
+        return n < kvar;
+    }
     std::string PlatsNamn(const SpelBord& b, int i) const override {
         if (i >= 0 && i < kForstaGrund)
             return "pile " + std::to_string(i / kPerHog + 1);

@@ -65,8 +65,12 @@ private:
         if (nivaer.size() <= djup)
             nivaer.resize(djup + 1);
         Niva& n = nivaer[djup];
-        n.drag = regler.LagligaDrag(*bord);
         n.nasta = 0;
+        if (kunskap.Hopplos(*bord)) {
+            n.drag.clear();
+            return;
+        }
+        n.drag = regler.LagligaDrag(*bord);
         std::erase_if(n.drag, [&](const Drag& d) {
             if (kunskap.Sokbart(d))
                 return false;
