@@ -86,7 +86,7 @@ private slots:
     }
     void cleanup() { SattKlocka({}); }
 
-    void idioten() { VinnFemGivar<Idioten>(0, 50000); }
+    void idioten() { VinnFemGivar<Idioten>(0, 20000); }
     void idioten2() { VinnFemGivar<Idioten2>(1, 50000); }
     // Few of this game's deals can be won: these are five of the first 1500 that can.
     void godnattvalsen() { VinnFemGivar<Godnattvalsen>(2, 50000, {189, 679, 717, 939, 1437}); }
