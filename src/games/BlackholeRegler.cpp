@@ -160,11 +160,31 @@ public:
         int topp = HaletsTopp(b.luckor);
         nyckel.push_back(topp < 0 ? '\0' : KortKod(b.luckor[topp]));
     }
-    // Off the fullest fans first: the cards buried deepest wait longest.
+    // The moves after which the most fan tops fit the new hole card first (counting the card
+    // the move uncovers), then off the fullest fans: the cards buried deepest wait longest.
     void Ordna(const SpelBord& b, std::vector<Drag>& dragen) const override {
-        std::stable_sort(dragen.begin(), dragen.end(), [&](const Drag& x, const Drag& y) {
-            return KortIFlakt(b, x.fran) > KortIFlakt(b, y.fran);
-        });
+        auto foljare = [&](const Drag& d) {
+            const Kort& kort = b.luckor[d.fran].GeKort();
+            int antal = 0;
+            for (int f = 0; f < kSolfjadrar; ++f) {
+                int forsta = kForstaSolfjader + kPlatserPerSolfjader * f;
+                if (b.luckor[forsta].Tom())
+                    continue;
+                int topp = Toppen(b.luckor, forsta);
+                if (topp == d.fran)
+                    topp = topp > forsta ? topp - 1 : -1;
+                if (topp >= 0 && Passar(b.luckor[topp].GeKort(), kort))
+                    ++antal;
+            }
+            return antal * 8 + KortIFlakt(b, d.fran);
+        };
+        std::vector<std::pair<int, Drag>> ordnade;
+        for (const Drag& d : dragen)
+            ordnade.emplace_back(-foljare(d), d);
+        std::stable_sort(ordnade.begin(), ordnade.end(),
+                         [](const auto& x, const auto& y) { return x.first < y.first; });
+        for (std::size_t i = 0; i < dragen.size(); ++i)
+            dragen[i] = ordnade[i].second;
     }
     std::string PlatsNamn(const SpelBord& b, int i) const override {
         if (ISolfjader(i))
