@@ -8,7 +8,9 @@ ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 # tightest texts; librsvg2-bin renders the program's icon at its PNG sizes.
 FJOLK_PACKAGES=(cmake ninja-build g++ pkg-config qt6-base-dev libsqlite3-dev
                 libgl-dev fonts-dejavu-core fonts-dejavu-extra sqlite3 libbenchmark-dev
-                librsvg2-bin)
+                librsvg2-bin
+                # the solver benchmark's Freecell peer, linked into bench_losare only
+                libfreecell-solver-dev)
 
 # The program and its tests optimised as a player gets them, without debug information,
 # which would make the build a third slower (configure a build of your own with

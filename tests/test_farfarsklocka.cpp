@@ -5,8 +5,8 @@
 #include "games/FarfarsklockaRegler.h"
 #include "games/Spelfabrik.h"
 #include "platform/SystemTime.h"
+#include "solver/Losare.h"
 #include "support/Gester.h"
-#include "support/Losare.h"
 #include "support/Spelfall.h"
 #include "support/Testbord.h"
 
@@ -46,13 +46,6 @@ struct Bord : Testbord<Farfarsklocka> {
         return tom < 0 ? kPlatserPerHog : tom - HogBas(pile);
     }
 };
-
-// The search tries the clock first, then the pile tops, and an empty pile last.
-void KlockanForst(const SpelBord&, std::vector<Drag>& dragen) {
-    auto rang = [](const Drag& d) { return d.till <= kSistaKlocka ? 0 : ArHogBas(d.till) ? 2 : 1; };
-    std::stable_sort(dragen.begin(), dragen.end(),
-                     [&](const Drag& a, const Drag& b) { return rang(a) < rang(b); });
-}
 
 } // namespace
 
@@ -352,9 +345,9 @@ private slots:
 
     void vinnerGenomRiktigtSpel() {
         Bord b(kVinstFro, false, 1280, 1024);
-        auto vag = SokVinst(b.spel->Regler(), b.spel->Tabell(), 20000, KortNyckel, KlockanForst);
-        QVERIFY(vag.has_value());
-        b.VinnGenomVyn(*vag, 52, 1);
+        SokSvar vag = Los(b.spel->Regler(), b.spel->Tabell(), SokGranser{20000});
+        QCOMPARE(vag.utfall, Utfall::Vinnbar);
+        b.VinnGenomVyn(vag.drag, 52, 1);
     }
 
     // Cards on the clock, deal 1, undos; more cards first, then fewer undos, and at equal

@@ -4,8 +4,8 @@
 #include "games/Idioten2.h"
 #include "games/Idioten2Regler.h"
 #include "games/LekRegler.h"
+#include "solver/Losare.h"
 #include "support/Gester.h"
-#include "support/Losare.h"
 #include "support/Spelfall.h"
 #include "support/Testbord.h"
 
@@ -451,9 +451,9 @@ private slots:
 
     void vinnerGenomRiktigtSpel() {
         Bord b(kVinstFro, false, 1280, 1024);
-        auto vag = SokVinst(Idioten2Regler::Regler(), b.spel->Tabell(), 200000);
-        QVERIFY(vag.has_value());
-        b.VinnGenomVyn(*vag, 52, 1);
+        SokSvar vag = Los(Idioten2Regler::Regler(), b.spel->Tabell(), SokGranser{200000});
+        QCOMPARE(vag.utfall, Utfall::Vinnbar);
+        b.VinnGenomVyn(vag.drag, 52, 1);
     }
 
     // ---- Hiscore --------------------------------------------------------------------------

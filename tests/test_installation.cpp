@@ -223,7 +223,7 @@ private slots:
             ParseCommandLine({QStringLiteral("fjolkpatience"), QStringLiteral("--help")}).message;
         // The option lines of the help: "  -h, --help", "  --seed <N>", ...
         static const QRegularExpression valRad(
-            QStringLiteral("^  (?:-(\\w), )?--([\\w-]+)(?: <(\\w+)>)?  "),
+            QStringLiteral("^  (?:-(\\w), )?--([\\w-]+)(?: <([\\w-]+)>)?  "),
             QRegularExpression::MultilineOption);
         int antal = 0;
         for (const QRegularExpressionMatch& val : valRad.globalMatch(hjalp)) {

@@ -1,5 +1,5 @@
 #include "games/Spelfabrik.h"
-#include "support/Losare.h"
+#include "solver/Losare.h"
 #include "support/Urval.h"
 
 #include <QTest>
@@ -166,15 +166,15 @@ private slots:
         for (int f = 0; f < 4; ++f)
             bord->luckor[22 * (2 * f)].TaEmotKort(Kort(static_cast<kortfarg>(f), 13, BRect()));
         QVERIFY(!regler.KlarSpel(*bord));
-        auto vag = SokVinst(regler, *bord, 1000);
-        QVERIFY(vag.has_value());
-        QCOMPARE(int(vag->size()), 4);
-        for (const Drag& d : *vag)
+        SokSvar vag = Los(regler, *bord, SokGranser{1000});
+        QCOMPARE(vag.utfall, Utfall::Vinnbar);
+        QCOMPARE(int(vag.drag.size()), 4);
+        for (const Drag& d : vag.drag)
             regler.GorDrag(*bord, d, nullptr);
         QVERIFY(regler.KlarSpel(*bord));
         // With nothing to move there is nothing to find.
         auto tomt = regler.NyttBord();
-        QVERIFY(!SokVinst(regler, *tomt, 1000).has_value());
+        QCOMPARE(Los(regler, *tomt, SokGranser{1000}).utfall, Utfall::Ovinnbar);
     }
 };
 

@@ -6,8 +6,8 @@
 #include "games/Spelfabrik.h"
 #include "platform/AttributeStore.h"
 #include "platform/QtGeometry.h"
+#include "solver/Losare.h"
 #include "support/Gester.h"
-#include "support/Losare.h"
 #include "support/Tangenter.h"
 #include "support/Testbord.h"
 
@@ -264,7 +264,7 @@ private slots:
             for (auto [fran, till] : FreecellRegler::Losning(mus->Spel()->Luckor(), 400000))
                 vag.push_back(KortDrag(fran, till));
         } else {
-            vag = SokVinst(regler, mus->Spel()->Tabell(), 200000).value_or(std::vector<Drag>{});
+            vag = Los(regler, mus->Spel()->Tabell(), SokGranser{200000}).drag;
         }
         QVERIFY(!vag.empty());
         for (const Drag& d : vag) {

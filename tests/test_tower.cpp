@@ -1,11 +1,11 @@
 #include "app/FjolkView.h"
 #include "cards/Hiscore.h"
 #include "cards/Kortlek.h"
+#include "cards/SpelRegler.h"
 #include "games/Tower.h"
 #include "games/TowerRegler.h"
 #include "platform/QtGeometry.h"
 #include "support/Gester.h"
-#include "support/Losare.h"
 #include "support/Spelfall.h"
 #include "support/Testbord.h"
 
@@ -42,7 +42,12 @@ std::vector<Drag> KortasteVinst(const SpelBord& start) {
     std::map<std::string, std::pair<std::string, Drag>> fran;
     std::map<std::string, std::unique_ptr<SpelBord>> borden;
     std::deque<std::string> ko;
-    std::string forsta = KortNyckel(start);
+    auto nyckelFor = [&](const SpelBord& b) {
+        std::string n;
+        regler.Kunskap().Nyckel(b, n);
+        return n;
+    };
+    std::string forsta = nyckelFor(start);
     fran[forsta] = {"", Drag()};
     borden[forsta] = start.Kopia();
     ko.push_back(forsta);
@@ -59,7 +64,7 @@ std::vector<Drag> KortasteVinst(const SpelBord& start) {
         for (const Drag& d : regler.LagligaDrag(*bord)) {
             auto nasta = bord->Kopia();
             regler.GorDrag(*nasta, d, nullptr);
-            std::string n = KortNyckel(*nasta);
+            std::string n = nyckelFor(*nasta);
             if (fran.count(n))
                 continue;
             fran[n] = {nyckel, d};

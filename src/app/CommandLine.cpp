@@ -48,6 +48,9 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
     const QString sizeOption = QStringLiteral("size");
     const QString ratioOption = QStringLiteral("ratio");
     const QString snapshotOption = QStringLiteral("snapshot");
+    const QString solveOption = QStringLiteral("solve");
+    const QString seedsOption = QStringLiteral("seeds");
+    const QString limitOption = QStringLiteral("limit");
 
     if (!parser.parse(arguments))
         return Fail(parser.errorText(), parser);
@@ -125,6 +128,36 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
             return Fail(QStringLiteral("--snapshot needs --game N"), parser);
         result.snapshot = parser.value(snapshotOption).toStdString();
     }
+    result.solve = parser.isSet(solveOption);
+    if (parser.isSet(seedsOption)) {
+        QStringList parts = parser.value(seedsOption).split(QLatin1Char('-'));
+        bool okA = false;
+        bool okB = false;
+        uint a = parts.size() == 2 ? parts[0].toUInt(&okA) : 0;
+        uint b = parts.size() == 2 ? parts[1].toUInt(&okB) : 0;
+        if (!okA || !okB || a > b)
+            return Fail(QStringLiteral("--seeds wants A-B with whole numbers A <= B, not '%1'")
+                            .arg(parser.value(seedsOption)),
+                        parser);
+        if (!result.solve)
+            return Fail(QStringLiteral("--seeds is for --solve"), parser);
+        result.seeds = std::make_pair(a, b);
+    }
+    if (parser.isSet(limitOption)) {
+        bool ok = false;
+        qulonglong limit = parser.value(limitOption).toULongLong(&ok);
+        if (!ok || limit == 0)
+            return Fail(QStringLiteral("--limit wants a number of positions above 0, not '%1'")
+                            .arg(parser.value(limitOption)),
+                        parser);
+        if (!result.solve)
+            return Fail(QStringLiteral("--limit is for --solve"), parser);
+        result.limit = limit;
+    }
+    if (result.solve && result.game < 0)
+        return Fail(QStringLiteral("--solve needs --game N"), parser);
+    if (result.solve && !result.seed && !result.seeds)
+        return Fail(QStringLiteral("--solve needs --seed S or --seeds A-B"), parser);
     return result;
 }
 

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 // What the player asked for on the command line.
 struct CommandLine {
@@ -19,6 +20,11 @@ struct CommandLine {
     // The snapshot's device pixel ratio; the screen's when not given.
     std::optional<double> ratio;
     std::string snapshot;
+    // Search the deal (or the deals of seeds firstSeed..lastSeed) instead of opening a
+    // window; 0 positions: no limit.
+    bool solve = false;
+    std::optional<std::pair<unsigned, unsigned>> seeds;
+    unsigned long long limit = 0;
 
     enum class Outcome { Run, Exit };
     Outcome outcome = Outcome::Run;

@@ -36,6 +36,15 @@ inline constexpr Option kOptions[] = {
     {nullptr, "snapshot", "FILE",
      "Deal the game of --game, draw the table without a display and write it to FILE as a "
      "PNG picture, then exit."},
+    {nullptr, "solve", nullptr,
+     "Without a window, search the deal of --game and --seed for a way to win it and print "
+     "the verdict (won-able, cannot be won, not known), the positions searched, the time and "
+     "the winning moves one per line; exit with 0, 1 or 2 for the three verdicts."},
+    {nullptr, "seeds", "A-B",
+     "With --solve: search the deals of seeds A to B instead, one line each, then the "
+     "totals."},
+    {nullptr, "limit", "POSITIONS",
+     "With --solve: give up, as not known, after searching this many positions."},
 };
 
 // The keys that play a game on the table, as the manual page and Help list them.

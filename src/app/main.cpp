@@ -1,6 +1,7 @@
 #include "app/CommandLine.h"
 #include "app/FjolkApp.h"
 #include "app/FjolkWin.h"
+#include "app/LosKommando.h"
 #include "app/Snapshot.h"
 #include "app/StartMatning.h"
 #include "welcome/WelcomeView.h"
@@ -33,6 +34,16 @@ int main(int argc, char* argv[]) {
         std::fputs(commandLine.message.toLocal8Bit().constData(),
                    commandLine.exitCode == 0 ? stdout : stderr);
         return commandLine.exitCode;
+    }
+
+    // A search needs no display, nor any Qt at all.
+    if (commandLine.solve) {
+        SokGranser granser;
+        granser.lagen = commandLine.limit;
+        if (commandLine.seeds)
+            return LosGivar(commandLine.game, commandLine.seeds->first, commandLine.seeds->second,
+                            granser, stdout);
+        return LosEnGiv(commandLine.game, *commandLine.seed, granser, stdout);
     }
 
     // A snapshot is drawn without a display.

@@ -3,6 +3,7 @@
 #include "cards/Drag.h"
 #include "cards/Hiscore.h"
 #include "cards/Hogar.h"
+#include "cards/SokKunskap.h"
 #include "cards/SpelBord.h"
 
 #include <memory>
@@ -35,6 +36,8 @@ public:
     // The table's piles in words, in the order a player reads the table; none where the
     // game names none.
     virtual std::vector<Hog> Hogar(const SpelBord& /*bord*/) const { return {}; }
+    // What the game knows about searching its moves (the defaults when it knows nothing).
+    virtual const SokKunskap& Kunskap() const { return StandardKunskap(); }
 };
 
 // The functions one game's rules are written as, over its own table type B.
@@ -51,7 +54,7 @@ template <typename B> struct ReglerFunktioner {
 
 template <typename B> class ReglerAv final : public SpelRegler {
 public:
-    explicit ReglerAv(ReglerFunktioner<B> f) : fn(f) {}
+    explicit ReglerAv(ReglerFunktioner<B> f, const SokKunskap* k = nullptr) : fn(f), kunskap(k) {}
 
     std::unique_ptr<SpelBord> NyttBord() const override {
         auto bord = std::make_unique<B>();
@@ -77,18 +80,22 @@ public:
         else
             return {};
     }
+    const SokKunskap& Kunskap() const override {
+        return kunskap != nullptr ? *kunskap : StandardKunskap();
+    }
 
 private:
     static B& Av(SpelBord& b) { return static_cast<B&>(b); }
     static const B& Av(const SpelBord& b) { return static_cast<const B&>(b); }
 
     ReglerFunktioner<B> fn;
+    const SokKunskap* kunskap;
 };
 
 // The rules of a game written, as most are, as the functions Skapa, LaggUtLeken, DelaUt,
 // LagligaDrag, GorDrag, Angra, KlarSpel and Resultat over its table B in B's own namespace.
-template <typename B> const SpelRegler& SpeletsRegler() {
-    static const ReglerAv<B> regler({
+template <typename B> ReglerFunktioner<B> SpeletsFunktioner() {
+    return {
         [](B& b) { Skapa(b); },
         [](B& b) { LaggUtLeken(b); },
         [](B& b, Flygledare* f) { DelaUt(b, f); },
@@ -97,6 +104,14 @@ template <typename B> const SpelRegler& SpeletsRegler() {
         [](B& b, Flygledare* f) { return Angra(b, f); },
         [](B& b) { return KlarSpel(b); },
         [](const B& b) { return Resultat(b); },
-    });
+    };
+}
+template <typename B> const SpelRegler& SpeletsRegler() {
+    static const ReglerAv<B> regler(SpeletsFunktioner<B>());
+    return regler;
+}
+// The same with what the game knows about searching its moves.
+template <typename B> const SpelRegler& SpeletsRegler(const SokKunskap& kunskap) {
+    static const ReglerAv<B> regler(SpeletsFunktioner<B>(), &kunskap);
     return regler;
 }

@@ -6,6 +6,7 @@
 #include "games/LekRegler.h"
 
 #include <cstdlib>
+#include <string>
 
 namespace BlackholeRegler {
 
@@ -140,8 +141,69 @@ HiscoreResultat Resultat(const Stallning& bord) {
     return HiscoreResultat{bord.kortKvar, bord.giv};
 }
 
+namespace {
+
+int KortIFlakt(const SpelBord& bord, int fran) {
+    int forsta = kForstaSolfjader + (fran - kForstaSolfjader) / kPlatserPerSolfjader * 4;
+    int antal = 0;
+    for (int j = 0; j < kPlatserPerSolfjader; ++j)
+        antal += bord.luckor[forsta + j].Tom() ? 0 : 1;
+    return antal;
+}
+
+class Kunskap final : public SokKunskap {
+public:
+    // The fans as they lie (each has its own place and neighbours) and the hole's top card:
+    // the cards beneath it never move again.
+    void Nyckel(const SpelBord& b, std::string& nyckel) const override {
+        KortOchPlatser(b.luckor, kForstaSolfjader, kSistaSolfjader, nyckel);
+        int topp = HaletsTopp(b.luckor);
+        nyckel.push_back(topp < 0 ? '\0' : KortKod(b.luckor[topp]));
+    }
+    // The moves after which the most fan tops fit the new hole card first (counting the card
+    // the move uncovers), then off the fullest fans: the cards buried deepest wait longest.
+    void Ordna(const SpelBord& b, std::vector<Drag>& dragen) const override {
+        auto foljare = [&](const Drag& d) {
+            const Kort& kort = b.luckor[d.fran].GeKort();
+            int antal = 0;
+            for (int f = 0; f < kSolfjadrar; ++f) {
+                int forsta = kForstaSolfjader + kPlatserPerSolfjader * f;
+                if (b.luckor[forsta].Tom())
+                    continue;
+                int topp = Toppen(b.luckor, forsta);
+                if (topp == d.fran)
+                    topp = topp > forsta ? topp - 1 : -1;
+                if (topp >= 0 && Passar(b.luckor[topp].GeKort(), kort))
+                    ++antal;
+            }
+            return antal * 8 + KortIFlakt(b, d.fran);
+        };
+        std::vector<std::pair<int, Drag>> ordnade;
+        for (const Drag& d : dragen)
+            ordnade.emplace_back(-foljare(d), d);
+        std::stable_sort(ordnade.begin(), ordnade.end(),
+                         [](const auto& x, const auto& y) { return x.first < y.first; });
+        for (std::size_t i = 0; i < dragen.size(); ++i)
+            dragen[i] = ordnade[i].second;
+    }
+    std::string PlatsNamn(const SpelBord& b, int i) const override {
+        if (ISolfjader(i))
+            return "fan " + std::to_string((i - kForstaSolfjader) / kPlatserPerSolfjader + 1);
+        if (i >= kForstaHal && i <= kSistaHal)
+            return "the hole";
+        return SokKunskap::PlatsNamn(b, i);
+    }
+};
+
+const SokKunskap& Kunskapen() {
+    static const Kunskap kunskap;
+    return kunskap;
+}
+
+} // namespace
+
 const SpelRegler& Regler() {
-    return SpeletsRegler<Stallning>();
+    return SpeletsRegler<Stallning>(Kunskapen());
 }
 
 } // namespace BlackholeRegler

@@ -5,6 +5,7 @@
 #include "games/LekRegler.h"
 
 #include <algorithm>
+#include <string>
 
 namespace FarfarsklockaRegler {
 
@@ -197,8 +198,36 @@ HiscoreResultat Resultat(const Stallning& bord) {
     return HiscoreResultat{AntalFyllda(bord.luckor, kForstaKlocka, kSistaKlocka), 1};
 }
 
+namespace {
+
+class Kunskap final : public SokKunskap {
+public:
+    // The clock first, then the pile tops, and an empty pile last.
+    void Ordna(const SpelBord&, std::vector<Drag>& dragen) const override {
+        auto rang = [](const Drag& d) {
+            return d.till <= kSistaKlocka ? 0 : ArHogBas(d.till) ? 2 : 1;
+        };
+        std::stable_sort(dragen.begin(), dragen.end(),
+                         [&](const Drag& a, const Drag& b) { return rang(a) < rang(b); });
+    }
+    std::string PlatsNamn(const SpelBord& b, int i) const override {
+        if (i >= kForstaKlocka && i <= kSistaKlocka)
+            return "clock pile " + std::to_string(i / kPlatserPerHog + 1);
+        if (i >= kForstaHog && i <= kSistaHog)
+            return "pile " + std::to_string((i - kForstaHog) / kPlatserPerHog + 1);
+        return SokKunskap::PlatsNamn(b, i);
+    }
+};
+
+const SokKunskap& Kunskapen() {
+    static const Kunskap kunskap;
+    return kunskap;
+}
+
+} // namespace
+
 const SpelRegler& Regler() {
-    return SpeletsRegler<Stallning>();
+    return SpeletsRegler<Stallning>(Kunskapen());
 }
 
 } // namespace FarfarsklockaRegler

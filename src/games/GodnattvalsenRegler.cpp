@@ -5,6 +5,7 @@
 #include "games/LekRegler.h"
 
 #include <algorithm>
+#include <string>
 
 namespace GodnattvalsenRegler {
 
@@ -204,8 +205,58 @@ HiscoreResultat Resultat(const Stallning& bord) {
     return HiscoreResultat{kort, 1};
 }
 
+namespace {
+
+class Kunskap final : public SokKunskap {
+public:
+    // Moving a card between foundations never changes which values lie on top, so tables
+    // differ by the piles, the stock and the foundations' top values.
+    void Nyckel(const SpelBord& bord, std::string& nyckel) const override {
+        int toppar[kKolumner];
+        for (int c = 0; c < kKolumner; ++c) {
+            int topp = -1;
+            for (int i = GrundBas(c); i < HogBas(c); ++i)
+                if (!bord.luckor[i].Tom())
+                    topp = bord.luckor[i].GeKort().KortValor();
+            toppar[c] = topp;
+            for (int i = HogBas(c); i < GrundBas(c) + kPerKolumn; ++i)
+                nyckel.push_back(KortKod(bord.luckor[i]));
+        }
+        std::sort(toppar, toppar + kKolumner);
+        for (int t : toppar)
+            nyckel.push_back(static_cast<char>(t + 2));
+        nyckel.push_back(static_cast<char>(AntalFyllda(bord.luckor, kForstaLek, kSistaLek)));
+    }
+    // The piles' cards before the stock; the moves between foundations are left out, as
+    // they reach a table of the same key.
+    void Ordna(const SpelBord&, std::vector<Drag>& dragen) const override {
+        std::vector<Drag> ordning;
+        for (const Drag& d : dragen)
+            if (d.slag == DragSlag::Kort && IHogen(d.fran))
+                ordning.push_back(d);
+        for (const Drag& d : dragen)
+            if (d.slag == DragSlag::Knapp)
+                ordning.push_back(d);
+        dragen = ordning;
+    }
+    std::string PlatsNamn(const SpelBord& b, int i) const override {
+        if (IHogen(i))
+            return "pile " + std::to_string(i / kPerKolumn + 1);
+        if (IGrunden(i))
+            return "foundation " + std::to_string(i / kPerKolumn + 1);
+        return SokKunskap::PlatsNamn(b, i);
+    }
+};
+
+const SokKunskap& Kunskapen() {
+    static const Kunskap kunskap;
+    return kunskap;
+}
+
+} // namespace
+
 const SpelRegler& Regler() {
-    return SpeletsRegler<Stallning>();
+    return SpeletsRegler<Stallning>(Kunskapen());
 }
 
 } // namespace GodnattvalsenRegler

@@ -4,6 +4,7 @@
 #include "games/LekRegler.h"
 
 #include <algorithm>
+#include <string>
 
 namespace KolumnRegler {
 
@@ -481,6 +482,240 @@ std::vector<Hog> HogTabell(const Stallning& bord) {
         hogar.push_back({HogSlag::Grund, g + 1, plan.forstaGrund + plan.grundSteg * g,
                          plan.forstaGrund + plan.grundSteg * g + kNivaer - 1});
     return hogar;
+}
+
+namespace {
+
+// The cards from slot `forsta` up to the first empty one.
+void Hogen(const std::vector<Lucka>& luckor, int forsta, int sista, std::string& ut) {
+    for (int i = forsta; i <= sista && !luckor[i].Tom(); ++i)
+        ut.push_back(KortKod(luckor[i]));
+}
+
+void SorteradeHogar(std::vector<std::string>& hogar, std::string& nyckel) {
+    std::sort(hogar.begin(), hogar.end());
+    for (const std::string& h : hogar) {
+        nyckel += h;
+        nyckel.push_back('|');
+    }
+}
+
+// Eight off counts free places over nine pairs that take in its first free cell twice and
+// its first foundation's base; its other places are as interchangeable as in Freecell.
+bool NioPar(const Plan& plan) {
+    return plan.rakning == FriRakning::NioParVarannan;
+}
+
+// Places a card or run may go to that lead to the same table under the key: any empty
+// column, any empty free cell (but Eight off's first), any empty foundation base (but Eight
+// off's first). -1 for a place that is its own.
+int Klass(const Plan& plan, const std::vector<Lucka>& luckor, int till) {
+    if (!luckor[till].Tom())
+        return -1;
+    if (KolumnBas(plan, till))
+        return 0;
+    if (Fricell(plan, till))
+        return NioPar(plan) && till == kForstaFricell ? -1 : 1;
+    if (GrundBas(plan, till))
+        return NioPar(plan) && till == plan.forstaGrund ? -1 : 2;
+    return -1;
+}
+
+// A card or run that already lies on a card it could be built on, moved onto another.
+bool Sidleds(const Plan& plan, const std::vector<Lucka>& luckor, const Drag& d) {
+    return d.fran <= SistaKolumnLucka(plan) && !HogBas(plan, d.fran) && !luckor[d.till].Tom() &&
+           PassarPaKolumn(plan, luckor[d.fran - 1].GeKort(), luckor[d.fran].GeKort());
+}
+
+// The lowest card left beneath a move's cards in its column (0 when the column empties):
+// digging towards the low cards first brings them home sooner.
+int Lagsta(const Plan& plan, const std::vector<Lucka>& luckor, const Drag& d) {
+    if (d.fran > SistaKolumnLucka(plan) && !HogBas(plan, d.fran))
+        return 14;
+    int lagsta = 0;
+    for (int i = d.fran - 1; i >= 0 && !HogBas(plan, i + 1); --i) {
+        int v = luckor[i].GeKort().KortValor();
+        lagsta = lagsta == 0 ? v : std::min(lagsta, v);
+    }
+    return lagsta;
+}
+
+int Rang(const Plan& plan, const std::vector<Lucka>& luckor, const Drag& d) {
+    const bool franGrund = d.fran >= plan.forstaGrund;
+    const bool tillGrund = d.till >= plan.forstaGrund && d.till <= SistaGrund(plan);
+    int rang = 0;
+    if (tillGrund)
+        rang = 0;
+    else if (franGrund)
+        rang = 6;
+    else if (!(luckor[d.till].Tom() && (HogBas(plan, d.till) || Fricell(plan, d.till))))
+        rang = Fricell(plan, d.fran) ? 1 : Sidleds(plan, luckor, d) ? 3 : 2;
+    else if (KolumnBas(plan, d.till))
+        rang = HogBas(plan, d.fran) ? 7 : 4; // a whole pile to an empty column changes little
+    else
+        rang = 5; // into a free cell
+    return rang * 16 + Lagsta(plan, luckor, d);
+}
+
+class Kunskap final : public SokKunskap {
+public:
+    // A card home when no card that could lie on it is still out of its foundation (the
+    // two one lower of the other colour, or in Eight off the one lower of its suit), and an
+    // ace or a two always. Usually right, not always: a card taken back off a foundation
+    // may still be wanted on it.
+    int TroligtDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
+        const Plan& plan = *static_cast<const Stallning&>(b).plan;
+        const std::vector<Lucka>& l = b.luckor;
+        int hemma[4] = {0, 0, 0, 0};
+        for (int f = 0; f < 4; ++f) {
+            int topp = Toppen(l, plan.forstaGrund + f * plan.grundSteg);
+            if (topp >= 0)
+                hemma[l[topp].GeKort().KortFarg()] = l[topp].GeKort().KortValor();
+        }
+        for (std::size_t i = 0; i < dragen.size(); ++i) {
+            const Drag& d = dragen[i];
+            if (d.slag != DragSlag::Kort || d.fran >= plan.forstaGrund ||
+                d.till < plan.forstaGrund || d.till > SistaGrund(plan))
+                continue;
+            const Kort& k = l[d.fran].GeKort();
+            int v = k.KortValor();
+            bool troligt = v <= 2;
+            if (plan.sammaSvit)
+                troligt = true;
+            else if (k.SvartFarg())
+                troligt = troligt || (hemma[HJARTER] >= v - 1 && hemma[RUTER] >= v - 1);
+            else
+                troligt = troligt || (hemma[KLOVER] >= v - 1 && hemma[SPADER] >= v - 1);
+            if (troligt)
+                return static_cast<int>(i);
+        }
+        return -1;
+    }
+    bool HarTroligaDrag() const override { return true; }
+
+    // Nothing off the foundations, no card from one free cell to another, none from a card it
+    // could be built on to another such card, no whole pile into an empty column, and of the
+    // runs of one column into an empty column only the longest.
+    void GallraHastigt(const SpelBord& b, std::vector<Drag>& dragen) const override {
+        const Plan& plan = *static_cast<const Stallning&>(b).plan;
+        const std::vector<Lucka>& l = b.luckor;
+        auto tomKolumn = [&](const Drag& d) { return KolumnBas(plan, d.till) && l[d.till].Tom(); };
+        const std::vector<Drag> alla = dragen;
+        std::erase_if(dragen, [&](const Drag& d) {
+            if (d.fran >= plan.forstaGrund && d.fran <= SistaGrund(plan))
+                return true;
+            if (Fricell(plan, d.fran) && Fricell(plan, d.till))
+                return true;
+            if (Sidleds(plan, l, d))
+                return true;
+            if (!tomKolumn(d))
+                return false;
+            if (HogBas(plan, d.fran))
+                return true;
+            int kolumn = d.fran / kPlatserPerKolumn;
+            return std::any_of(alla.begin(), alla.end(), [&](const Drag& e) {
+                return tomKolumn(e) && e.fran <= SistaKolumnLucka(plan) &&
+                       e.fran / kPlatserPerKolumn == kolumn && e.antal > d.antal;
+            });
+        });
+    }
+
+    std::string PlatsNamn(const SpelBord& b, int i) const override {
+        const Plan& plan = *static_cast<const Stallning&>(b).plan;
+        auto nr = [](int n) { return std::to_string(n + 1); };
+        if (i >= 0 && i <= SistaKolumnLucka(plan))
+            return "column " + nr(i / kPlatserPerKolumn);
+        if (i >= 0 && i < (plan.kolumner + plan.reserver) * kPlatserPerKolumn)
+            return "reserve pile " + nr(i / kPlatserPerKolumn - plan.kolumner);
+        if (i >= kForstaFricell && i < kForstaFricell + 2 * plan.friceller)
+            return "free cell " + nr((i - kForstaFricell) / 2);
+        if (i >= plan.forstaGrund && i <= SistaGrund(plan))
+            return "foundation " + nr((i - plan.forstaGrund) / plan.grundSteg);
+        return SokKunskap::PlatsNamn(b, i);
+    }
+
+    // Where the columns stand does not matter to any move, nor which free cell holds a card
+    // (Eight off's first aside), nor which foundation a suit was built on (Eight off's first
+    // aside): the cards not in a column, reserve pile or free cell are on the foundations.
+    void Nyckel(const SpelBord& b, std::string& nyckel) const override {
+        const Plan& plan = *static_cast<const Stallning&>(b).plan;
+        const std::vector<Lucka>& l = b.luckor;
+        std::vector<std::string> hogar(static_cast<std::size_t>(plan.kolumner));
+        for (int c = 0; c < plan.kolumner; ++c)
+            Hogen(l, c * kPlatserPerKolumn, (c + 1) * kPlatserPerKolumn - 1, hogar[c]);
+        SorteradeHogar(hogar, nyckel);
+        hogar.assign(static_cast<std::size_t>(plan.reserver), {});
+        for (int r = 0; r < plan.reserver; ++r) {
+            int forsta = (plan.kolumner + r) * kPlatserPerKolumn;
+            Hogen(l, forsta, forsta + kPlatserPerKolumn - 1, hogar[r]);
+        }
+        SorteradeHogar(hogar, nyckel);
+        std::vector<std::string> celler;
+        for (int i = 0; i < plan.friceller; ++i) {
+            int cell = kForstaFricell + 2 * i;
+            std::string c{KortKod(l[cell]), KortKod(l[cell + 1])};
+            if (NioPar(plan) && i == 0)
+                nyckel += c;
+            else
+                celler.push_back(c);
+        }
+        SorteradeHogar(celler, nyckel);
+        if (NioPar(plan)) {
+            int topp = Toppen(l, plan.forstaGrund);
+            nyckel.push_back(topp < 0 ? '\0' : KortKod(l[topp]));
+        }
+        KortOchPlatser(l, plan.forstaLek, plan.antalLuckor - 1, nyckel);
+    }
+
+    // Foundations first, then cards off the free cells, then onto cards, then into empty
+    // places, and last off the foundations. Of the moves of one card or run into
+    // interchangeable empty places only the first is kept: the others reach the same key.
+    void Ordna(const SpelBord& b, std::vector<Drag>& dragen) const override {
+        const Plan& plan = *static_cast<const Stallning&>(b).plan;
+        const std::vector<Lucka>& l = b.luckor;
+        std::vector<std::pair<int, Drag>> ordnade;
+        ordnade.reserve(dragen.size());
+        for (const Drag& d : dragen) {
+            int klass = Klass(plan, l, d.till);
+            bool dubbel = klass >= 0 && std::any_of(ordnade.begin(), ordnade.end(), [&](auto& o) {
+                              return o.second.fran == d.fran && o.second.antal == d.antal &&
+                                     Klass(plan, l, o.second.till) == klass;
+                          });
+            if (!dubbel)
+                ordnade.emplace_back(Rang(plan, l, d), d);
+        }
+        std::stable_sort(ordnade.begin(), ordnade.end(),
+                         [](const auto& a, const auto& c) { return a.first < c.first; });
+        dragen.clear();
+        for (const auto& o : ordnade)
+            dragen.push_back(o.second);
+    }
+
+    // An ace off a column or a free cell to a foundation (Freecell, Glädjespridaren): no card
+    // can ever lie on an ace in a column, so the ace only covers the card beneath it and
+    // takes a place. Play any winning line without the ace's own moves: every other move
+    // stays legal (a run ending in the ace is shorter and needs fewer free places), and
+    // every table has as many empty places or more; the suits' foundations are
+    // interchangeable. Not in Eight off, whose first foundation base counts as a free place.
+    int SakertDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
+        const Plan& plan = *static_cast<const Stallning&>(b).plan;
+        if (NioPar(plan))
+            return -1;
+        for (std::size_t i = 0; i < dragen.size(); ++i) {
+            const Drag& d = dragen[i];
+            if (d.slag == DragSlag::Kort && d.fran < plan.forstaGrund && GrundBas(plan, d.till) &&
+                b.luckor[d.fran].GeKort().KortValor() == 1)
+                return static_cast<int>(i);
+        }
+        return -1;
+    }
+};
+
+} // namespace
+
+const SokKunskap& Kunskapen() {
+    static const Kunskap kunskap;
+    return kunskap;
 }
 
 } // namespace KolumnRegler

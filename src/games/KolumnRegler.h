@@ -166,9 +166,13 @@ template <const Plan& (*PlanFor)()> void SkapaMed(Stallning& bord) {
     bord.plan = &PlanFor();
     Skapa(bord);
 }
+// What the column games know about searching their moves: the key, the order, and an ace
+// going home at once where that is safe (see the comments in KolumnRegler.cpp).
+const SokKunskap& Kunskapen();
 template <const Plan& (*PlanFor)()> const SpelRegler& ReglerMed() {
     static const ReglerAv<Stallning> regler(
-        {SkapaMed<PlanFor>, LaggUtLeken, DelaUt, LagligaDrag, GorDrag, Angra, KlarSpel, Resultat});
+        {SkapaMed<PlanFor>, LaggUtLeken, DelaUt, LagligaDrag, GorDrag, Angra, KlarSpel, Resultat},
+        &Kunskapen());
     return regler;
 }
 

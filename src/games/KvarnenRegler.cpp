@@ -5,6 +5,7 @@
 #include "games/LekRegler.h"
 
 #include <algorithm>
+#include <string>
 
 namespace KvarnenRegler {
 
@@ -180,8 +181,39 @@ HiscoreResultat Resultat(const Stallning& bord) {
     return HiscoreResultat{AntalFyllda(bord.luckor, kForstaGrund, kSistaGrund), bord.giv};
 }
 
+namespace {
+
+// The key is the default, the cards alone: there is no last deal, so the deal's number
+// is only the score and two tables of the same cards have the same future.
+class Kunskap final : public SokKunskap {
+public:
+    // The foundations first, then the button, then the moves between piles.
+    void Ordna(const SpelBord&, std::vector<Drag>& dragen) const override {
+        auto rang = [](const Drag& d) {
+            return d.slag == DragSlag::Knapp ? 1 : d.till <= kSistaGrund ? 0 : 2;
+        };
+        std::stable_sort(dragen.begin(), dragen.end(),
+                         [&](const Drag& a, const Drag& b) { return rang(a) < rang(b); });
+    }
+    std::string PlatsNamn(const SpelBord& b, int i) const override {
+        if (i >= kForstaGrund && i <= kSistaGrund)
+            return "foundation " + std::to_string(i / 18 + 1);
+        if (i >= kForstaHog && i <= kSistaHog)
+            return "pile " + std::to_string((i - kForstaHog) / kPlatserPerHog + 1);
+        return SokKunskap::PlatsNamn(b, i);
+    }
+    std::string KnappNamn() const override { return "gather and deal again"; }
+};
+
+const SokKunskap& Kunskapen() {
+    static const Kunskap kunskap;
+    return kunskap;
+}
+
+} // namespace
+
 const SpelRegler& Regler() {
-    return SpeletsRegler<Stallning>();
+    return SpeletsRegler<Stallning>(Kunskapen());
 }
 
 } // namespace KvarnenRegler

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
 
 namespace PyramidenRegler {
 
@@ -370,8 +371,38 @@ HiscoreResultat Resultat(const Stallning& bord) {
     return HiscoreResultat{AntalFyllda(bord.luckor, kForstaPyramid, kSistaPyramid), bord.giv};
 }
 
+namespace {
+
+class Kunskap final : public SokKunskap {
+public:
+    // The cards and the deal: the stock turns over once.
+    void Nyckel(const SpelBord& b, std::string& nyckel) const override {
+        SokKunskap::Nyckel(b, nyckel);
+        nyckel.push_back(static_cast<char>(static_cast<const Stallning&>(b).giv));
+    }
+    std::string PlatsNamn(const SpelBord& b, int i) const override {
+        if (IPyramiden(i))
+            return "pyramid place " + std::to_string(i + 1);
+        if (i >= kForstaDolda && i <= kSistaDolda)
+            return "the stock's top";
+        if (PaHogen(i))
+            return "the waste";
+        if (i >= kForstaKast && i <= kSistaKast)
+            return "the discards";
+        return SokKunskap::PlatsNamn(b, i);
+    }
+    std::string KnappNamn() const override { return "turn the stock"; }
+};
+
+const SokKunskap& Kunskapen() {
+    static const Kunskap kunskap;
+    return kunskap;
+}
+
+} // namespace
+
 const SpelRegler& Regler() {
-    return SpeletsRegler<Stallning>();
+    return SpeletsRegler<Stallning>(Kunskapen());
 }
 
 } // namespace PyramidenRegler

@@ -3,6 +3,8 @@
 #include "cards/Flyttar.h"
 #include "cards/Luckor.h"
 #include "games/LekRegler.h"
+#include <algorithm>
+#include <string>
 
 namespace StrategyRegler {
 
@@ -186,8 +188,93 @@ HiscoreResultat Resultat(const Stallning& bord) {
     return HiscoreResultat{bord.kortHemma, bord.forsok};
 }
 
+namespace {
+
+class Kunskap final : public SokKunskap {
+public:
+    // Foundations first; then the stock's card onto the pile whose top is the lowest card
+    // not below it, so that the piles fall towards their tops and come home in order.
+    void Ordna(const SpelBord& bord, std::vector<Drag>& dragen) const override {
+        auto vikt = [&](const Drag& d) {
+            if (IGrunden(d.till))
+                return -1;
+            int valor = bord.luckor[d.fran].GeKort().KortValor();
+            if (Bas(d.till))
+                return 100;
+            int under = bord.luckor[d.till - 1].GeKort().KortValor();
+            return under >= valor ? under - valor : 200 + valor - under;
+        };
+        std::stable_sort(dragen.begin(), dragen.end(),
+                         [&](const Drag& a, const Drag& b) { return vikt(a) < vikt(b); });
+    }
+    // Once the stock is out the only moves are pile tops to the foundations, and making one
+    // takes none of the others away: each foundation wants its own suit's next card.
+    int SakertDrag(const SpelBord& bord, const std::vector<Drag>& dragen) const override {
+        if (LekensTopp(bord.luckor) >= 0 || dragen.empty())
+            return -1;
+        return 0;
+    }
+    // A pile's cards leave only once the stock is out, and then only to their foundations:
+    // each card after the one above it in its pile and after its suit's card one lower. When
+    // those orders go round in a circle no card of the circle can ever go home. Cards still
+    // in the stock only add orders, so a circle now stays one.
+    bool Hopplos(const SpelBord& bord) const override {
+        const std::vector<Lucka>& l = bord.luckor;
+        bool ute[52] = {};
+        int fore[52] = {}; // how many cards must go home first
+        int efter[52][2];  // the cards that wait for it: the one below it, its suit's next
+        int antalEfter[52] = {};
+        auto kod = [](const Kort& k) { return 13 * k.KortFarg() + k.KortValor() - 1; };
+        for (int i = 0; i < kForstaGrund; ++i)
+            if (!l[i].Tom())
+                ute[kod(l[i].GeKort())] = true;
+        for (int i = kForstaLek; i <= kSistaLek; ++i)
+            if (!l[i].Tom())
+                ute[kod(l[i].GeKort())] = true;
+        auto vantar = [&](int forst, int sedan) {
+            efter[forst][antalEfter[forst]++] = sedan;
+            ++fore[sedan];
+        };
+        for (int k = 0; k < 52; ++k)
+            if (ute[k] && k % 13 > 0 && ute[k - 1])
+                vantar(k - 1, k);
+        for (int c = 0; c < kHogar; ++c)
+            for (int i = HogBas(c) + 1; i < HogBas(c) + kPerHog && !l[i].Tom(); ++i)
+                vantar(kod(l[i].GeKort()), kod(l[i - 1].GeKort()));
+        int klara[52];
+        int n = 0;
+        int kvar = 0;
+        for (int k = 0; k < 52; ++k) {
+            kvar += ute[k] ? 1 : 0;
+            if (ute[k] && fore[k] == 0)
+                klara[n++] = k;
+        }
+        for (int j = 0; j < n; ++j)
+            for (int e = 0; e < antalEfter[klara[j]]; ++e)
+                if (--fore[efter[klara[j]][e]] == 0)
+                    klara[n++] = efter[klara[j]][e];
+        return n < kvar;
+    }
+    std::string PlatsNamn(const SpelBord& b, int i) const override {
+        if (i >= 0 && i < kForstaGrund)
+            return "pile " + std::to_string(i / kPerHog + 1);
+        if (IGrunden(i))
+            return "foundation " + std::to_string((i - kForstaGrund) / kPerHog + 1);
+        if (i >= kForstaLek && i <= kSistaLek)
+            return "the stock";
+        return SokKunskap::PlatsNamn(b, i);
+    }
+};
+
+const SokKunskap& Kunskapen() {
+    static const Kunskap kunskap;
+    return kunskap;
+}
+
+} // namespace
+
 const SpelRegler& Regler() {
-    return SpeletsRegler<Stallning>();
+    return SpeletsRegler<Stallning>(Kunskapen());
 }
 
 } // namespace StrategyRegler

@@ -1,0 +1,64 @@
+#include "cards/SokKunskap.h"
+
+char KortKod(const Lucka& lucka) {
+    if (lucka.Tom())
+        return 0;
+    const Kort& k = lucka.GeKort();
+    return static_cast<char>(1 + 13 * k.KortFarg() + k.KortValor() - 1);
+}
+
+void KortOchPlatser(const std::vector<Lucka>& luckor, int forsta, int sista, std::string& nyckel) {
+    int hopp = 0;
+    for (int i = forsta; i <= sista; ++i) {
+        if (luckor[i].Tom()) {
+            ++hopp;
+            continue;
+        }
+        for (; hopp >= 255; hopp -= 255)
+            nyckel.push_back(static_cast<char>(255));
+        nyckel.push_back(static_cast<char>(hopp));
+        nyckel.push_back(KortKod(luckor[i]));
+        hopp = 0;
+    }
+}
+
+void SokKunskap::Nyckel(const SpelBord& bord, std::string& nyckel) const {
+    KortOchPlatser(bord.luckor, 0, static_cast<int>(bord.luckor.size()) - 1, nyckel);
+}
+
+void SokKunskap::Ordna(const SpelBord&, std::vector<Drag>&) const {}
+
+int SokKunskap::SakertDrag(const SpelBord&, const std::vector<Drag>&) const {
+    return -1;
+}
+
+bool SokKunskap::Hopplos(const SpelBord&) const {
+    return false;
+}
+
+int SokKunskap::TroligtDrag(const SpelBord&, const std::vector<Drag>&) const {
+    return -1;
+}
+
+void SokKunskap::GallraHastigt(const SpelBord&, std::vector<Drag>&) const {}
+
+bool SokKunskap::TasTillbaka(const SpelBord&, const Drag& drag) const {
+    return drag.slag == DragSlag::Kort || drag.slag == DragSlag::Rad || drag.slag == DragSlag::Par;
+}
+
+bool SokKunskap::Sokbart(const Drag& drag) const {
+    return drag.slag != DragSlag::NyttForsok;
+}
+
+std::string SokKunskap::PlatsNamn(const SpelBord&, int lucka) const {
+    return "slot " + std::to_string(lucka);
+}
+
+std::string SokKunskap::KnappNamn() const {
+    return "press the stock";
+}
+
+const SokKunskap& StandardKunskap() {
+    static const SokKunskap kunskap;
+    return kunskap;
+}

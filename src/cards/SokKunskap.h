@@ -1,0 +1,57 @@
+#pragma once
+
+#include "cards/Drag.h"
+#include "cards/SpelBord.h"
+
+#include <string>
+#include <vector>
+
+// What a game knows about searching its own moves, offered to a solver beside its rules.
+// Every part has a default that is right for any game, only slower.
+class SokKunskap {
+public:
+    virtual ~SokKunskap() = default;
+
+    // Appends what tells this table apart in a search: two tables with the same key must
+    // have the same moves to the same (keyed) tables and be won alike. The default is every
+    // card with its slot.
+    virtual void Nyckel(const SpelBord& bord, std::string& nyckel) const;
+    // Puts the moves in the order to try them, most promising first. A move may be dropped
+    // only when another one kept leads to a table with the same key.
+    virtual void Ordna(const SpelBord& bord, std::vector<Drag>& dragen) const;
+    // A move of `dragen` that can be made at once without losing a win: the table after it
+    // can be won whenever this one can. Its index, or -1 (the default: none).
+    virtual int SakertDrag(const SpelBord& bord, const std::vector<Drag>& dragen) const;
+    // Whether this table can certainly not be won, whatever is played from it (the default:
+    // not known). The search then tries none of its moves.
+    virtual bool Hopplos(const SpelBord& bord) const;
+    // A move that is most likely as good as any, for a quick first search that makes it at
+    // once; a verdict that a deal cannot be won never rests on it. Its index, or -1.
+    virtual int TroligtDrag(const SpelBord& bord, const std::vector<Drag>& dragen) const;
+    // Leaves out, for that quick pass alone, moves that seldom lead anywhere.
+    virtual void GallraHastigt(const SpelBord& bord, std::vector<Drag>& dragen) const;
+    // Whether the game offers such moves at all (a search then starts with a quick pass).
+    virtual bool HarTroligaDrag() const { return false; }
+    // Whether the rules' Angra takes `drag` back to exactly this table (the undo count
+    // aside); when not, a search keeps a copy to go back to. The default trusts card and run
+    // moves and copies for the game's button.
+    virtual bool TasTillbaka(const SpelBord& bord, const Drag& drag) const;
+    // Whether a search may make the move at all: a new attempt shuffles by chance, so its
+    // outcome is not known in advance.
+    virtual bool Sokbart(const Drag& drag) const;
+
+    // A slot in words for a move told to a player: "column 3", "free cell 1" (the default
+    // "slot 12").
+    virtual std::string PlatsNamn(const SpelBord& bord, int lucka) const;
+    // What the game's button or stock does, in words.
+    virtual std::string KnappNamn() const;
+};
+
+// The defaults alone.
+const SokKunskap& StandardKunskap();
+
+// A card as one byte 1..52 (suit · 13 + value); 0 for an empty slot.
+char KortKod(const Lucka& lucka);
+// The default key: for each filled slot, the empty slots skipped since the last one (255
+// and more in several bytes) and its card.
+void KortOchPlatser(const std::vector<Lucka>& luckor, int forsta, int sista, std::string& nyckel);

@@ -1,0 +1,69 @@
+#include "solver/Nyckeltabell.h"
+
+#include <cstring>
+
+namespace {
+
+std::uint64_t Hash(std::string_view s) {
+    // FNV-1a, then mixed so that the low bits spread.
+    std::uint64_t h = 1469598103934665603ull;
+    for (char c : s) {
+        h ^= static_cast<unsigned char>(c);
+        h *= 1099511628211ull;
+    }
+    h ^= h >> 29;
+    h *= 0xbf58476d1ce4e5b9ull;
+    h ^= h >> 32;
+    return h;
+}
+
+} // namespace
+
+Nyckeltabell::Nyckeltabell() : poster(1 << 12) {}
+
+std::size_t Nyckeltabell::Minne() const {
+    return poster.capacity() * sizeof(Post) + bytes.capacity();
+}
+
+bool Nyckeltabell::Samma(const Post& post, std::string_view nyckel) const {
+    const char* p = bytes.data() + (post.plats - 1);
+    std::uint16_t langd = 0;
+    std::memcpy(&langd, p, sizeof langd);
+    return langd == nyckel.size() && std::memcmp(p + sizeof langd, nyckel.data(), langd) == 0;
+}
+
+bool Nyckeltabell::LaggTill(std::string_view nyckel) {
+    if ((antal + 1) * 4 > poster.size() * 3)
+        Vaxa();
+    std::uint64_t h = Hash(nyckel);
+    std::size_t mask = poster.size() - 1;
+    for (std::size_t i = h & mask;; i = (i + 1) & mask) {
+        Post& post = poster[i];
+        if (post.plats == 0) {
+            auto langd = static_cast<std::uint16_t>(nyckel.size());
+            post.hash = h;
+            post.plats = bytes.size() + 1;
+            const char* l = reinterpret_cast<const char*>(&langd);
+            bytes.insert(bytes.end(), l, l + sizeof langd);
+            bytes.insert(bytes.end(), nyckel.begin(), nyckel.end());
+            ++antal;
+            return true;
+        }
+        if (post.hash == h && Samma(post, nyckel))
+            return false;
+    }
+}
+
+void Nyckeltabell::Vaxa() {
+    std::vector<Post> gamla(poster.size() * 2);
+    gamla.swap(poster);
+    std::size_t mask = poster.size() - 1;
+    for (const Post& post : gamla) {
+        if (post.plats == 0)
+            continue;
+        std::size_t i = post.hash & mask;
+        while (poster[i].plats != 0)
+            i = (i + 1) & mask;
+        poster[i] = post;
+    }
+}

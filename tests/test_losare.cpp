@@ -1,0 +1,304 @@
+#include "app/LosKommando.h"
+#include "games/Spelfabrik.h"
+#include "solver/Losare.h"
+#include "solver/Nyckeltabell.h"
+
+#include <QTest>
+
+#include <latch>
+#include <random>
+#include <string>
+#include <thread>
+#include <unordered_set>
+
+// The solver over every game's rules, without a window: moves made and taken back leave the
+// table exactly as it was, the wins it finds win, its "cannot be won" agrees with a plain
+// search that knows nothing of the game, and it stops soon when asked to from another
+// thread.
+
+namespace {
+
+const SpelRegler& R(int spel) {
+    return *ReglerFor(spel);
+}
+
+void SpelDatarad() {
+    QTest::addColumn<int>("spel");
+    for (int spel = 0; spel < kAntalSpel; ++spel)
+        QTest::newRow(SpelNamn(spel)) << spel;
+}
+
+std::vector<Drag> Sokbara(const SpelRegler& regler, const SpelBord& bord) {
+    std::vector<Drag> dragen = regler.LagligaDrag(bord);
+    std::erase_if(dragen, [&](const Drag& d) { return !regler.Kunskap().Sokbart(d); });
+    return dragen;
+}
+
+// The plain search: every searchable move tried, in the rules' order, no safe moves; two
+// tables are one when every slot holds the same card and the hiscore's deal count is the
+// same. Returns 1 won, 0 cannot be won, -1 more than `max` tables.
+int PlainSok(const SpelRegler& regler, const SpelBord& start, std::size_t max) {
+    std::unordered_set<std::string> sedda;
+    auto nyckel = [&](const SpelBord& b) {
+        std::string n;
+        for (const Lucka& l : b.luckor)
+            n.push_back(KortKod(l));
+        n += std::to_string(regler.Resultat(b).giv);
+        return n;
+    };
+    std::vector<std::unique_ptr<SpelBord>> kvar;
+    kvar.push_back(start.Kopia());
+    sedda.insert(nyckel(start));
+    while (!kvar.empty()) {
+        std::unique_ptr<SpelBord> bord = std::move(kvar.back());
+        kvar.pop_back();
+        if (regler.KlarSpel(*bord))
+            return 1;
+        for (const Drag& d : Sokbara(regler, *bord)) {
+            auto nasta = bord->Kopia();
+            regler.GorDrag(*nasta, d, nullptr);
+            if (regler.KlarSpel(*nasta))
+                return 1;
+            if (!sedda.insert(nyckel(*nasta)).second)
+                continue;
+            if (sedda.size() > max)
+                return -1;
+            kvar.push_back(std::move(nasta));
+        }
+    }
+    return 0;
+}
+
+bool SpelarTillVinst(const SpelRegler& regler, const SpelBord& start,
+                     const std::vector<Drag>& dragen) {
+    auto bord = start.Kopia();
+    for (const Drag& d : dragen) {
+        std::vector<Drag> lagliga = regler.LagligaDrag(*bord);
+        if (std::find(lagliga.begin(), lagliga.end(), d) == lagliga.end())
+            return false;
+        regler.GorDrag(*bord, d, nullptr);
+    }
+    return regler.KlarSpel(*bord);
+}
+
+} // namespace
+
+class TestLosare : public QObject {
+    Q_OBJECT
+
+private slots:
+    // Every searchable move of the tables along random games, made and taken back the
+    // search's way, gives back the very table, undo records and undo count included.
+    void gjortOchTagetTillbakaArSammaBord_data() { SpelDatarad(); }
+    void gjortOchTagetTillbakaArSammaBord() {
+        QFETCH(int, spel);
+        const SpelRegler& regler = R(spel);
+        std::mt19937 slump(7);
+        int provade = 0;
+        for (unsigned fro = 1; fro <= 6; ++fro) {
+            auto bord = GivFor(spel, fro);
+            regler.KlarSpel(*bord);
+            DragPaBord gang(regler, *bord);
+            for (int steg = 0; steg < 150; ++steg) {
+                std::vector<Drag> dragen = Sokbara(regler, *bord);
+                if (dragen.empty())
+                    break;
+                for (const Drag& d : dragen) {
+                    auto fore = bord->Kopia();
+                    gang.Gor(d);
+                    gang.TaTillbaka();
+                    QVERIFY2(bord->Lika(*fore), Beskriv(d).c_str());
+                    ++provade;
+                }
+                gang.Gor(dragen[slump() % dragen.size()]);
+            }
+            // And all the way back to the deal.
+            auto efter = GivFor(spel, fro);
+            regler.KlarSpel(*efter);
+            while (gang.Antal() > 0)
+                gang.TaTillbaka();
+            QVERIFY(bord->Lika(*efter));
+        }
+        QVERIFY(provade >= 50);
+    }
+
+    // The answer for the deals of seeds 1..50 at a small limit: every win replays through
+    // the rules, move by listed move, to a won table.
+    void vinsternaVinner_data() { SpelDatarad(); }
+    void vinsternaVinner() {
+        QFETCH(int, spel);
+        const SpelRegler& regler = R(spel);
+        int vunna = 0;
+        for (unsigned fro = 1; fro <= 50; ++fro) {
+            auto bord = GivFor(spel, fro);
+            SokSvar svar = Los(regler, *bord, SokGranser{4000});
+            QVERIFY(svar.lagen <= 4000 + kKollIntervall);
+            if (svar.utfall != Utfall::Vinnbar)
+                continue;
+            ++vunna;
+            QVERIFY2(SpelarTillVinst(regler, *bord, svar.drag), qPrintable(QString::number(fro)));
+        }
+        qInfo("%d of 50 won at 4000 tables", vunna);
+    }
+
+    // Near the end of random games, where the rest can be searched whole: the solver's
+    // verdict is the plain search's, both ways.
+    void samstammerMedEnPlainSokning_data() { SpelDatarad(); }
+    void samstammerMedEnPlainSokning() {
+        QFETCH(int, spel);
+        const SpelRegler& regler = R(spel);
+        std::mt19937 slump(11);
+        int jamforda = 0;
+        int ovinnbara = 0;
+        for (unsigned fro = 1; fro <= 40 && jamforda < 12; ++fro) {
+            auto bord = GivFor(spel, fro);
+            regler.KlarSpel(*bord);
+            // Along a win when the solver finds one soon, else along random moves.
+            SokSvar vinst = Los(regler, *bord, SokGranser{20000});
+            std::vector<std::unique_ptr<SpelBord>> vagen;
+            for (std::size_t steg = 0; steg < 600; ++steg) {
+                std::vector<Drag> dragen = Sokbara(regler, *bord);
+                if (dragen.empty() || regler.KlarSpel(*bord))
+                    break;
+                vagen.push_back(bord->Kopia());
+                if (steg < vinst.drag.size() && fro % 2 == 0)
+                    regler.GorDrag(*bord, vinst.drag[steg], nullptr);
+                else
+                    regler.GorDrag(*bord, dragen[slump() % dragen.size()], nullptr);
+            }
+            for (std::size_t bak = 1; bak <= 25 && bak <= vagen.size(); bak += 4) {
+                const SpelBord& lage = *vagen[vagen.size() - bak];
+                int plain = PlainSok(regler, lage, 3000);
+                if (plain < 0)
+                    break;
+                SokSvar svar = Los(regler, lage, SokGranser{200000});
+                QCOMPARE(svar.utfall, plain == 1 ? Utfall::Vinnbar : Utfall::Ovinnbar);
+                ++jamforda;
+                ovinnbara += plain == 0 ? 1 : 0;
+            }
+        }
+        QVERIFY2(jamforda >= 3, qPrintable(QString::number(jamforda)));
+        qInfo("%d tables compared, %d of them cannot be won", jamforda, ovinnbara);
+    }
+
+    // Strategy once the stock is out: a circle of cards each waiting for the next (4 of
+    // hearts under 4 of spades, which waits for the 3 of spades under the 5 of hearts, which
+    // waits for the 4 of hearts) cannot be won, and the solver says so at once; with the two
+    // fours the other way round it can. The plain search agrees both times.
+    void strategyCirkelKanInteVinnas() {
+        for (bool cirkel : {true, false}) {
+            const SpelRegler& regler = R(11);
+            auto bord = regler.NyttBord();
+            auto kort = [](kortfarg f, int v) { return Kort(f, v, BRect()); };
+            auto hemma = [&](int f, kortfarg farg, int till) {
+                for (int v = 1; v <= till; ++v)
+                    bord->luckor[424 + 53 * f + v - 1].TaEmotKort(kort(farg, v));
+            };
+            hemma(0, RUTER, 13);
+            hemma(1, KLOVER, 13);
+            hemma(2, HJARTER, 3);
+            hemma(3, SPADER, 2);
+            auto hog = [&](int c, std::vector<Kort> korten) {
+                for (std::size_t i = 0; i < korten.size(); ++i)
+                    bord->luckor[53 * c + static_cast<int>(i)].TaEmotKort(korten[i]);
+            };
+            hog(0, {kort(SPADER, 3), kort(HJARTER, 5)});
+            if (cirkel)
+                hog(1, {kort(HJARTER, 4), kort(SPADER, 4)});
+            else
+                hog(1, {kort(SPADER, 4), kort(HJARTER, 4)});
+            std::vector<Kort> hjartan;
+            std::vector<Kort> spader;
+            for (int v = 13; v >= 6; --v)
+                hjartan.push_back(kort(HJARTER, v));
+            for (int v = 13; v >= 5; --v)
+                spader.push_back(kort(SPADER, v));
+            hog(2, hjartan);
+            hog(3, spader);
+            regler.KlarSpel(*bord);
+            SokSvar svar = Los(regler, *bord, SokGranser{100000});
+            QCOMPARE(svar.utfall, cirkel ? Utfall::Ovinnbar : Utfall::Vinnbar);
+            QCOMPARE(PlainSok(regler, *bord, 100000), cirkel ? 0 : 1);
+            if (cirkel)
+                QCOMPARE(svar.lagen, std::uint64_t(0));
+        }
+    }
+
+    // A table the rules leave nothing to do on cannot be won; a won table is won at once.
+    void tomtOchVunnetBord() {
+        for (int spel = 0; spel < kAntalSpel; ++spel) {
+            auto tomt = R(spel).NyttBord();
+            SokSvar svar = Los(R(spel), *tomt, SokGranser{1000});
+            QVERIFY(svar.utfall != Utfall::Vinnbar || R(spel).KlarSpel(*tomt));
+        }
+    }
+
+    // Stopped from another thread, the search ends at its next check: the first check
+    // wakes the stopping thread and waits for the stop.
+    void avbrytsFranEnAnnanTrad() {
+        auto bord = GivFor(10, 1); // a Black hole deal the search does not decide quickly
+        std::stop_source kalla;
+        std::latch borjat(1);
+        int varv = 0;
+        std::jthread stoppare([&] {
+            borjat.wait();
+            kalla.request_stop();
+        });
+        SokSvar svar = Los(R(10), *bord, SokGranser{}, kalla.get_token(), [&] {
+            if (varv++ == 0) {
+                borjat.count_down();
+                while (!kalla.stop_requested())
+                    std::this_thread::yield();
+            }
+        });
+        if (varv == 0)
+            borjat.count_down();
+        QVERIFY(svar.avbruten);
+        QCOMPARE(svar.utfall, Utfall::Okant);
+        QCOMPARE(varv, 1);
+        QVERIFY(svar.lagen <= kKollIntervall);
+    }
+
+    // The checks come at least every kKollIntervall tables, however the search goes.
+    void kollarOfta() {
+        for (auto [spel, fro] : {std::pair{10, 1u}, std::pair{0, 1u}, std::pair{4, 3u}}) {
+            auto bord = GivFor(spel, fro);
+            std::uint64_t varv = 0;
+            SokSvar svar = Los(R(spel), *bord, SokGranser{30000}, {}, [&] { ++varv; });
+            QVERIFY(svar.lagen > 2 * kKollIntervall);
+            QVERIFY(varv >= svar.lagen / kKollIntervall);
+        }
+    }
+
+    // The table of seen keys: the same bytes once, any two different keys twice, through
+    // its growth.
+    void nyckeltabellen() {
+        Nyckeltabell t;
+        for (int i = 0; i < 100000; ++i)
+            QVERIFY(t.LaggTill(std::to_string(i * 7919)));
+        for (int i = 0; i < 100000; ++i)
+            QVERIFY(!t.LaggTill(std::to_string(i * 7919)));
+        QVERIFY(t.LaggTill(std::string("\0\0", 2)));
+        QVERIFY(!t.LaggTill(std::string("\0\0", 2)));
+        QVERIFY(t.LaggTill(std::string("\0", 1)));
+        QCOMPARE(t.Antal(), std::size_t(100002));
+    }
+
+    // Cards and places in words.
+    void dragIOrd() {
+        auto bord = GivFor(8, 3);
+        Drag d = KortDrag(7, 176);
+        QCOMPARE(QString::fromStdString(DragIOrd(R(8), *bord, d)),
+                 QString::fromStdString(KortNamn(bord->luckor[7].GeKort())) +
+                     QStringLiteral(" from column 1 to free cell 1"));
+        QCOMPARE(QString::fromStdString(KortNamn(Kort(HJARTER, 9, BRect()))),
+                 QStringLiteral("nine of hearts"));
+        QCOMPARE(QString::fromStdString(KortNamn(Kort(SPADER, 1, BRect()))),
+                 QStringLiteral("ace of spades"));
+        QCOMPARE(QString::fromStdString(KortNamn(Kort(RUTER, 12, BRect()))),
+                 QStringLiteral("queen of diamonds"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestLosare)
+#include "test_losare.moc"
