@@ -1,9 +1,11 @@
+#include "cards/Fro.h"
 #include "cards/Kortlek.h"
 #include "cards/Lucka.h"
 
 #include <QTest>
 
 #include <cstdlib>
+#include <vector>
 
 namespace {
 
@@ -125,6 +127,46 @@ private slots:
         for (int i = 0; i < 1998; ++i)
             std::rand();
         QCOMPARE(std::rand(), nasta);
+    }
+
+    // A numbered deal draws exactly what srand with its number draws, seed 0 included,
+    // and the program's own random numbers go on as if it had never been made.
+    void medFroDrarSomSrandOchLamnarProgrammetsTal() {
+        for (unsigned fro : {0u, 1u, 1234u, 4294967295u}) {
+            std::srand(fro);
+            std::vector<int> vantat;
+            for (int i = 0; i < 2000; ++i)
+                vantat.push_back(std::rand());
+            std::srand(77);
+            std::vector<int> utanAvbrott;
+            for (int i = 0; i < 40; ++i)
+                utanAvbrott.push_back(std::rand());
+
+            std::srand(77);
+            std::vector<int> fore;
+            for (int i = 0; i < 20; ++i)
+                fore.push_back(std::rand());
+            std::vector<int> drog;
+            MedFro(fro, [&] {
+                for (int i = 0; i < 2000; ++i)
+                    drog.push_back(std::rand());
+            });
+            QCOMPARE(drog, vantat);
+            for (int i = 0; i < 20; ++i)
+                fore.push_back(std::rand());
+            QCOMPARE(fore, utanAvbrott);
+        }
+    }
+
+    void medFroBlandarSomSrand() {
+        std::srand(4321);
+        Kortlek vantad;
+        vantad.Blanda();
+        std::srand(5);
+        Kortlek lek;
+        MedFro(4321, [&] { lek.Blanda(); });
+        QVERIFY(lek == vantad);
+        QVERIFY(!(lek == Kortlek()));
     }
 
     void geEssFlyttarOverstaKortetTillEssetsPlats() {

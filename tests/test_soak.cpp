@@ -21,8 +21,10 @@
 // is unchanged, or changed exactly as one of the moves the game's rules listed before the
 // gesture; no card is lost or doubled; the undo list and Has_Undos agree; undoing
 // everything brings back the table as last dealt; a won game is reported exactly when it
-// is won; and every listed move can be made by the gesture the game names for it. A
-// failure names the game, seed, size and the gestures that led there.
+// is won; every listed move can be made by the gesture the game names for it; and redo,
+// mixed in with the undos, gives back exactly the table each undo took back, counting no
+// undo out, until a move forgets it. A failure names the game, seed, size and the gestures
+// that led there.
 //
 // FJOLK_SOAK_GESTER sets the gestures of each round (600 unless set), for long runs.
 
@@ -233,6 +235,11 @@ struct Omgang {
     std::mt19937 slump;
     size_t antalKort = 0;
     std::vector<LuckaBild> bas;
+    // The tables the undos since the last move took back, the newest last: what redo
+    // must give back.
+    std::vector<std::unique_ptr<SpelBord>> angrade;
+    // What the last redo did wrong, if anything.
+    std::string redoFel;
 
     Omgang(int nr, unsigned s, int w, int h) : spelNr(nr), seed(s), bredd(w), hojd(h), slump(s) {
         vy = VyMedSpel(nr, s, w, h);
@@ -285,28 +292,79 @@ struct Omgang {
             BPoint p = NagonPunkt();
             logg << " dragout(" << p.x << "," << p.y << ")";
             DraOchSlappUtanfor(*vy, p);
-        } else if (val < 97) {
+        } else if (val < 92) {
             logg << " undo";
-            Spel().Undo();
-            vy->InvalidateOffscreen();
+            Angra();
+            gest = false;
+        } else if (val < 97) {
+            logg << " redo";
+            redoFel = GorOm();
             gest = false;
         } else {
             logg << " newdeal";
             Spel().NyttSpel(vy->Bounds());
             vy->InvalidateOffscreen();
             bas = Bordet(Spel());
+            angrade.clear();
             gest = false;
         }
         QCoreApplication::sendPostedEvents();
         return gest;
     }
 
+    void Angra() {
+        auto fore = Spel().Tabell().Kopia();
+        Spel().Undo();
+        if (!fore->undoLista.empty())
+            angrade.push_back(std::move(fore));
+        vy->InvalidateOffscreen();
+    }
+
+    // Redo is offered exactly while an undo since the last move is left to make again; it
+    // gives back the table that undo took back, with every undo still counted.
+    std::string GorOm() {
+        if (Spel().Has_Redos() != !angrade.empty())
+            return angrade.empty() ? "redo offered with nothing undone"
+                                   : "redo not offered after an undo";
+        int antalUndo = Spel().AntalUndo();
+        int kvar = Spel().Redo();
+        vy->InvalidateOffscreen();
+        if (angrade.empty())
+            return kvar == 0 ? "" : "redo with nothing undone said it had more";
+        std::unique_ptr<SpelBord> vantat = std::move(angrade.back());
+        angrade.pop_back();
+        if (Spel().AntalUndo() != antalUndo)
+            return "redo changed the undo count";
+        vantat->antalUndo = antalUndo;
+        if (!vantat->Lika(Spel().Tabell()))
+            return "redo did not give back the table the undo took back";
+        if (kvar != static_cast<int>(angrade.size()))
+            return "redo miscounted what is left to make again";
+        return {};
+    }
+
     // Undoes everything the list holds and compares with the table as last dealt.
     bool AngraAllt() {
         for (int i = 0; i < 100000 && Spel().Has_Undos(); ++i)
-            Spel().Undo();
+            Angra();
         logg << " undo-all";
         return Bordet(Spel()) == bas;
+    }
+
+    // Undoes up to `antal` moves, then makes those again: the table is the one before.
+    std::string AngraOchGorOm(int antal) {
+        auto fore = Spel().Tabell().Kopia();
+        logg << " undo-redo(" << antal << ")";
+        const size_t redan = angrade.size();
+        for (int i = 0; i < antal && Spel().Has_Undos(); ++i)
+            Angra();
+        while (angrade.size() > redan)
+            if (std::string fel = GorOm(); !fel.empty())
+                return fel;
+        if (Spel().Has_Redos() != (redan > 0))
+            return "redo offered wrongly with those undos made again";
+        fore->antalUndo = Spel().AntalUndo();
+        return fore->Lika(Spel().Tabell()) ? "" : "undo and redo did not give the table back";
     }
 
     // Every move the rules list now is made by the gesture the game names for it, and
@@ -376,10 +434,14 @@ private slots:
             std::srand(fro);
             bool varGest = o.Steg();
             Patiens& spel = o.Spel();
+            QVERIFY2(o.redoFel.empty(),
+                     qPrintable(QString::fromStdString(o.redoFel) + " after " + o.Var()));
             if (varGest) {
                 Utfall utfall = VadGesten(spel.Regler(), *fore, spel.Tabell(), fro);
                 QVERIFY2(utfall.ok,
                          qPrintable(QString::fromStdString(utfall.vad) + " after " + o.Var()));
+                if (!spel.Tabell().Lika(*fore))
+                    o.angrade.clear();
                 if (utfall.nyBas)
                     o.bas = BasEfter(spel.Regler(), spel.Tabell());
             }
@@ -394,6 +456,11 @@ private slots:
                 QVERIFY2(spel.KlarSpel() == vunnen->second(spel.Luckor()), qPrintable(o.Var()));
             if (steg % 50 == 49)
                 QVERIFY2(o.AngraAllt(), qPrintable(o.Var()));
+            if (steg % 50 == 24) {
+                std::string fel = o.AngraOchGorOm(1 + steg / 50 % 8);
+                QVERIFY2(fel.empty(),
+                         qPrintable(QString::fromStdString(fel) + " after " + o.Var()));
+            }
             if (alltSyns && steg % 40 == 20) {
                 std::string fel = o.VarjeDragHarSinGest();
                 QVERIFY2(fel.empty(),

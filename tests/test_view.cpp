@@ -89,6 +89,9 @@ public:
     void NyttForsok() override {}
     int Undo() override { return 0; }
     bool Has_Undos() override { return false; }
+    int Redo() override { return 0; }
+    bool Has_Redos() override { return false; }
+    void OmGiv(BRect bounds) override { NyttSpel(bounds); }
     int AddHiscore() override { return 41; }
     int SpelNummer() const override { return 0; }
     const SpelRegler& Regler() const override { return IngaRegler(); }

@@ -13,7 +13,13 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QCompleter>
+#include <QDir>
 #include <QFile>
+#include <QFileDialog>
+#include <QIcon>
+#include <QImageReader>
+#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -21,9 +27,11 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextBrowser>
 
 #include <sqlite3.h>
 #include <sys/stat.h>
@@ -46,6 +54,7 @@ void Behandla() {
 struct Korning {
     QTemporaryDir dir;
     std::unique_ptr<FjolkWin> win;
+    int hjalpOppnad = 0;
 
     Korning() { Starta(); }
     void Starta() {
@@ -53,6 +62,12 @@ struct Korning {
         BRect ram = GetWindowSize(Store(), BRect(0, 0, 1023, 767));
         win = std::make_unique<FjolkWin>(ram, Store());
         win->ValkomstVy()->animeringsRuta->setChecked(false);
+        // Help is counted, never handed to the machine's desktop.
+        win->SattHjalpOppnare({[] { return QStringLiteral("/usr/bin/xdg-open"); },
+                               [this](const QUrl&) {
+                                   ++hjalpOppnad;
+                                   return true;
+                               }});
         Behandla();
     }
     void StartaOm() {
@@ -102,6 +117,17 @@ void FokusINamnfaltet(Korning& k) {
     QVERIFY(QTest::qWaitForWindowActive(k.win.get()));
     k.win->ValkomstVy()->spelarFalt->setFocus();
     QVERIFY(k.win->ValkomstVy()->spelarFalt->hasFocus());
+}
+
+// Makes the first move the rules list with the gesture the game names for it.
+void GestForForstaDraget(Korning& k) {
+    Patiens& spel = *k.Vy().Spel();
+    std::vector<Drag> dragen = spel.Regler().LagligaDrag(spel.Tabell());
+    QVERIFY(!dragen.empty());
+    std::optional<Gest> gest = spel.GestFor(dragen.front());
+    QVERIFY(gest.has_value());
+    GorGest(k.Vy(), *gest);
+    Behandla();
 }
 
 } // namespace
@@ -156,8 +182,12 @@ private slots:
                 texter << (a->isSeparator() ? QStringLiteral("-")
                                             : a->text() + " " + a->shortcut().toString());
         }
-        QCOMPARE(texter, (QStringList{"Game", "New Deal Ctrl+D", "Undo Ctrl+Z", "Close Ctrl+W", "-",
+        QCOMPARE(texter, (QStringList{"Game", "New Deal Ctrl+D", "Restart Deal F5", "Deal Number… ",
+                                      "Undo Ctrl+Z", "Redo Ctrl+Shift+Z", "Close Ctrl+W", "-",
                                       "Exit Ctrl+Q", "Help", "Help Ctrl+H", "About Ctrl+A"}));
+        QCOMPARE(k.win->GorOmItem()->shortcuts(),
+                 (QList<QKeySequence>{QKeySequence(QStringLiteral("Ctrl+Shift+Z")),
+                                      QKeySequence(QStringLiteral("Ctrl+Y"))}));
     }
 
     void ctrlAINamnfaltetOppnarOmOchBokstaverSkrivsIFaltet() {
@@ -187,10 +217,11 @@ private slots:
         QMap<QString, QAction*> items;
         for (QAction* meny : k.win->menuBar()->actions())
             for (QAction* a : meny->menu()->actions())
-                if (!a->isSeparator())
-                    items[a->shortcut().toString()] = a;
+                for (const QKeySequence& tangenter : a->shortcuts())
+                    items[tangenter.toString()] = a;
         // Exit and Close last: on the welcome screen both end the program.
-        for (const char* tangenter : {"Ctrl+A", "Ctrl+H", "Ctrl+D", "Ctrl+Z", "Ctrl+W", "Ctrl+Q"}) {
+        for (const char* tangenter : {"Ctrl+A", "Ctrl+H", "Ctrl+D", "F5", "Ctrl+Z", "Ctrl+Shift+Z",
+                                      "Ctrl+Y", "Ctrl+W", "Ctrl+Q"}) {
             QAction* item = items.value(QString::fromLatin1(tangenter));
             QVERIFY2(item != nullptr, tangenter);
             // New Deal and Undo wait for a game; enabled, their keys reach them too.
@@ -260,6 +291,220 @@ private slots:
         QCOMPARE(QByteArray(k.Vy().spelarNamn), QByteArray("Guest"));
         QVERIFY(k.win->NyGivItem()->isEnabled());
         QCOMPARE(k.win->AngraItem()->isEnabled(), k.Vy().Spel()->Has_Undos());
+    }
+
+    void listanValjerSpeletSomVisadesEfterStang() {
+        Korning k;
+        // As --game 5 starts it: not through the list.
+        k.win->StartaSpel(5);
+        Behandla();
+        QVERIFY(k.win->VisarSpel());
+        k.Posta(kStang);
+        QListWidget* lista = k.win->ValkomstVy()->spelLista;
+        QCOMPARE(lista->currentRow(), 5);
+        QVERIFY(lista->item(5)->isSelected());
+        QVERIFY(!lista->item(0)->isSelected());
+        QCOMPARE(k.win->ValkomstVy()->titelRad->text(),
+                 QStringLiteral("Highscore for Glädjespridaren"));
+    }
+
+    void nyaSpelkommandonKraverEttSpel() {
+        Korning k;
+        k.win->MenusBeginning();
+        for (QAction* item : {k.win->OmGivItem(), k.win->GivNummerItem(), k.win->GorOmItem()})
+            QVERIFY(!item->isEnabled());
+        for (type_code what : {kOmGiv, kGorOm, kFragaGivNummer})
+            k.Posta(what);
+        QCoreApplication::postEvent(k.win.get(), new Meddelande(kGivNummer, QStringLiteral("7")));
+        Behandla();
+        QVERIFY(!k.win->VisarSpel());
+        QVERIFY(k.win->findChild<QInputDialog*>() == nullptr);
+        QVERIFY(k.win->HiInfo() == nullptr);
+        k.Posta(kStartaSpel0 + 8);
+        QVERIFY(k.win->OmGivItem()->isEnabled());
+        QVERIFY(k.win->GivNummerItem()->isEnabled());
+        QVERIFY(!k.win->GorOmItem()->isEnabled());
+    }
+
+    // Redo is offered after an undo, makes the move again with the undos still counted,
+    // and is forgotten once the player makes a move of their own.
+    void redoFoljerAngraTillsSpelarenGorEttDrag() {
+        Korning k;
+        k.Posta(kStartaSpel0 + 8);
+        Patiens& spel = *k.Vy().Spel();
+        GestForForstaDraget(k);
+        GestForForstaDraget(k);
+        QCOMPARE(int(spel.UndoLista().size()), 2);
+        QVERIFY(!k.win->GorOmItem()->isEnabled());
+        auto fore = spel.Tabell().Kopia();
+        k.Posta(kAngra);
+        QVERIFY(k.win->GorOmItem()->isEnabled());
+        QCOMPARE(spel.AntalUndo(), 1);
+        k.Posta(kGorOm);
+        QCOMPARE(spel.AntalUndo(), 1);
+        fore->antalUndo = 1;
+        QVERIFY(spel.Tabell().Lika(*fore));
+        QVERIFY(!k.win->GorOmItem()->isEnabled());
+        QVERIFY(k.win->AngraItem()->isEnabled());
+
+        k.Posta(kAngra);
+        k.Posta(kAngra);
+        k.Posta(kGorOm);
+        QCOMPARE(spel.AntalUndo(), 3);
+        QVERIFY(k.win->GorOmItem()->isEnabled());
+        GestForForstaDraget(k);
+        QVERIFY(!k.win->GorOmItem()->isEnabled());
+        auto efter = spel.Tabell().Kopia();
+        k.Posta(kGorOm);
+        QVERIFY(spel.Tabell().Lika(*efter));
+    }
+
+    // Restart records the result as New Deal does, then deals the same cards again.
+    void omgivRegistrerarOchDelarSammaKortIgen() {
+        Korning k;
+        k.win->ValkomstVy()->spelarFalt->setText(QStringLiteral("Eva"));
+        k.Posta(kStartaSpel0 + 8);
+        Patiens& spel = *k.Vy().Spel();
+        auto givet = spel.Tabell().Kopia();
+        GestForForstaDraget(k);
+        QVERIFY(!spel.Tabell().Lika(*givet));
+        k.Posta(kOmGiv);
+        QCOMPARE(k.win->HiscorePlats(), 1);
+        QVERIFY(k.win->HiInfo() != nullptr);
+        QCOMPARE(k.win->HiInfo()->text(), QStringLiteral("You are number 1 on the Hiscoretable!"));
+        QVERIFY(spel.Tabell().Lika(*givet));
+        QVERIFY(!k.win->AngraItem()->isEnabled());
+        QCOMPARE(k.win->windowTitle(), QStringLiteral("Fjolks Patience - Freecell"));
+    }
+
+    // Deal Number N deals what the program started with --seed N --game G deals: it seeds
+    // the random numbers before it makes its window, and the game chosen deals first.
+    void givNummerDelarSomSeed_data() {
+        QTest::addColumn<int>("spelNr");
+        for (int nr = 0; nr < kAntalSpel; ++nr)
+            QTest::addRow("%s", SpelNamn(nr)) << nr;
+    }
+    void givNummerDelarSomSeed() {
+        QFETCH(int, spelNr);
+        std::unique_ptr<SpelBord> medSeed;
+        {
+            std::srand(1234);
+            Korning start;
+            start.win->StartaSpel(spelNr);
+            Behandla();
+            medSeed = start.Vy().Spel()->Tabell().Kopia();
+        }
+        Korning k;
+        k.Posta(kStartaSpel0 + static_cast<type_code>(spelNr));
+        k.Posta(kNyGiv);
+        QVERIFY(!k.Vy().Spel()->Tabell().Lika(*medSeed));
+        QCoreApplication::postEvent(k.win.get(),
+                                    new Meddelande(kGivNummer, QStringLiteral("1234")));
+        Behandla();
+        QVERIFY(k.Vy().Spel()->Tabell().Lika(*medSeed));
+        QCOMPARE(k.win->GivNummer(), std::optional<unsigned>(1234));
+        QCOMPARE(
+            k.win->windowTitle(),
+            QStringLiteral("Fjolks Patience - %1 #1234").arg(QString::fromUtf8(TitelNamn(spelNr))));
+        // Restarted, it is still that deal and keeps its number; a new deal is no numbered one.
+        k.Posta(kOmGiv);
+        QVERIFY(k.Vy().Spel()->Tabell().Lika(*medSeed));
+        QCOMPARE(k.win->GivNummer(), std::optional<unsigned>(1234));
+        k.Posta(kNyGiv);
+        QVERIFY(!k.win->GivNummer());
+        QCOMPARE(k.win->windowTitle(),
+                 QStringLiteral("Fjolks Patience - %1").arg(QString::fromUtf8(TitelNamn(spelNr))));
+    }
+
+    // The deal left is recorded as New Deal records it, with its alert.
+    void givNummerRegistrerarSpeletSomLamnas() {
+        Korning k;
+        k.win->ValkomstVy()->spelarFalt->setText(QStringLiteral("Eva"));
+        k.Posta(kStartaSpel0 + 8);
+        QCoreApplication::postEvent(k.win.get(), new Meddelande(kGivNummer, QStringLiteral("0")));
+        Behandla();
+        QCOMPARE(k.win->HiscorePlats(), 1);
+        QVERIFY(k.win->HiInfo() != nullptr);
+        QCOMPARE(k.win->GivNummer(), std::optional<unsigned>(0));
+        QCOMPARE(k.win->windowTitle(), QStringLiteral("Fjolks Patience - Freecell #0"));
+    }
+
+    // The random deals after a numbered one are those the start's seeding gives.
+    void givNummerLamnarSlumpgivarnaSomDeVar() {
+        std::unique_ptr<SpelBord> andraGiven;
+        {
+            std::srand(77);
+            Korning a;
+            a.Posta(kStartaSpel0 + 8);
+            a.Posta(kNyGiv);
+            andraGiven = a.Vy().Spel()->Tabell().Kopia();
+        }
+        std::srand(77);
+        Korning b;
+        b.Posta(kStartaSpel0 + 8);
+        QCoreApplication::postEvent(b.win.get(), new Meddelande(kGivNummer, QStringLiteral("5")));
+        Behandla();
+        b.Posta(kNyGiv);
+        QVERIFY(b.Vy().Spel()->Tabell().Lika(*andraGiven));
+    }
+
+    // What is not a deal's number is said so, and nothing is dealt or recorded.
+    void felaktigtGivNummerSags() {
+        Korning k;
+        k.Posta(kStartaSpel0 + 8);
+        auto fore = k.Vy().Spel()->Tabell().Kopia();
+        for (const char* text : {"4294967296", "12x", ""}) {
+            QCoreApplication::postEvent(k.win.get(),
+                                        new Meddelande(kGivNummer, QString::fromLatin1(text)));
+            Behandla();
+            QMessageBox* varning = nullptr;
+            for (QMessageBox* box :
+                 k.win->findChildren<QMessageBox*>(QStringLiteral("Deal Number")))
+                if (box->isVisible())
+                    varning = box;
+            QVERIFY2(varning != nullptr, text);
+            QCOMPARE(varning->text(),
+                     QStringLiteral("\"%1\" is not a deal's number: give a whole number from 0 "
+                                    "to 4294967295.")
+                         .arg(QString::fromLatin1(text)));
+            varning->close();
+            Behandla();
+        }
+        QVERIFY(k.Vy().Spel()->Tabell().Lika(*fore));
+        QVERIFY(k.win->HiInfo() == nullptr);
+        QVERIFY(!k.win->GivNummer());
+    }
+
+    // The menu item asks for the number in a small dialog that takes digits only.
+    void givNummerFragasIEnDialog() {
+        Korning k;
+        k.Posta(kStartaSpel0 + 8);
+        k.Posta(kFragaGivNummer);
+        auto* dialog = k.win->findChild<QInputDialog*>(QStringLiteral("Deal Number"));
+        QVERIFY(dialog != nullptr);
+        QVERIFY(dialog->isVisible());
+        auto* falt = dialog->findChild<QLineEdit*>();
+        QVERIFY(falt != nullptr);
+        falt->setFocus();
+        QTest::keyClicks(falt, QStringLiteral("4a2-"));
+        QCOMPARE(falt->text(), QStringLiteral("42"));
+        dialog->accept();
+        Behandla();
+        QCOMPARE(k.win->GivNummer(), std::optional<unsigned>(42));
+        QCOMPARE(k.win->windowTitle(), QStringLiteral("Fjolks Patience - Freecell #42"));
+        // Asked again, it offers the number on the table.
+        for (QMessageBox* box : k.win->findChildren<QMessageBox*>())
+            box->close();
+        k.Posta(kFragaGivNummer);
+        dialog = nullptr;
+        for (QInputDialog* d : k.win->findChildren<QInputDialog*>())
+            if (d->isVisible())
+                dialog = d;
+        QVERIFY(dialog != nullptr);
+        QCOMPARE(dialog->textValue(), QStringLiteral("42"));
+        dialog->reject();
+        Behandla();
+        QCOMPARE(k.win->GivNummer(), std::optional<unsigned>(42));
     }
 
     void spelSomInteFinnsAnnuLamnarValkomstskarmen() {
@@ -342,8 +587,12 @@ private slots:
         BPoint start = Mitt(spel.Luckor()[kort].GePos());
         TryckOchDra(k.Vy(), start, start + BPoint(20, 20));
         QVERIFY(k.Vy().drar);
-        for (type_code what : {kNyGiv, kAngra, kStang, kOm, kHjalp, kRensaBakgrund})
+        for (type_code what :
+             {kNyGiv, kAngra, kGorOm, kOmGiv, kFragaGivNummer, kStang, kOm, kHjalp, kRensaBakgrund})
             k.Posta(what);
+        QCoreApplication::postEvent(k.win.get(), new Meddelande(kGivNummer, QStringLiteral("7")));
+        Behandla();
+        QVERIFY(k.win->findChild<QInputDialog*>() == nullptr);
         QVERIFY(k.win->VisarSpel());
         QVERIFY(k.win->HiInfo() == nullptr);
         QVERIFY(!k.Finns("FJOLK:Spel0"));
@@ -586,6 +835,190 @@ private slots:
         QCOMPARE(int(tabell[2].kort), -1);
         QVERIFY(k.win->HiscorePlats() >= 1 && k.win->HiscorePlats() <= 2);
         QCOMPARE(k.win->ValkomstVy()->hiscoreLista->currentRow(), k.win->HiscorePlats());
+    }
+
+    void bildpanelenBorjarIBildmappenSedanDarSistaBildenValdes() {
+        QTemporaryDir hem;
+        const QByteArray hemNu = qgetenv("HOME");
+        const QByteArray configNu = qgetenv("XDG_CONFIG_HOME");
+        qputenv("HOME", hem.path().toLocal8Bit());
+        qputenv("XDG_CONFIG_HOME", hem.filePath(QStringLiteral(".config")).toLocal8Bit());
+        auto aterstall = qScopeGuard([&] {
+            qputenv("HOME", hemNu);
+            qputenv("XDG_CONFIG_HOME", configNu);
+        });
+        // Without a pictures folder: the home folder.
+        QCOMPARE(FjolkWin::StartMapp(), hem.path());
+        QVERIFY(QDir(hem.path()).mkpath(QStringLiteral("Pictures")));
+        QVERIFY(QDir(hem.path()).mkpath(QStringLiteral("other")));
+        const QString bild = hem.filePath(QStringLiteral("other/bg.png"));
+        QImage ruta(4, 4, QImage::Format_RGB32);
+        ruta.fill(Qt::blue);
+        QVERIFY(ruta.save(bild));
+
+        Korning k;
+        k.Posta(kValjBakgrund);
+        QFileDialog* panel = k.win->FilPanel();
+        QVERIFY(panel->isVisible());
+        QCOMPARE(panel->directory().absolutePath(), hem.filePath(QStringLiteral("Pictures")));
+        QCOMPARE(panel->nameFilters().size(), 2);
+        QCOMPARE(panel->nameFilters()[0], FjolkWin::BildFilter());
+        QCOMPARE(panel->nameFilters()[1], QStringLiteral("All Files (*)"));
+        QCOMPARE(panel->selectedNameFilter(), FjolkWin::BildFilter());
+
+        // The name typed, and its completion list still open when Enter chooses it.
+        auto* namn = panel->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        QVERIFY(namn != nullptr);
+        namn->setText(bild);
+        QCompleter* komplettering = namn->completer();
+        QVERIFY(komplettering != nullptr);
+        komplettering->popup()->show();
+        QVERIFY(komplettering->popup()->isVisible());
+        QTest::keyClick(namn, Qt::Key_Return);
+        Behandla();
+        QVERIFY(!panel->isVisible());
+        QVERIFY(!komplettering->popup()->isVisible());
+        QCOMPARE(k.Vy().BakgrundsBild().pixel(0, 0), QColor(Qt::blue).rgb());
+
+        k.Posta(kValjBakgrund);
+        QFileDialog* igen = k.win->FilPanel();
+        QVERIFY(igen->isVisible());
+        QCOMPARE(igen->directory().absolutePath(), hem.filePath(QStringLiteral("other")));
+        auto* nyttNamn = igen->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        QVERIFY(nyttNamn != nullptr);
+        QCOMPARE(nyttNamn->text(), QString());
+    }
+
+    void bildfiltretHarVarjeFormatQtLaser() {
+        const QString filter = FjolkWin::BildFilter();
+        QVERIFY(filter.startsWith(QStringLiteral("Pictures (*.")));
+        QVERIFY(filter.endsWith(QLatin1Char(')')));
+        const QStringList monster = filter.mid(10, filter.size() - 11).split(QLatin1Char(' '));
+        for (const QByteArray& format : QImageReader::supportedImageFormats()) {
+            QVERIFY2(monster.contains(QStringLiteral("*.") + QString::fromLatin1(format)),
+                     format.constData());
+            QVERIFY2(monster.contains(QStringLiteral("*.") + QString::fromLatin1(format).toUpper()),
+                     format.constData());
+        }
+        QVERIFY(monster.contains(QStringLiteral("*.png")));
+        QVERIFY(monster.contains(QStringLiteral("*.jpg")));
+        QCOMPARE(monster.size(), 2 * QImageReader::supportedImageFormats().size());
+    }
+
+    void fonstretHarProgrammetsIkon() {
+        const QString tema = QIcon::themeName();
+        const QStringList sokvagar = QIcon::themeSearchPaths();
+        auto aterstall = qScopeGuard([&] {
+            QIcon::setThemeSearchPaths(sokvagar);
+            QIcon::setThemeName(tema);
+        });
+        // No theme has it: the icon built into the program, at every size.
+        QTemporaryDir tomt;
+        QIcon::setThemeSearchPaths({tomt.path()});
+        QIcon::setThemeName(QStringLiteral("hicolor"));
+        QIcon inbyggd = FjolkWin::ProgramIkon();
+        QVERIFY(inbyggd.name().isEmpty());
+        QCOMPARE(inbyggd.availableSizes(),
+                 (QList<QSize>{QSize(16, 16), QSize(32, 32), QSize(48, 48), QSize(64, 64),
+                               QSize(128, 128), QSize(256, 256)}));
+        Korning k;
+        QCOMPARE(k.win->windowIcon().availableSizes(), inbyggd.availableSizes());
+        QImage bild = k.win->windowIcon().pixmap(QSize(48, 48)).toImage();
+        QCOMPARE(bild.size(), QSize(48, 48));
+        QCOMPARE(qAlpha(bild.pixel(0, 0)), 0);
+        QCOMPARE(qAlpha(bild.pixel(30, 24)), 255);
+
+        // The installed theme's icon comes first.
+        QTemporaryDir tematrad;
+        QDir rot(tematrad.path());
+        QVERIFY(rot.mkpath(QStringLiteral("hicolor/48x48/apps")));
+        QFile index(rot.filePath(QStringLiteral("hicolor/index.theme")));
+        QVERIFY(index.open(QIODevice::WriteOnly));
+        index.write("[Icon Theme]\nName=Hicolor\nDirectories=48x48/apps\n\n"
+                    "[48x48/apps]\nSize=48\nType=Fixed\n");
+        index.close();
+        QImage rod(48, 48, QImage::Format_ARGB32);
+        rod.fill(Qt::red);
+        QVERIFY(rod.save(rot.filePath(
+            QStringLiteral("hicolor/48x48/apps/io.github.fjolkspatience.FjolksPatience.png"))));
+        QIcon::setThemeSearchPaths({tematrad.path()});
+        QIcon::setThemeName(QStringLiteral("hicolor"));
+        QIcon franTemat = FjolkWin::ProgramIkon();
+        QCOMPARE(franTemat.name(), QStringLiteral("io.github.fjolkspatience.FjolksPatience"));
+        QCOMPARE(franTemat.pixmap(QSize(48, 48)).toImage().pixel(24, 24), QColor(Qt::red).rgb());
+    }
+
+    void hjalpenOppnasAvDesktopenNarDenKan() {
+        Korning k;
+        QList<QUrl> oppnade;
+        k.win->SattHjalpOppnare({[] { return QStringLiteral("/usr/bin/xdg-open"); },
+                                 [&](const QUrl& url) {
+                                     oppnade << url;
+                                     return true;
+                                 }});
+        k.Posta(kHjalp);
+        QCOMPARE(oppnade, QList<QUrl>{QUrl::fromLocalFile(FjolkWin::HjalpFil())});
+        QVERIFY(k.win->HjalpFonster() == nullptr);
+    }
+
+    void hjalpenVisasIEgetFonsterNarDesktopenInteKan() {
+        Korning k;
+        int forsok = 0;
+        k.win->SattHjalpOppnare({[] { return QStringLiteral("/usr/bin/xdg-open"); },
+                                 [&](const QUrl&) {
+                                     ++forsok;
+                                     return false;
+                                 }});
+        k.Posta(kHjalp);
+        QCOMPARE(forsok, 1);
+        QTextBrowser* sida = k.win->HjalpFonster();
+        QVERIFY(sida != nullptr);
+        QVERIFY(sida->isVisible());
+        QVERIFY(sida->isWindow());
+        QCOMPARE(sida->source(), QUrl::fromLocalFile(FjolkWin::HjalpFil()));
+        QVERIFY(sida->toPlainText().contains(QStringLiteral("Godnattvalsen")));
+        // Asked again, the same window shows the page again.
+        sida->close();
+        k.Posta(kHjalp);
+        QCOMPARE(k.win->HjalpFonster(), sida);
+        QVERIFY(sida->isVisible());
+    }
+
+    void utanXdgOpenVisasHjalpenIEgetFonster() {
+        Korning k;
+        int forsok = 0;
+        k.win->SattHjalpOppnare({[] { return QString(); },
+                                 [&](const QUrl&) {
+                                     ++forsok;
+                                     return true;
+                                 }});
+        k.Posta(kHjalp);
+        QCOMPARE(forsok, 0);
+        QVERIFY(k.win->HjalpFonster() != nullptr && k.win->HjalpFonster()->isVisible());
+    }
+
+    void varforHjalpenInteOppnadesSags() {
+        const QString fil = QStringLiteral("/x/Help/Help.html");
+        auto svar = [](bool utfall) { return [utfall](const QUrl&) { return utfall; }; };
+        auto xdg = [] { return QStringLiteral("/usr/bin/xdg-open"); };
+        QCOMPARE(OppnaMedDesktopen(fil, {[] { return QString(); }, svar(true)}),
+                 QStringLiteral("there is no xdg-open to open /x/Help/Help.html with"));
+        QCOMPARE(OppnaMedDesktopen(fil, {xdg, svar(false)}),
+                 QStringLiteral("the desktop could not open /x/Help/Help.html"));
+        QCOMPARE(OppnaMedDesktopen(fil, {xdg, svar(true)}), QString());
+    }
+
+    void f1OppnarHjalpenLiksomCtrlH() {
+        Korning k;
+        for (QKeyCombination tangent :
+             {QKeyCombination(Qt::Key_F1), QKeyCombination(Qt::ControlModifier, Qt::Key_H)}) {
+            FokusINamnfaltet(k);
+            QTest::keyClick(k.win->ValkomstVy()->spelarFalt, tangent.key(),
+                            tangent.keyboardModifiers());
+            Behandla();
+        }
+        QCOMPARE(k.hjalpOppnad, 2);
+        QCOMPARE(k.win->ValkomstVy()->spelarFalt->text(), QStringLiteral("Guest"));
     }
 
     void hjalpsidanLiggerBredvidProgrammet() {

@@ -3,6 +3,7 @@
 #include "app/Bakgrund.h"
 #include "app/FjolkView.h"
 #include "app/Hjalpfil.h"
+#include "cards/Fro.h"
 #include "cards/Hiscore.h"
 #include "cards/HiscoreRader.h"
 #include "cards/VantandeResultat.h"
@@ -15,17 +16,24 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
-#include <QDesktopServices>
+#include <QCompleter>
+#include <QDir>
+#include <QDirIterator>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QIcon>
 #include <QImageReader>
+#include <QInputDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QRegularExpressionValidator>
 #include <QScreen>
 #include <QStackedLayout>
+#include <QStandardPaths>
+#include <QTextBrowser>
 #include <QTimer>
 #include <QUrl>
 #include <QWindow>
@@ -72,6 +80,7 @@ std::string KortaUtf8(const QString& text, size_t max) {
 FjolkWin::FjolkWin(BRect frame, AttributeStore& attributStore) : store(attributStore) {
     byterLage = true;
     setWindowTitle(QStringLiteral("Fjolks Patience 2.0"));
+    setWindowIcon(ProgramIkon());
     animering = true;
     spelNr = 0;
     ByggMeny();
@@ -95,12 +104,8 @@ FjolkWin::FjolkWin(BRect frame, AttributeStore& attributStore) : store(attributS
     valkomstVy->spelLista->setCurrentRow(0);
     LasSpelarNamn();
 
-    filPanel = new QFileDialog(this, QStringLiteral("Choose Background"));
-    filPanel->setFileMode(QFileDialog::ExistingFile);
-    filPanel->setModal(false);
-    connect(filPanel, &QFileDialog::fileSelected, this, [this](const QString& fil) {
-        QCoreApplication::postEvent(this, new Meddelande(kBakgrundVald, fil));
-    });
+    bildMapp = StartMapp();
+    filPanel = NyFilPanel();
 
     ramTimer = new QTimer(this);
     ramTimer->setSingleShot(true);
@@ -141,12 +146,19 @@ void FjolkWin::ByggMeny() {
         return action;
     };
     nyGivItem = item(spelMeny, "New Deal", kNyGiv, QKeySequence(Qt::CTRL | Qt::Key_D));
+    omGivItem = item(spelMeny, "Restart Deal", kOmGiv, QKeySequence(Qt::Key_F5));
+    givNummerItem = item(spelMeny, "Deal Number…", kFragaGivNummer, QKeySequence());
     angraItem = item(spelMeny, "Undo", kAngra, QKeySequence(Qt::CTRL | Qt::Key_Z));
+    gorOmItem = item(spelMeny, "Redo", kGorOm, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
+    gorOmItem->setShortcuts(
+        {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
     item(spelMeny, "Close", kStang, QKeySequence(Qt::CTRL | Qt::Key_W));
     spelMeny->addSeparator();
     item(spelMeny, "Exit", kAvsluta, QKeySequence(Qt::CTRL | Qt::Key_Q));
     QMenu* hjalpMeny = menyRad->addMenu(QStringLiteral("Help"));
-    item(hjalpMeny, "Help", kHjalp, QKeySequence(Qt::CTRL | Qt::Key_H));
+    QAction* hjalp = item(hjalpMeny, "Help", kHjalp, QKeySequence(Qt::CTRL | Qt::Key_H));
+    // F1 as well, as on every other desktop program.
+    hjalp->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_H), QKeySequence(Qt::Key_F1)});
     item(hjalpMeny, "About", kOm, QKeySequence(Qt::CTRL | Qt::Key_A));
     connect(spelMeny, &QMenu::aboutToShow, this, [this] { MenusBeginning(); });
     qApp->installEventFilter(this);
@@ -155,7 +167,7 @@ void FjolkWin::ByggMeny() {
 QAction* FjolkWin::MenyItem(const QKeySequence& tangenter) const {
     for (QAction* meny : menuBar()->actions())
         for (QAction* item : meny->menu()->actions())
-            if (!item->shortcut().isEmpty() && item->shortcut() == tangenter)
+            if (!tangenter.isEmpty() && item->shortcuts().contains(tangenter))
                 return item;
     return nullptr;
 }
@@ -192,6 +204,9 @@ void FjolkWin::MenusBeginning() {
     Patiens* spel = spelVy->Spel();
     nyGivItem->setEnabled(spel != nullptr);
     angraItem->setEnabled(spel != nullptr && spel->Has_Undos());
+    gorOmItem->setEnabled(spel != nullptr && spel->Has_Redos());
+    omGivItem->setEnabled(spel != nullptr);
+    givNummerItem->setEnabled(spel != nullptr);
 }
 
 bool FjolkWin::event(QEvent* e) {
@@ -243,6 +258,29 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
         // resize lays it out over the view again.
         spel->NyttSpel(Frame());
         spelVy->InvalidateOffscreen();
+        if (std::exchange(givNummer, std::nullopt))
+            VisaSpeletsTitel();
+    } else if (what == kOmGiv) {
+        if (spel == nullptr)
+            return;
+        AddHiScore(true);
+        spel->OmGiv(spelVy->Bounds());
+        spelVy->InvalidateOffscreen();
+    } else if (what == kFragaGivNummer) {
+        if (spel == nullptr)
+            return;
+        FragaGivNummer();
+    } else if (what == kGivNummer) {
+        if (spel == nullptr)
+            return;
+        DelaGivNummer(message.fil);
+    } else if (what == kGorOm) {
+        if (spel == nullptr)
+            return;
+        spel->Redo();
+        spelVy->InvalidateOffscreen();
+        if (spel->KlarSpel())
+            Posta(kSpelKlart);
     } else if (what == kAngra) {
         if (spel == nullptr)
             return;
@@ -265,16 +303,18 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
         else
             vantandeSpel = nummer;
     } else if (what == kHjalp) {
-        QString fil = HjalpFil();
-        if (QFileInfo::exists(fil))
-            QDesktopServices::openUrl(QUrl::fromLocalFile(fil));
+        VisaHjalp();
     } else if (what == kOm) {
         VisaVarning(QStringLiteral("About"), QString::fromUtf8(kOmText),
                     QStringLiteral("Have Fun!"));
     } else if (visarSpel) {
         return;
     } else if (what == kValjBakgrund) {
+        // Each opening starts afresh: an empty name field, in the folder of the last picture.
+        if (!filPanel->isVisible())
+            std::exchange(filPanel, NyFilPanel())->deleteLater();
         filPanel->show();
+        filPanel->raise();
     } else if (what == kBakgrundVald) {
         LaddaBakgrund(message.fil);
     } else if (what == kRensaBakgrund) {
@@ -308,6 +348,8 @@ void FjolkWin::StangSpel() {
     spelVy->TaSpel();
     vantandeSpel = -1;
     visarSpel = false;
+    // The list chooses the game whose table is shown, however that game was started.
+    valkomstVy->spelLista->setCurrentRow(spelNr);
     valkomstVy->hiscoreLista->VisaHiscoreLista(spelNr);
     if (hiscorePlats >= 1 && hiscorePlats <= 39)
         valkomstVy->hiscoreLista->setCurrentRow(hiscorePlats);
@@ -336,7 +378,54 @@ void FjolkWin::InitSpel(int nummer, const char* namn) {
     SattStorleksGranser(100, 1280, 100, 1024);
     SattFrame(PaEnSkarm(LasRam(store, SpelRamNamn(nummer).c_str()).value_or(Frame())));
     setWindowTitle(QStringLiteral("Fjolks Patience - %1").arg(QString::fromUtf8(namn)));
+    givNummer.reset();
     byterLage = false;
+}
+
+void FjolkWin::VisaSpeletsTitel() {
+    QString titel =
+        QStringLiteral("Fjolks Patience - %1").arg(QString::fromUtf8(TitelNamn(spelNr)));
+    if (givNummer)
+        titel += QStringLiteral(" #%1").arg(*givNummer);
+    setWindowTitle(titel);
+}
+
+void FjolkWin::FragaGivNummer() {
+    auto* dialog = new QInputDialog(this);
+    dialog->setObjectName(QStringLiteral("Deal Number"));
+    dialog->setWindowTitle(QStringLiteral("Deal Number"));
+    dialog->setInputMode(QInputDialog::TextInput);
+    dialog->setLabelText(QStringLiteral("Deal number, from 0 to 4294967295:"));
+    dialog->setTextValue(givNummer ? QString::number(*givNummer) : QString());
+    if (auto* falt = dialog->findChild<QLineEdit*>())
+        falt->setValidator(new QRegularExpressionValidator(
+            QRegularExpression(QStringLiteral("[0-9]{1,10}")), falt));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setWindowModality(Qt::WindowModal);
+    connect(dialog, &QInputDialog::textValueSelected, this, [this](const QString& text) {
+        QCoreApplication::postEvent(this, new Meddelande(kGivNummer, text));
+    });
+    dialog->show();
+}
+
+void FjolkWin::DelaGivNummer(const QString& text) {
+    bool ok = false;
+    unsigned nummer = text.trimmed().toUInt(&ok);
+    if (!ok) {
+        VisaVarning(QStringLiteral("Deal Number"),
+                    QStringLiteral("\"%1\" is not a deal's number: give a whole number from 0 "
+                                   "to 4294967295.")
+                        .arg(text),
+                    QStringLiteral("OK"));
+        return;
+    }
+    Patiens* spel = spelVy->Spel();
+    AddHiScore(true);
+    // Dealt over the view, as the first deal of a game is.
+    MedFro(nummer, [&] { spel->NyttSpel(spelVy->Bounds()); });
+    spelVy->InvalidateOffscreen();
+    givNummer = nummer;
+    VisaSpeletsTitel();
 }
 
 void FjolkWin::AddHiScore(bool visa) {
@@ -516,6 +605,39 @@ void FjolkWin::closeEvent(QCloseEvent* e) {
     e->accept();
 }
 
+QFileDialog* FjolkWin::NyFilPanel() {
+    auto* panel = new QFileDialog(this, QStringLiteral("Choose Background"), bildMapp);
+    panel->setFileMode(QFileDialog::ExistingFile);
+    panel->setModal(false);
+    panel->setNameFilters({BildFilter(), QStringLiteral("All Files (*)")});
+    connect(panel, &QFileDialog::fileSelected, this, [this](const QString& fil) {
+        bildMapp = QFileInfo(fil).absolutePath();
+        QCoreApplication::postEvent(this, new Meddelande(kBakgrundVald, fil));
+    });
+    // The name field's completion list is a window of its own and would stay over ours.
+    connect(panel, &QDialog::finished, panel, [panel] {
+        for (QCompleter* komplettering : panel->findChildren<QCompleter*>())
+            if (komplettering->popup() != nullptr)
+                komplettering->popup()->hide();
+    });
+    return panel;
+}
+
+QString FjolkWin::StartMapp() {
+    QString bilder = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+    return !bilder.isEmpty() && QFileInfo(bilder).isDir() ? bilder : QDir::homePath();
+}
+
+QString FjolkWin::BildFilter() {
+    QStringList monster;
+    for (const QByteArray& format : QImageReader::supportedImageFormats()) {
+        QString andelse = QString::fromLatin1(format).toLower();
+        // Names are told apart by case here; cameras write .JPG.
+        monster << QStringLiteral("*.") + andelse << QStringLiteral("*.") + andelse.toUpper();
+    }
+    return QStringLiteral("Pictures (%1)").arg(monster.join(QLatin1Char(' ')));
+}
+
 void FjolkWin::LaddaBakgrund(const QString& fil) {
     RensaBakgrund();
     QSize skarm = screen() != nullptr ? screen()->size() : QSize(1280, 1024);
@@ -534,6 +656,38 @@ void FjolkWin::LaddaBakgrund(const QString& fil) {
 void FjolkWin::RensaBakgrund() {
     spelVy->RensaBakgrundsBild();
     valkomstVy->SetViewBitmap(QImage());
+}
+
+void FjolkWin::VisaHjalp() {
+    QString fil = HjalpFil();
+    if (!QFileInfo::exists(fil))
+        return;
+    QString varfor = OppnaMedDesktopen(fil, hjalpOppnare);
+    if (varfor.isEmpty())
+        return;
+    std::fprintf(stderr, "Fjolks Patience: %s; the help page is shown in a window of our own.\n",
+                 qPrintable(varfor));
+    if (hjalpFonster == nullptr) {
+        hjalpFonster = new QTextBrowser(this);
+        hjalpFonster->setWindowFlag(Qt::Window);
+        hjalpFonster->setObjectName(QStringLiteral("Help"));
+        hjalpFonster->setWindowTitle(QStringLiteral("Fjolks Patience Help"));
+        hjalpFonster->setOpenExternalLinks(true);
+        hjalpFonster->resize(700, 600);
+    }
+    hjalpFonster->setSource(QUrl::fromLocalFile(fil));
+    hjalpFonster->show();
+    hjalpFonster->raise();
+    hjalpFonster->activateWindow();
+}
+
+QIcon FjolkWin::ProgramIkon() {
+    QIcon inbyggd;
+    QDirIterator storlekar(QStringLiteral(":/icons"), {QStringLiteral("*.png")}, QDir::Files,
+                           QDirIterator::Subdirectories);
+    while (storlekar.hasNext())
+        inbyggd.addFile(storlekar.next());
+    return QIcon::fromTheme(QStringLiteral(FJOLK_APP_ID), inbyggd);
 }
 
 QString FjolkWin::HjalpFil() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/FonsterRam.h"
+#include "app/Hjalpfil.h"
 #include "platform/AttributeStore.h"
 #include "platform/Geometry.h"
 
@@ -18,6 +19,7 @@ class QFileDialog;
 class QMessageBox;
 class QStackedLayout;
 class QTimer;
+class QTextBrowser;
 class WelcomeView;
 
 // The program's one window and its controller: every command from the menus, the welcome
@@ -48,12 +50,22 @@ public:
     WelcomeView* ValkomstVy() const { return valkomstVy; }
     QAction* AngraItem() const { return angraItem; }
     QAction* NyGivItem() const { return nyGivItem; }
+    QAction* GorOmItem() const { return gorOmItem; }
+    QAction* OmGivItem() const { return omGivItem; }
+    QAction* GivNummerItem() const { return givNummerItem; }
+    // The number of the deal on the table when it was dealt by its number.
+    std::optional<unsigned> GivNummer() const { return givNummer; }
     int SpelNr() const { return spelNr; }
     int HiscorePlats() const { return hiscorePlats; }
     bool Animering() const { return animering; }
     bool VisarSpel() const { return visarSpel; }
     bool Avslutad() const { return avslutad; }
+    // The open panel for the background picture; a new one each time it is opened.
     QFileDialog* FilPanel() const { return filPanel; }
+    // Where the panel first opens: the user's pictures folder, or the home folder.
+    static QString StartMapp();
+    // The panel's filter: every picture format this Qt reads.
+    static QString BildFilter();
     // The last "Hi Info" alert, while it is open.
     QMessageBox* HiInfo() const;
     // The notice that tells what the player should know of (see Notify), while it is open.
@@ -65,8 +77,15 @@ public:
     // Whether a frame waits to be stored.
     bool RamVantar() const { return osparadRam.has_value(); }
 
+    // The icon theme's icon of the program, or the one built into it.
+    static QIcon ProgramIkon();
+
     // The help page beside the program.
     static QString HjalpFil();
+    // Our own window with the help page, shown when the desktop cannot open it; null
+    // until then.
+    QTextBrowser* HjalpFonster() const { return hjalpFonster; }
+    void SattHjalpOppnare(HjalpOppnare oppnare) { hjalpOppnare = std::move(oppnare); }
 
 protected:
     bool event(QEvent* event) override;
@@ -89,6 +108,11 @@ private:
     BRect PaEnSkarm(BRect ram) const;
     void VisaNotis(QStringList rader);
     void DelaUtSpel(int nummer);
+    void VisaHjalp();
+    QFileDialog* NyFilPanel();
+    void FragaGivNummer();
+    void DelaGivNummer(const QString& text);
+    void VisaSpeletsTitel();
 
     AttributeStore& store;
     QAction* angraItem = nullptr;
@@ -113,8 +137,16 @@ private:
     std::optional<std::pair<std::string, BRect>> osparadRam;
     QTimer* ramTimer = nullptr;
     QMessageBox* notis = nullptr;
+    // The folder of the last picture chosen.
+    QString bildMapp;
+    HjalpOppnare hjalpOppnare = DesktopensOppnare();
+    QTextBrowser* hjalpFonster = nullptr;
     // Commands that came while the game worked, posted again once it is done.
     std::vector<std::pair<type_code, QString>> vantande;
+    QAction* gorOmItem = nullptr;
+    QAction* omGivItem = nullptr;
+    QAction* givNummerItem = nullptr;
+    std::optional<unsigned> givNummer;
 };
 
 // The text of the "About" alert.

@@ -123,6 +123,13 @@ public:
     virtual int Undo() = 0;
     virtual bool Has_Undos() = 0;
     virtual int AddHiscore() = 0;
+    // Makes again, with its flights, the move the last undo took back; returns the moves
+    // left to make again (0 when there was none to make).
+    virtual int Redo() = 0;
+    // True after an undo, until a move, a new attempt or a new deal forgets what it took back.
+    virtual bool Has_Redos() = 0;
+    // Deals the current deal's cards again, in the order they were first dealt.
+    virtual void OmGiv(BRect bounds) = 0;
 
     // Whether the pointer, pressed at `press`, has left the square inside which a release
     // is still a click. Most games allow 4 pixels each way; others, LamnatOjamnKlickRuta.

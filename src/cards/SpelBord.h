@@ -24,6 +24,15 @@ struct SpelBord {
     virtual bool Lika(const SpelBord& annat) const = 0;
     // Becomes a copy of `annat`, a table of the same game.
     virtual void TaFran(const SpelBord& annat) = 0;
+    // Takes the layout of `annat`, a table of the same game: where each slot lies and the
+    // face each card is drawn with. Cards, records and counters stay. A game whose table
+    // keeps areas of its own (a stock's or a button's) takes those too.
+    virtual void TaLaggningFran(const SpelBord& annat) {
+        for (size_t i = 0; i < luckor.size() && i < annat.luckor.size(); ++i) {
+            luckor[i].NyPos(annat.luckor[i].GePos());
+            luckor[i].GeKort().NyPos(annat.luckor[i].GeKort().GePos());
+        }
+    }
 
     bool operator==(const SpelBord&) const = default;
 

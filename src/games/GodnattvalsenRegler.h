@@ -54,6 +54,11 @@ Utlagg RaknaUtLuckor(std::vector<Lucka>& luckor, BRect bounds);
 struct Stallning : BordAv<Stallning> {
     BRect lekRuta;
     BRect lekKlickRuta;
+    void TaLaggningFran(const SpelBord& annat) override {
+        SpelBord::TaLaggningFran(annat);
+        lekRuta = static_cast<const Stallning&>(annat).lekRuta;
+        lekKlickRuta = static_cast<const Stallning&>(annat).lekKlickRuta;
+    }
     bool operator==(const Stallning& annan) const {
         return static_cast<const BordAv<Stallning>&>(*this) ==
                    static_cast<const BordAv<Stallning>&>(annan) &&

@@ -81,6 +81,10 @@ bool Vunnet(const std::vector<Lucka>& luckor);
 struct Stallning : BordAv<Stallning> {
     BRect lekKnapp;
     bool operator==(const Stallning&) const = default;
+    void TaLaggningFran(const SpelBord& annat) override {
+        SpelBord::TaLaggningFran(annat);
+        lekKnapp = static_cast<const Stallning&>(annat).lekKnapp;
+    }
 };
 
 enum Steg : int {

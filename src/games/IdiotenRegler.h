@@ -88,6 +88,10 @@ struct Stallning : BordAv<Stallning> {
     int klaraKort = 0;
     BRect knapp;
     bool operator==(const Stallning&) const = default;
+    void TaLaggningFran(const SpelBord& annat) override {
+        SpelBord::TaLaggningFran(annat);
+        knapp = static_cast<const Stallning&>(annat).knapp;
+    }
 };
 
 // What the rules tell the game as they move cards, so it can let each fly its own way.

@@ -78,6 +78,10 @@ struct Stallning : BordAv<Stallning> {
     int giv = 1;
     BRect knapp;
     bool operator==(const Stallning&) const = default;
+    void TaLaggningFran(const SpelBord& annat) override {
+        SpelBord::TaLaggningFran(annat);
+        knapp = static_cast<const Stallning&>(annat).knapp;
+    }
 };
 
 void Skapa(Stallning& bord);

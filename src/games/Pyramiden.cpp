@@ -31,9 +31,9 @@ Pyramiden::Pyramiden(SpelYta* view, BRect /*frame*/, bool animeraKort)
     NyttSpel(vy->Bounds());
 }
 
-void Pyramiden::NyttSpel(BRect bounds) {
+void Pyramiden::LaggUtOchDela(BRect bounds) {
     lyft = -1;
-    RegelSpel::NyttSpel(bounds);
+    RegelSpel::LaggUtOchDela(bounds);
 }
 
 void Pyramiden::RitaSpel(QPainter& p) {

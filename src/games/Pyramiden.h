@@ -14,7 +14,6 @@ public:
     Pyramiden(SpelYta* view, BRect frame, bool animera);
     ~Pyramiden() override = default;
 
-    void NyttSpel(BRect bounds) override;
     void RitaSpel(QPainter& offView) override;
     void OmRaknaLuckaKort(BRect bounds) override;
     bool FlyttaKort(SpelYta* view, BPoint where) override;
@@ -29,6 +28,7 @@ public:
     BRect LekKlickRuta() const { return bord.lekKlickRuta; }
 
 protected:
+    void LaggUtOchDela(BRect bounds) override;
     std::optional<Drag> SlappDrag(int lucka, BPoint q) const override;
 
 private:

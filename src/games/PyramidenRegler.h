@@ -94,6 +94,11 @@ struct Stallning : BordAv<Stallning> {
     // and its undo move the bottom edge.
     BRect lekRuta;
     BRect lekKlickRuta;
+    void TaLaggningFran(const SpelBord& annat) override {
+        SpelBord::TaLaggningFran(annat);
+        lekRuta = static_cast<const Stallning&>(annat).lekRuta;
+        lekKlickRuta = static_cast<const Stallning&>(annat).lekKlickRuta;
+    }
     // The clickable area is where a press is taken, not part of the position: an undone
     // turn leaves its edge short of where it stood before the turn, so two tables of the
     // same cards, deal and undo records are the same table whatever it holds.

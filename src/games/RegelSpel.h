@@ -1,10 +1,12 @@
 #pragma once
 
 #include "cards/Drag.h"
+#include "cards/GorOm.h"
 #include "cards/Hiscore.h"
 #include "cards/KortSpel.h"
 #include "cards/Lucka.h"
 
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -20,10 +22,16 @@ public:
 
     void NyttSpel(BRect bounds) override {
         this->Regler().LaggUtLeken(this->bord);
-        this->OmRaknaLuckaKort(bounds);
-        this->DelaUtKort();
-        KlarSpel();
-        this->VisaNyttSpel();
+        givet = this->bord.Kopia();
+        LaggUtOchDela(bounds);
+    }
+    void OmGiv(BRect bounds) override {
+        if (givet == nullptr) {
+            NyttSpel(bounds);
+            return;
+        }
+        this->bord.TaFran(*givet);
+        LaggUtOchDela(bounds);
     }
     bool KlarSpel() override { return this->Regler().KlarSpel(this->bord); }
     // The table is shown before the first card leaves the stock, and again when all lie.
@@ -38,11 +46,24 @@ public:
     int Undo() override {
         if (this->bord.undoLista.empty())
             return 0;
+        auto fore = this->bord.Kopia();
         int kvar = this->Regler().Angra(this->bord, Flyg());
+        gorOm.Angrat(this->Regler(), *fore, this->bord);
         this->vy->InvalidateOffscreen();
         return kvar;
     }
     bool Has_Undos() override { return !this->bord.undoLista.empty(); }
+    int Redo() override {
+        std::optional<Drag> drag = gorOm.Nasta(this->Regler(), this->bord);
+        if (!drag)
+            return 0;
+        Gor(*drag, true);
+        KlarSpel();
+        gorOm.Gjort(this->bord);
+        this->vy->InvalidateOffscreen();
+        return gorOm.Antal(this->bord);
+    }
+    bool Has_Redos() override { return gorOm.Nasta(this->Regler(), this->bord).has_value(); }
     int AddHiscore() override {
         return ::AddHiscore(this->SpelNummer(), this->Regler().Resultat(this->bord),
                             this->bord.antalUndo, this->vy->SpelarNamn(), this->startTid);
@@ -58,6 +79,14 @@ public:
     }
 
 protected:
+    // Deals the cards laid out for the deal, with its flights, and starts the clock.
+    virtual void LaggUtOchDela(BRect bounds) {
+        gorOm.Glom();
+        this->OmRaknaLuckaKort(bounds);
+        this->DelaUtKort();
+        KlarSpel();
+        this->VisaNyttSpel();
+    }
     // The flights' guide while animations are on.
     Flygledare* Flyg() { return this->animera ? this : nullptr; }
     void FlygRad(int, int, int, int) override {}
@@ -74,6 +103,11 @@ protected:
         return KortDrag(lucka, till);
     }
     virtual int DropMalFor(int /*lucka*/, BPoint /*q*/) const { return -1; }
+
+private:
+    // The table as the deal found it, before a card was dealt: what OmGiv deals again.
+    std::unique_ptr<SpelBord> givet;
+    GorOmLista gorOm;
 };
 
 // A game in which a press lifts the card under the pointer with every card above it on its

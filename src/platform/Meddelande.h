@@ -20,7 +20,8 @@ public:
     }
 
     const type_code what;
-    // The chosen file, for the background picture's command.
+    // The chosen file, for the background picture's command; the number asked for, for a
+    // numbered deal.
     const QString fil;
 };
 
@@ -37,6 +38,12 @@ inline constexpr type_code kBakgrundVald = MakeTypeCode("AAAW");
 inline constexpr type_code kRensaBakgrund = MakeTypeCode("AAAX");
 inline constexpr type_code kAterstall = MakeTypeCode("AAAY");
 inline constexpr type_code kAnimering = MakeTypeCode("AAAZ");
+
+// Commands the old program did not have, with codes of their own.
+inline constexpr type_code kGorOm = MakeTypeCode("FPGO");          // "Redo"
+inline constexpr type_code kOmGiv = MakeTypeCode("FPOG");          // "Restart Deal"
+inline constexpr type_code kFragaGivNummer = MakeTypeCode("FPFN"); // "Deal Number…"
+inline constexpr type_code kGivNummer = MakeTypeCode("FPGN");      // the number, in `fil`
 
 // The game-finished notice the play view posts to its window is "New Deal" itself.
 inline constexpr type_code kSpelKlart = kNyGiv;
