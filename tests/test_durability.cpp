@@ -350,6 +350,26 @@ private slots:
         std::string andrad = rad;
         andrad[20] = andrad[20] == '1' ? '2' : '1';
         QVERIFY(!VantandeResultat::LasJournalRad(andrad, &last));
+        // A result that waits after a torn line is still read, on its own line.
+        QTemporaryDir dir;
+        std::string folder = dir.path().toStdString();
+        {
+            std::ofstream fil(folder + "/" + VantandeResultat::kJournalNamn);
+            fil << rad.substr(0, 40);
+        }
+        AttributeStore store(folder);
+        HiscoreLista forst = TabellMed("Annan", 10);
+        store.WriteAttr("FJOLK:Spel8", B_RAW_TYPE, 0, forst.data(), 1920);
+        Vakt vakt(store);
+        vakt.full = true;
+        QCOMPARE(Lagg(vakt, "Efter", 30), kHiscoreVantar);
+        std::vector<std::string> rader = JournalRader(folder);
+        QCOMPARE(rader.size(), size_t(2));
+        QVERIFY(VantandeResultat::LasJournalRad(rader[1], &last));
+        QCOMPARE(QByteArray(last.post.namn), QByteArray("Efter"));
+        vakt.full = false;
+        QVERIFY(ForInVantande(store));
+        QCOMPARE(Namnen(Tabell8(store), 3), (QList<QByteArray>{"Efter", "Annan", " "}));
     }
 
     // A program killed in the middle of a stream of hiscore writes leaves a whole store

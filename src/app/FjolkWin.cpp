@@ -560,6 +560,12 @@ void FjolkWin::FrameMoved(BPoint) {
     ramTimer->start();
 }
 
+void FjolkWin::SattRamVila(int millisekunder) {
+    ramTimer->setInterval(millisekunder);
+    if (ramTimer->isActive())
+        ramTimer->start();
+}
+
 void FjolkWin::SparaRam() {
     ramTimer->stop();
     if (!osparadRam)

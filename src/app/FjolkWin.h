@@ -76,6 +76,8 @@ public:
     void SparaRam();
     // Whether a frame waits to be stored.
     bool RamVantar() const { return osparadRam.has_value(); }
+    // How long the window must have been still before its frame is stored, in ms.
+    void SattRamVila(int millisekunder);
 
     // The icon theme's icon of the program, or the one built into it.
     static QIcon ProgramIkon();

@@ -71,11 +71,14 @@ public:
         off_t slut = lseek(fd, 0, SEEK_END);
         if (slut < 0)
             return false;
+        // After a line cut short by a crash the record starts a line of its own.
+        char sista = '\n';
+        if (slut > 0 && pread(fd, &sista, 1, slut - 1) == 1 && sista != '\n')
+            rad.insert(rad.begin(), '\n');
         if (pwrite(fd, rad.data(), rad.size(), slut) != static_cast<ssize_t>(rad.size()) ||
             fdatasync(fd) != 0) {
-            // A line cut short is no record; the rest of the file stays as it was.
-            if (ftruncate(fd, slut) != 0)
-                return false;
+            // What was written of it is no record; the file is left as it was.
+            [[maybe_unused]] int kvar = ftruncate(fd, slut);
             return false;
         }
         return true;

@@ -87,13 +87,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (plats < 1 || plats > 41 || angra > 999)
         std::abort();
 
-    // The rows the list would show.
+    // Whatever was stored under the table's name, a table is there now (what was not one was
+    // kept aside), and its rows are what the list would show.
     HiscoreLista lista;
-    if (store.ReadAttr(namn.c_str(), B_RAW_TYPE, 0, lista.data(), sizeof lista) == 1920) {
-        for (int i = 0; i < kHiscorePlatser; ++i)
-            if (AntalTecken(HiscoreRad(i, lista[i], spelNr)) > 60)
-                std::abort();
-    }
+    if (store.ReadAttr(namn.c_str(), B_RAW_TYPE, 0, lista.data(), sizeof lista) != 1920)
+        std::abort();
+    for (int i = 0; i < kHiscorePlatser; ++i)
+        if (AntalTecken(HiscoreRad(i, lista[i], spelNr)) > 60)
+            std::abort();
 
     // A frame of any sixteen bytes, and the frame the window would open at.
     std::string ram = in.Take(16);
