@@ -140,8 +140,7 @@ private slots:
         QCOMPARE(StatistikText(l.Rad(0, "Bo")),
                  std::string("Bo: 3 played, 1 won (33%), streak 0 (best 1), fastest 0:45, "
                              "fewest undos 5, last 3/12 2026"));
-        QCOMPARE(StatistikText(StatisticsRow{1, "Ny"}),
-                 std::string("Ny: 0 played, 0 won (0%), streak 0 (best 0), last -"));
+        QCOMPARE(StatistikText(StatisticsRow{1, "Ny"}), std::string("Ny: no games played yet"));
     }
 
     // A result recorded again for the same deal is a hiscore as always, but no second game.

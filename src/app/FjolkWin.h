@@ -17,6 +17,7 @@ class Meddelande;
 class QAction;
 class QFileDialog;
 class QMessageBox;
+class StatistikDialog;
 class QStackedLayout;
 class QTimer;
 class QTextBrowser;
@@ -113,6 +114,9 @@ private:
     void VisaHjalp();
     QFileDialog* NyFilPanel();
     void FragaGivNummer();
+    void VisaStatistikFonster();
+    void FragaNollstallStatistik();
+    void NollstallStatistik();
     void DelaGivNummer(const QString& text);
     void VisaSpeletsTitel();
 
@@ -139,6 +143,7 @@ private:
     std::optional<std::pair<std::string, BRect>> osparadRam;
     QTimer* ramTimer = nullptr;
     QMessageBox* notis = nullptr;
+    StatistikDialog* statistikFonster = nullptr;
     // The folder of the last picture chosen.
     QString bildMapp;
     HjalpOppnare hjalpOppnare = DesktopensOppnare();

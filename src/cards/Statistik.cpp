@@ -74,6 +74,8 @@ std::string StatistikDatum(int64_t nar) {
 }
 
 std::string StatistikText(const StatisticsRow& rad) {
+    if (rad.played == 0)
+        return rad.player + ": no games played yet";
     char text[256];
     std::snprintf(text, sizeof text, "%s: %lld played, %lld won (%d%%), streak %lld (best %lld)",
                   rad.player.c_str(), static_cast<long long>(rad.played),

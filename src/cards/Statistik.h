@@ -27,5 +27,5 @@ std::string StatistikTid(int64_t sekunder);
 // "5/12 2026": the day of a last game.
 std::string StatistikDatum(int64_t nar);
 // One line for the welcome screen: "Eva: 12 played, 5 won (41%), streak 2 (best 3),
-// fastest 2:05, fewest undos 0, last 5/12 2026".
+// fastest 2:05, fewest undos 0, last 5/12 2026"; "Eva: no games played yet".
 std::string StatistikText(const StatisticsRow& rad);
