@@ -88,6 +88,7 @@ public:
     // Our own window with the help page, shown when the desktop cannot open it; null
     // until then.
     QTextBrowser* HjalpFonster() const { return hjalpFonster; }
+    StatistikDialog* StatistikFonster() const { return statistikFonster; }
     void SattHjalpOppnare(HjalpOppnare oppnare) { hjalpOppnare = std::move(oppnare); }
 
 protected:
