@@ -38,13 +38,15 @@ StatistikDialog::StatistikDialog(QWidget* parent, AttributeStore& attributStore)
     tabell->setColumnCount(static_cast<int>(kKolumner.size()));
     tabell->setHorizontalHeaderLabels(kKolumner);
     tabell->verticalHeader()->hide();
+    tabell->verticalHeader()->setDefaultSectionSize(tabell->fontMetrics().height() + 6);
+    tabell->horizontalHeader()->setStretchLastSection(true);
     tabell->setSelectionBehavior(QAbstractItemView::SelectRows);
     lager->addWidget(tabell);
     auto* knappar = new QDialogButtonBox(QDialogButtonBox::Close, this);
     connect(knappar, &QDialogButtonBox::rejected, this, &QDialog::reject);
     lager->addWidget(knappar);
     Las();
-    resize(760, 460);
+    resize(720, 12 * tabell->verticalHeader()->defaultSectionSize() + 110);
 }
 
 void StatistikDialog::Las() {
