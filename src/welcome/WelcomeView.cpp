@@ -562,6 +562,7 @@ WelcomeView::WelcomeView(QWidget* parent, AttributeStore& attributStore)
     vit.setColor(QPalette::WindowText, Qt::white);
     statistikRad->setPalette(vit);
     statistikRad->setFont(flikFont);
+    statistikRad->setAccessibleName(QStringLiteral("Statistics"));
     connect(spelarFalt, &QLineEdit::textChanged, this, [this] { VisaStatistik(); });
     VisaStatistik();
 
