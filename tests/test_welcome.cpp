@@ -148,7 +148,8 @@ private slots:
         s.vy->spelarFalt->setText(QStringLiteral("Abcdefghijklmnopqrs"));
         QLabel* linje = s.vy->statistikRad;
         QCOMPARE(linje->text(), QString::fromStdString(StatistikText(rad)));
-        QVERIFY(linje->text().contains(QStringLiteral("123456 played, 98765 won (80%), streak 4321 (best 54321), fastest 10:59:59")));
+        QVERIFY(linje->text().contains(QStringLiteral(
+            "123456 played, 98765 won (80%), streak 4321 (best 54321), fastest 10:59:59")));
         QVERIFY(QFontMetrics(linje->font()).horizontalAdvance(linje->text()) <=
                 linje->contentsRect().width());
         QVERIFY(s.vy->rect().contains(linje->geometry()));
