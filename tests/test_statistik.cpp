@@ -279,6 +279,15 @@ private slots:
         }
     }
 
+    // A statistics table dropped by another program never keeps a result from its store.
+    void borttagenTabellGorsOm() {
+        Lager l;
+        l.Spela(0, "Eva", true, 60, 1);
+        QVERIFY(Sql(l.dir, "DROP TABLE statistics"));
+        QCOMPARE(l.Spela(0, "Eva", false, 60, 1), 1);
+        QCOMPARE(l.Rad(0, "Eva"), Vantat(0, "Eva", 1, 0, 0, 0, -1, -1, Datum(1, 12, 2026)));
+    }
+
     void nollstallningTommerStatistikenMenInteHiscores() {
         Lager l;
         l.Spela(0, "Eva", true, 60, 1);

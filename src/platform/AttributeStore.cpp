@@ -691,6 +691,13 @@ status_t AttributeStore::WriteStatistics(const StatisticsRow& row) {
         return initStatus;
     if (!MakeWritable())
         return lastFailure;
+    // A table dropped by hand since the schema step is made again, so results can still
+    // be entered.
+    if (!StatisticsTableExists()) {
+        status_t status = RunWrite(kCreateStatistics);
+        if (status != B_OK)
+            return status;
+    }
     sqlite3_stmt* statement =
         Prepare((std::string("INSERT OR REPLACE INTO statistics(") + kStatisticsColumns +
                  ") VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9)")
