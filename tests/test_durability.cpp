@@ -18,6 +18,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 // Results are never lost: not by two running programs, not by a program killed mid-write.
@@ -46,12 +47,28 @@ pid_t SpelaIBarn(const std::string& folder, const char* prefix, int forst, int s
         int undos = forst + steg * i;
         char namn[20];
         std::snprintf(namn, sizeof namn, "%s%d", prefix, undos);
-        AddHiscore(store, 0, HiscoreResultat{rapport >= 0 ? i : 0, 1}, undos, namn,
+        // Won when the undo count is a multiple of three, so that the statistics have
+        // both to count.
+        AddHiscore(store, 0, HiscoreResultat{rapport >= 0 ? i : 0, 1, undos % 3 == 0}, undos, namn,
                    system_time() - kSekund, std::time(nullptr));
         if (rapport >= 0 && write(rapport, &i, sizeof i) != sizeof i)
             _exit(3);
     }
     _exit(0);
+}
+
+// The games played and won in game 0, over every player.
+std::pair<int64_t, int64_t> SpeladeOchVunna(const std::string& folder) {
+    AttributeStore store(folder);
+    std::vector<StatisticsRow> rader;
+    if (store.ListStatistics(0, &rader) != B_OK)
+        qFatal("the statistics cannot be read");
+    std::pair<int64_t, int64_t> summa{0, 0};
+    for (const StatisticsRow& rad : rader) {
+        summa.first += rad.played;
+        summa.second += rad.won;
+    }
+    return summa;
 }
 
 // Another program's connection to the store, which takes the write lock and keeps it.
@@ -160,6 +177,9 @@ private slots:
             std::string namn = std::string(i % 2 ? "B" : "A") + std::to_string(i);
             QCOMPARE(QByteArray(tabell[i].namn), QByteArray(namn.c_str()));
         }
+        // Every game counted once: 167 of A's even counts and 167 of B's odd ones are
+        // multiples of three.
+        QCOMPARE(SpeladeOchVunna(folder), (std::pair<int64_t, int64_t>{1000, 334}));
     }
 
     // Another program holds the store past the wait: the result waits (no place is named,
@@ -331,6 +351,10 @@ private slots:
         QVERIFY(ForInVantande(store));
         QCOMPARE(Namnen(Tabell8(store), 3), (QList<QByteArray>{"Forra", "Annan", " "}));
         QVERIFY(JournalRader(folder).empty());
+        // Nor counted again in the statistics.
+        StatisticsRow rad;
+        QCOMPARE(store.ReadStatistics(8, "Forra", &rad), B_OK);
+        QCOMPARE(rad.played, int64_t(1));
     }
 
     // A torn last line (a crash while it was written) is no record; the whole ones are.
@@ -417,6 +441,14 @@ private slots:
         QVERIFY2(index <= 1, qPrintable(QString::number(index)));
         for (int k = 0; index + k < 40; ++k)
             QCOMPARE(int(tabell[index + k].kort), klara - k);
+        // The statistics went with the hiscores, result for result: all of them won by the
+        // one player "K0".
+        AttributeStore store(folder);
+        StatisticsRow rad;
+        QCOMPARE(store.ReadStatistics(0, "K0", &rad), B_OK);
+        QCOMPARE(rad.played, int64_t(klara + 1 + index));
+        QCOMPARE(rad.won, rad.played);
+        QCOMPARE(rad.longestStreak, rad.played);
     }
 };
 

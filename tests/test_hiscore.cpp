@@ -260,6 +260,9 @@ private slots:
         QCOMPARE(vakt.transaktioner, 3);
         QCOMPARE(vakt.lasningar, 3);
         QCOMPARE(vakt.skrivningar, 4);
+        // Each result counts in its player's statistics, in the same transaction.
+        QCOMPARE(vakt.statistikLasningar, 3);
+        QCOMPARE(vakt.statistikSkrivningar, 3);
         QVERIFY(!vakt.utanforTransaktion);
     }
 

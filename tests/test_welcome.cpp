@@ -1,4 +1,5 @@
 #include "cards/Hiscore.h"
+#include "cards/Statistik.h"
 #include "platform/AttributeStore.h"
 #include "platform/Meddelande.h"
 #include "platform/QtGeometry.h"
@@ -138,6 +139,29 @@ class WelcomeViewTest : public QObject {
     Q_OBJECT
 
 private slots:
+    // The longest record a name can have still shows whole in the margin under the tabs, and
+    // the line follows the game chosen and the name typed.
+    void statistikradenRymsOchFoljerSpeletOchNamnet() {
+        Skarm s;
+        StatisticsRow rad{0,     "Abcdefghijklmnopqrs", 123456, 98765,     4321,
+                          54321, 36000 + 59 * 61,       998,    1764000000};
+        QCOMPARE(s.store.WriteStatistics(rad), B_OK);
+        s.vy->spelarFalt->setText(QStringLiteral("Abcdefghijklmnopqrs"));
+        QLabel* linje = s.vy->statistikRad;
+        QCOMPARE(linje->text(), QString::fromStdString(StatistikText(rad)));
+        QVERIFY(linje->text().contains(QStringLiteral(
+            "123456 played, 98765 won (80%), streak 4321 (best 54321), fastest 10:59:59")));
+        QVERIFY(QFontMetrics(linje->font()).horizontalAdvance(linje->text()) <=
+                linje->contentsRect().width());
+        QVERIFY(s.vy->rect().contains(linje->geometry()));
+        QVERIFY(!linje->geometry().intersects(s.vy->flikar->geometry()));
+        s.KlickaRad(s.vy->spelLista, 8);
+        QCOMPARE(linje->text(), QStringLiteral("Abcdefghijklmnopqrs: no games played yet"));
+        s.KlickaRad(s.vy->spelLista, 0);
+        s.vy->spelarFalt->setText(QStringLiteral("Eva"));
+        QCOMPARE(linje->text(), QStringLiteral("Eva: no games played yet"));
+    }
+
     void kontrollernaHarSinaRamarNamnOchTexter() {
         Skarm s;
         QCOMPARE(s.vy->objectName(), QStringLiteral("WelcomeView"));

@@ -9,6 +9,7 @@
 #include "platform/QtGeometry.h"
 #include "support/Gester.h"
 #include "support/Poster.h"
+#include "welcome/StatistikDialog.h"
 #include "welcome/WelcomeView.h"
 
 #include <QAction>
@@ -26,9 +27,10 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QScreen>
 #include <QScopeGuard>
+#include <QScreen>
 #include <QSignalSpy>
+#include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextBrowser>
@@ -184,7 +186,8 @@ private slots:
         }
         QCOMPARE(texter, (QStringList{"Game", "New Deal Ctrl+D", "Restart Deal F5", "Deal Number… ",
                                       "Undo Ctrl+Z", "Redo Ctrl+Shift+Z", "Close Ctrl+W", "-",
-                                      "Exit Ctrl+Q", "Help", "Help Ctrl+H", "About Ctrl+A"}));
+                                      "Exit Ctrl+Q", "Help", "Help Ctrl+H", "Statistics… ",
+                                      "Reset Statistics… ", "-", "About Ctrl+A"}));
         QCOMPARE(k.win->GorOmItem()->shortcuts(),
                  (QList<QKeySequence>{QKeySequence(QStringLiteral("Ctrl+Shift+Z")),
                                       QKeySequence(QStringLiteral("Ctrl+Y"))}));
@@ -658,6 +661,84 @@ private slots:
         QVERIFY(k.Finns("FJOLK:Spel0"));
         QVERIFY(k.win->Animering());
         QVERIFY(k.win->ValkomstVy()->animeringsRuta->isChecked());
+    }
+
+    // Every way of leaving a deal counts it once: New Deal, Restart Deal, Close, Exit.
+    void varjeGivRaknasEnGangIStatistiken() {
+        Korning k;
+        k.Posta(kStartaSpel0);
+        k.Posta(kNyGiv);
+        k.Posta(kNyGiv);
+        k.Posta(kOmGiv);
+        k.Posta(kStang);
+        StatisticsRow rad;
+        QCOMPARE(k.Store().ReadStatistics(0, "Guest", &rad), B_OK);
+        QCOMPARE(rad.played, int64_t(4));
+        QCOMPARE(rad.won, int64_t(0));
+        QLabel* statistik = k.win->ValkomstVy()->statistikRad;
+        QVERIFY(statistik->isVisible());
+        QVERIFY2(statistik->text().startsWith(
+                     QStringLiteral("Guest: 4 played, 0 won (0%), streak 0 (best 0), last ")),
+                 qPrintable(statistik->text()));
+        // Within the window, under the tabs.
+        QVERIFY(k.win->ValkomstVy()->rect().contains(statistik->geometry()));
+        QVERIFY(!statistik->geometry().intersects(k.win->ValkomstVy()->flikar->geometry()));
+        // Another name shows its own record.
+        k.win->ValkomstVy()->spelarFalt->setText(QStringLiteral("Eva"));
+        QCOMPARE(statistik->text(), QStringLiteral("Eva: no games played yet"));
+        k.win->ValkomstVy()->spelarFalt->setText(QStringLiteral("Guest"));
+        k.Posta(kStartaSpel0 + 3);
+        k.Posta(kAvsluta);
+        QCOMPARE(k.Store().ReadStatistics(3, "Guest", &rad), B_OK);
+        QCOMPARE(rad.played, int64_t(1));
+        QCOMPARE(k.Store().ReadStatistics(0, "Guest", &rad), B_OK);
+        QCOMPARE(rad.played, int64_t(4));
+    }
+
+    void statistikfonstretVisarAllaTolvSpelen() {
+        Korning k;
+        k.Posta(kStartaSpel0 + 8);
+        k.Posta(kStang);
+        k.Posta(kStatistik);
+        StatistikDialog* fonster = k.win->StatistikFonster();
+        QVERIFY(fonster != nullptr && fonster->isVisible());
+        QCOMPARE(fonster->tabell->rowCount(), 12);
+        QCOMPARE(fonster->tabell->item(8, 0)->text(), QStringLiteral("Freecell"));
+        QCOMPARE(fonster->tabell->item(8, 1)->text(), QStringLiteral("Guest"));
+        QCOMPARE(fonster->tabell->item(8, 2)->text(), QStringLiteral("1"));
+        QCOMPARE(fonster->tabell->item(8, 4)->text(), QStringLiteral("0"));
+        QCOMPARE(fonster->tabell->item(0, 2)->text(), QStringLiteral("0"));
+        QCOMPARE(fonster->tabell->item(0, 4)->text(), QString());
+    }
+
+    // Reset Statistics asks first; Reset to default leaves them, as it leaves the hiscores.
+    void nollstallStatistikFragarForstOchBehallerHiscores() {
+        Korning k;
+        k.Posta(kStartaSpel0);
+        k.Posta(kStang);
+        k.Posta(kAterstall);
+        StatisticsRow rad;
+        QCOMPARE(k.Store().ReadStatistics(0, "Guest", &rad), B_OK);
+        k.Posta(kFragaNollstall);
+        auto fraga = [&] {
+            return k.win->findChild<QMessageBox*>(QStringLiteral("Reset Statistics"));
+        };
+        QVERIFY(fraga() != nullptr && fraga()->isVisible());
+        QTest::keyClick(fraga(), Qt::Key_Escape);
+        Behandla();
+        QCOMPARE(k.Store().ReadStatistics(0, "Guest", &rad), B_OK);
+        k.Posta(kFragaNollstall);
+        QPushButton* ja = nullptr;
+        for (QAbstractButton* b : fraga()->buttons())
+            if (b->text() == QStringLiteral("Reset"))
+                ja = qobject_cast<QPushButton*>(b);
+        QVERIFY(ja != nullptr);
+        ja->click();
+        Behandla();
+        QCOMPARE(k.Store().ReadStatistics(0, "Guest", &rad), B_ENTRY_NOT_FOUND);
+        QCOMPARE(k.win->ValkomstVy()->statistikRad->text(),
+                 QStringLiteral("Guest: no games played yet"));
+        QCOMPARE(QByteArray(k.Tabell(0)[0].namn), QByteArray("Guest"));
     }
 
     void animeringsrutanGallerSpelSomStartasSedan() {

@@ -11,6 +11,7 @@
 #include "platform/Meddelande.h"
 #include "platform/Notices.h"
 #include "platform/QtGeometry.h"
+#include "welcome/StatistikDialog.h"
 #include "welcome/WelcomeView.h"
 
 #include <QApplication>
@@ -63,16 +64,6 @@ constexpr int kNotisTitt = 500;
 
 std::string SpelRamNamn(int nummer) {
     return "FJOLK:SpelWinNr" + std::to_string(nummer);
-}
-
-// A UTF-8 text cut to at most `max` bytes without splitting a character.
-std::string KortaUtf8(const QString& text, size_t max) {
-    QByteArray bytes = text.toUtf8();
-    size_t n = std::min(static_cast<size_t>(bytes.size()), max);
-    while (n > 0 && n < static_cast<size_t>(bytes.size()) &&
-           (static_cast<unsigned char>(bytes[static_cast<int>(n)]) & 0xC0) == 0x80)
-        --n;
-    return std::string(bytes.constData(), n);
 }
 
 } // namespace
@@ -159,6 +150,9 @@ void FjolkWin::ByggMeny() {
     QAction* hjalp = item(hjalpMeny, "Help", kHjalp, QKeySequence(Qt::CTRL | Qt::Key_H));
     // F1 as well, as on every other desktop program.
     hjalp->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_H), QKeySequence(Qt::Key_F1)});
+    item(hjalpMeny, "Statistics…", kStatistik, QKeySequence());
+    item(hjalpMeny, "Reset Statistics…", kFragaNollstall, QKeySequence());
+    hjalpMeny->addSeparator();
     item(hjalpMeny, "About", kOm, QKeySequence(Qt::CTRL | Qt::Key_A));
     connect(spelMeny, &QMenu::aboutToShow, this, [this] { MenusBeginning(); });
     qApp->installEventFilter(this);
@@ -307,6 +301,10 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
     } else if (what == kOm) {
         VisaVarning(QStringLiteral("About"), QString::fromUtf8(kOmText),
                     QStringLiteral("Have Fun!"));
+    } else if (what == kStatistik) {
+        VisaStatistikFonster();
+    } else if (what == kFragaNollstall) {
+        FragaNollstallStatistik();
     } else if (visarSpel) {
         return;
     } else if (what == kValjBakgrund) {
@@ -406,6 +404,43 @@ void FjolkWin::FragaGivNummer() {
         QCoreApplication::postEvent(this, new Meddelande(kGivNummer, text));
     });
     dialog->show();
+}
+
+void FjolkWin::VisaStatistikFonster() {
+    if (statistikFonster == nullptr)
+        statistikFonster = new StatistikDialog(this, store);
+    statistikFonster->Las();
+    statistikFonster->show();
+    statistikFonster->raise();
+}
+
+void FjolkWin::FragaNollstallStatistik() {
+    auto* fraga = new QMessageBox(QMessageBox::Question, QStringLiteral("Reset Statistics"),
+                                  QStringLiteral("Clear the statistics of every game and every "
+                                                 "player? The hiscores are kept."),
+                                  QMessageBox::NoButton, this);
+    fraga->setObjectName(QStringLiteral("Reset Statistics"));
+    QPushButton* ja = fraga->addButton(QStringLiteral("Reset"), QMessageBox::AcceptRole);
+    QPushButton* nej = fraga->addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole);
+    fraga->setDefaultButton(nej);
+    fraga->setEscapeButton(nej);
+    fraga->setAttribute(Qt::WA_DeleteOnClose);
+    fraga->setWindowModality(Qt::WindowModal);
+    connect(ja, &QPushButton::clicked, this, [this] { NollstallStatistik(); });
+    fraga->show();
+}
+
+void FjolkWin::NollstallStatistik() {
+    // Results waiting for the store belong to the statistics being cleared.
+    ForInVantande(store);
+    if (store.ClearStatistics() != B_OK)
+        VisaVarning(QStringLiteral("Reset Statistics"),
+                    QStringLiteral("The statistics could not be cleared (%1).")
+                        .arg(QString::fromStdString(store.Problem())),
+                    QStringLiteral("OK"));
+    valkomstVy->VisaStatistik();
+    if (statistikFonster != nullptr)
+        statistikFonster->Las();
 }
 
 void FjolkWin::DelaGivNummer(const QString& text) {

@@ -17,6 +17,7 @@ class Meddelande;
 class QAction;
 class QFileDialog;
 class QMessageBox;
+class StatistikDialog;
 class QStackedLayout;
 class QTimer;
 class QTextBrowser;
@@ -87,6 +88,7 @@ public:
     // Our own window with the help page, shown when the desktop cannot open it; null
     // until then.
     QTextBrowser* HjalpFonster() const { return hjalpFonster; }
+    StatistikDialog* StatistikFonster() const { return statistikFonster; }
     void SattHjalpOppnare(HjalpOppnare oppnare) { hjalpOppnare = std::move(oppnare); }
 
 protected:
@@ -113,6 +115,9 @@ private:
     void VisaHjalp();
     QFileDialog* NyFilPanel();
     void FragaGivNummer();
+    void VisaStatistikFonster();
+    void FragaNollstallStatistik();
+    void NollstallStatistik();
     void DelaGivNummer(const QString& text);
     void VisaSpeletsTitel();
 
@@ -139,6 +144,7 @@ private:
     std::optional<std::pair<std::string, BRect>> osparadRam;
     QTimer* ramTimer = nullptr;
     QMessageBox* notis = nullptr;
+    StatistikDialog* statistikFonster = nullptr;
     // The folder of the last picture chosen.
     QString bildMapp;
     HjalpOppnare hjalpOppnare = DesktopensOppnare();

@@ -1,5 +1,6 @@
 #include "cards/Hiscore.h"
 
+#include "cards/Statistik.h"
 #include "cards/VantandeResultat.h"
 #include "platform/AttributeStore.h"
 
@@ -124,6 +125,16 @@ public:
     }
     status_t Sync() override { return lager.Sync(); }
     status_t Exclusive(const std::function<bool()>& work) override { return lager.Exclusive(work); }
+    status_t ReadStatistics(int game, const std::string& player, StatisticsRow* row) override {
+        return lager.ReadStatistics(game, player, row);
+    }
+    status_t WriteStatistics(const StatisticsRow& row) override {
+        return lager.WriteStatistics(row);
+    }
+    bool StatisticsDamaged() override { return lager.StatisticsDamaged(); }
+    status_t RebuildStatistics(std::string* keptAs) override {
+        return lager.RebuildStatistics(keptAs);
+    }
     std::string DataDirectory() const override { return lager.DataDirectory(); }
 
 private:
@@ -228,6 +239,8 @@ Resultatpost NyResultatpost(int spelNr, const HiscoreResultat& resultat, int ang
     r.angra = angra;
     r.mm = mm;
     r.ss = ss;
+    r.sekunder = int64_t{mm} * 60 + ss;
+    r.nar = nu;
     std::tm lokal{};
     localtime_r(&nu, &lokal);
     r.post = HiscorePost(spelarNamn, resultat, angra, mm, ss, lokal);
@@ -292,6 +305,8 @@ bool ForInResultat(HiscoreStore& store, const Resultatpost& r, int* plats,
             return false;
         store.Sync();
     }
+    if (!ForInStatistik(store, r, notiser))
+        return false;
     int index = HiscoreIndex(tabell, familj,
                              familj.nyNyckel(r.resultat.kort, r.resultat.giv, r.angra, r.mm, r.ss));
     *plats = index + 1;
@@ -313,6 +328,7 @@ int AddHiscore(HiscoreStore& store, int spelNr, const HiscoreResultat& resultat,
     if (angra > kMaxAngra)
         angra = kMaxAngra;
     Resultatpost post = NyResultatpost(spelNr, resultat, angra, mm, ss, spelarNamn, nu);
+    post.sekunder = sekunder;
     return VantandeResultat::For(store.DataDirectory()).ForIn(store, &post);
 }
 

@@ -52,6 +52,10 @@ inline constexpr int kMaxAngra = 999;
 struct HiscoreResultat {
     int kort = 0;
     int giv = 0;
+    // Whether the game was won when the result was recorded; and whether the result is the
+    // deal's first, the one its statistics count.
+    bool vunnen = false;
+    bool iStatistiken = true;
 };
 
 // How one game ranks its results: the deal an empty entry shows, the order, whether a
@@ -108,6 +112,10 @@ public:
     virtual status_t RenameAttr(const char* from, const char* to) = 0;
     virtual status_t Sync() = 0;
     virtual status_t Exclusive(const std::function<bool()>& work) = 0;
+    virtual status_t ReadStatistics(int game, const std::string& player, StatisticsRow* row) = 0;
+    virtual status_t WriteStatistics(const StatisticsRow& row) = 0;
+    virtual bool StatisticsDamaged() = 0;
+    virtual status_t RebuildStatistics(std::string* keptAs) = 0;
     // Where the results that wait for the store are kept beside it.
     virtual std::string DataDirectory() const = 0;
 };
@@ -122,6 +130,9 @@ struct Resultatpost {
     int angra = 0;
     int mm = 0;
     int ss = 0;
+    // The whole playing time and when it was played, for the statistics.
+    int64_t sekunder = 0;
+    int64_t nar = 0;
     HighScoreTable post;
 };
 

@@ -124,8 +124,10 @@ VantandeResultat::VantandeResultat(std::string fil) : journalFil(std::move(fil))
 
 std::string VantandeResultat::JournalRad(const Resultatpost& p) {
     char huvud[160];
-    std::snprintf(huvud, sizeof huvud, "R1 %016" PRIx64 " %d %d %d %d %d %d ", p.id, p.spelNr,
-                  p.resultat.kort, p.resultat.giv, p.angra, p.mm, p.ss);
+    std::snprintf(huvud, sizeof huvud,
+                  "R2 %016" PRIx64 " %d %d %d %d %d %d %d %d %" PRId64 " %" PRId64 " ", p.id,
+                  p.spelNr, p.resultat.kort, p.resultat.giv, p.angra, p.mm, p.ss,
+                  p.resultat.vunnen ? 1 : 0, p.resultat.iStatistiken ? 1 : 0, p.sekunder, p.nar);
     std::string rad = huvud;
     const auto* bytes = reinterpret_cast<const unsigned char*>(&p.post);
     static const char* const hex = "0123456789abcdef";
@@ -150,11 +152,26 @@ bool VantandeResultat::LasJournalRad(const std::string& rad, Resultatpost* p) {
         return false;
     Resultatpost post;
     int langd = 0;
-    if (std::sscanf(kropp.c_str(), "R1 %16" SCNx64 " %d %d %d %d %d %d %n", &post.id, &post.spelNr,
-                    &post.resultat.kort, &post.resultat.giv, &post.angra, &post.mm, &post.ss,
-                    &langd) != 7 ||
-        kropp.size() != static_cast<size_t>(langd) + kHex)
+    int vunnen = 0;
+    int iStatistiken = 1;
+    if (kropp.starts_with("R1 ")) {
+        // Written before results carried their statistics: counted as played, not won.
+        if (std::sscanf(kropp.c_str(), "R1 %16" SCNx64 " %d %d %d %d %d %d %n", &post.id,
+                        &post.spelNr, &post.resultat.kort, &post.resultat.giv, &post.angra,
+                        &post.mm, &post.ss, &langd) != 7)
+            return false;
+        post.sekunder = int64_t{post.mm} * 60 + post.ss;
+    } else if (std::sscanf(kropp.c_str(),
+                           "R2 %16" SCNx64 " %d %d %d %d %d %d %d %d %" SCNd64 " %" SCNd64 " %n",
+                           &post.id, &post.spelNr, &post.resultat.kort, &post.resultat.giv,
+                           &post.angra, &post.mm, &post.ss, &vunnen, &iStatistiken, &post.sekunder,
+                           &post.nar, &langd) != 11) {
         return false;
+    }
+    if (kropp.size() != static_cast<size_t>(langd) + kHex)
+        return false;
+    post.resultat.vunnen = vunnen != 0;
+    post.resultat.iStatistiken = iStatistiken != 0;
     auto* bytes = reinterpret_cast<unsigned char*>(&post.post);
     for (size_t i = 0; i < sizeof post.post; ++i) {
         unsigned varde = 0;

@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 // What every game whose rules decide everything does the same way: deal, recount, undo
@@ -65,8 +66,11 @@ public:
     }
     bool Has_Redos() override { return gorOm.Nasta(this->Regler(), this->bord).has_value(); }
     int AddHiscore() override {
-        return ::AddHiscore(this->SpelNummer(), this->Regler().Resultat(this->bord),
-                            this->bord.antalUndo, this->vy->SpelarNamn(), this->startTid);
+        HiscoreResultat resultat = this->Regler().Resultat(this->bord);
+        resultat.vunnen = this->Regler().KlarSpel(this->bord);
+        resultat.iStatistiken = !std::exchange(resultatRaknat, true);
+        return ::AddHiscore(this->SpelNummer(), resultat, this->bord.antalUndo,
+                            this->vy->SpelarNamn(), this->startTid);
     }
     // Only a single lifted card is put down; it goes where the rules say, without a flight.
     void Drop(SpelYta* view, int /*target*/) override {
@@ -81,6 +85,7 @@ public:
 protected:
     // Deals the cards laid out for the deal, with its flights, and starts the clock.
     virtual void LaggUtOchDela(BRect bounds) {
+        resultatRaknat = false;
         gorOm.Glom();
         this->OmRaknaLuckaKort(bounds);
         this->DelaUtKort();
@@ -108,6 +113,8 @@ private:
     // The table as the deal found it, before a card was dealt: what OmGiv deals again.
     std::unique_ptr<SpelBord> givet;
     GorOmLista gorOm;
+    // A deal is counted in the statistics once, whatever records its result again.
+    bool resultatRaknat = false;
 };
 
 // A game in which a press lifts the card under the pointer with every card above it on its

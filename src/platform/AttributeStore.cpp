@@ -29,6 +29,34 @@ std::string TypeText(type_code type) {
     return text;
 }
 
+constexpr const char* kCreateStatistics = "CREATE TABLE IF NOT EXISTS statistics("
+                                          " game INTEGER NOT NULL,"
+                                          " player TEXT NOT NULL,"
+                                          " played INTEGER NOT NULL,"
+                                          " won INTEGER NOT NULL,"
+                                          " current_streak INTEGER NOT NULL,"
+                                          " longest_streak INTEGER NOT NULL,"
+                                          " fastest_seconds INTEGER NOT NULL,"
+                                          " fewest_undos INTEGER NOT NULL,"
+                                          " last_game INTEGER NOT NULL,"
+                                          " PRIMARY KEY (game, player)) WITHOUT ROWID;";
+
+constexpr const char* kStatisticsColumns =
+    "game, player, played, won, current_streak, longest_streak, fastest_seconds, "
+    "fewest_undos, last_game";
+
+// Rows no recording of results can make.
+constexpr const char* kImpossibleStatistics =
+    "SELECT count(*) FROM statistics WHERE NOT ("
+    " typeof(game) = 'integer' AND typeof(player) = 'text' AND typeof(played) = 'integer'"
+    " AND typeof(won) = 'integer' AND typeof(current_streak) = 'integer'"
+    " AND typeof(longest_streak) = 'integer' AND typeof(fastest_seconds) = 'integer'"
+    " AND typeof(fewest_undos) = 'integer' AND typeof(last_game) = 'integer'"
+    " AND game BETWEEN 0 AND 11 AND won BETWEEN 0 AND played"
+    " AND current_streak BETWEEN 0 AND won AND longest_streak BETWEEN current_streak AND won"
+    " AND (won = 0) = (fastest_seconds = -1) AND (won = 0) = (fewest_undos = -1)"
+    " AND fastest_seconds >= -1 AND fewest_undos >= -1)";
+
 std::string TimeStamp() {
     std::time_t now = std::time(nullptr);
     std::tm local{};
@@ -309,17 +337,21 @@ bool AttributeStore::CreateSchema() {
     sqlite3_stmt* statement =
         Prepare("SELECT (SELECT application_id FROM pragma_application_id()),"
                 " (SELECT count(*) FROM sqlite_schema WHERE name = 'attributes'),"
-                " (SELECT journal_mode FROM pragma_journal_mode())");
+                " (SELECT journal_mode FROM pragma_journal_mode()),"
+                " (SELECT user_version FROM pragma_user_version())");
     bool ready = false;
     if (statement != nullptr && sqlite3_step(statement) == SQLITE_ROW)
         ready = sqlite3_column_int(statement, 0) == kApplicationId &&
                 sqlite3_column_int(statement, 1) == 1 &&
                 std::string_view(
-                    reinterpret_cast<const char*>(sqlite3_column_text(statement, 2))) == "wal";
+                    reinterpret_cast<const char*>(sqlite3_column_text(statement, 2))) == "wal" &&
+                sqlite3_column_int(statement, 3) >= kSchemaVersion;
     sqlite3_finalize(statement);
     if (ready)
         return true;
     int code = sqlite3_exec(db, "PRAGMA journal_mode=WAL", nullptr, nullptr, nullptr);
+    // The steps run in one transaction, and only those the store has not had: a store of
+    // an older run keeps its attributes and gains the statistics table.
     if (code == SQLITE_OK)
         code = sqlite3_exec(db,
                             "BEGIN IMMEDIATE;"
@@ -327,9 +359,21 @@ bool AttributeStore::CreateSchema() {
                             " name TEXT PRIMARY KEY NOT NULL,"
                             " type TEXT NOT NULL,"
                             " value BLOB NOT NULL) WITHOUT ROWID;"
-                            "PRAGMA application_id = 1179274315;"
-                            "COMMIT;",
+                            "PRAGMA application_id = 1179274315;",
                             nullptr, nullptr, nullptr);
+    int version = 0;
+    if (code == SQLITE_OK) {
+        statement = Prepare("PRAGMA user_version");
+        if (statement != nullptr && sqlite3_step(statement) == SQLITE_ROW)
+            version = sqlite3_column_int(statement, 0);
+        sqlite3_finalize(statement);
+    }
+    if (code == SQLITE_OK && version < 1)
+        code =
+            sqlite3_exec(db, (std::string(kCreateStatistics) + "PRAGMA user_version = 1;").c_str(),
+                         nullptr, nullptr, nullptr);
+    if (code == SQLITE_OK)
+        code = sqlite3_exec(db, "COMMIT", nullptr, nullptr, nullptr);
     static_assert(kApplicationId == 1179274315);
     if (code == SQLITE_OK)
         return true;
@@ -568,6 +612,152 @@ status_t AttributeStore::Exclusive(const std::function<bool()>& work) {
     if (!sqlite3_get_autocommit(db))
         sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
     return transactionFailure;
+}
+
+bool AttributeStore::StatisticsTableExists() const {
+    sqlite3_stmt* statement =
+        Prepare("SELECT count(*) FROM sqlite_schema WHERE name = 'statistics'");
+    bool exists = statement != nullptr && sqlite3_step(statement) == SQLITE_ROW &&
+                  sqlite3_column_int(statement, 0) > 0;
+    sqlite3_finalize(statement);
+    return exists;
+}
+
+bool AttributeStore::StatisticsDamaged() const {
+    if (initStatus != B_OK || db == nullptr || !StatisticsTableExists())
+        return false;
+    sqlite3_stmt* statement = Prepare(kImpossibleStatistics);
+    bool damaged = statement == nullptr || sqlite3_step(statement) != SQLITE_ROW ||
+                   sqlite3_column_int64(statement, 0) != 0;
+    sqlite3_finalize(statement);
+    if (!damaged) {
+        statement = Prepare((std::string("SELECT ") + kStatisticsColumns +
+                             " FROM statistics WHERE game = 0 AND player = ''")
+                                .c_str());
+        damaged = statement == nullptr;
+        sqlite3_finalize(statement);
+    }
+    return damaged;
+}
+
+status_t AttributeStore::ListStatistics(int game, std::vector<StatisticsRow>* rows) const {
+    rows->clear();
+    if (initStatus != B_OK)
+        return initStatus;
+    if (db == nullptr || !StatisticsTableExists())
+        return B_OK;
+    if (StatisticsDamaged())
+        return B_BAD_VALUE;
+    sqlite3_stmt* statement =
+        Prepare((std::string("SELECT ") + kStatisticsColumns +
+                 " FROM statistics WHERE ?1 < 0 OR game = ?1 ORDER BY game, player")
+                    .c_str());
+    if (statement == nullptr)
+        return B_FILE_ERROR;
+    sqlite3_bind_int(statement, 1, game);
+    int step;
+    while ((step = sqlite3_step(statement)) == SQLITE_ROW) {
+        StatisticsRow row;
+        row.game = sqlite3_column_int(statement, 0);
+        const unsigned char* player = sqlite3_column_text(statement, 1);
+        row.player = player != nullptr ? reinterpret_cast<const char*>(player) : "";
+        int64_t* fields[] = {
+            &row.played,         &row.won,         &row.currentStreak, &row.longestStreak,
+            &row.fastestSeconds, &row.fewestUndos, &row.lastGame};
+        for (int i = 0; i < 7; ++i)
+            *fields[i] = sqlite3_column_int64(statement, i + 2);
+        rows->push_back(row);
+    }
+    sqlite3_finalize(statement);
+    return step == SQLITE_DONE ? B_OK : B_FILE_ERROR;
+}
+
+status_t AttributeStore::ReadStatistics(int game, const std::string& player,
+                                        StatisticsRow* row) const {
+    std::vector<StatisticsRow> rows;
+    status_t status = ListStatistics(game, &rows);
+    if (status != B_OK)
+        return status;
+    for (const StatisticsRow& candidate : rows)
+        if (candidate.player == player) {
+            *row = candidate;
+            return B_OK;
+        }
+    return B_ENTRY_NOT_FOUND;
+}
+
+status_t AttributeStore::WriteStatistics(const StatisticsRow& row) {
+    if (initStatus != B_OK)
+        return initStatus;
+    if (!MakeWritable())
+        return lastFailure;
+    // A table dropped by hand since the schema step is made again, so results can still
+    // be entered.
+    if (!StatisticsTableExists()) {
+        status_t status = RunWrite(kCreateStatistics);
+        if (status != B_OK)
+            return status;
+    }
+    sqlite3_stmt* statement =
+        Prepare((std::string("INSERT OR REPLACE INTO statistics(") + kStatisticsColumns +
+                 ") VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9)")
+                    .c_str());
+    if (statement == nullptr)
+        return Failed(sqlite3_errcode(db), "cannot be written");
+    sqlite3_bind_int(statement, 1, row.game);
+    sqlite3_bind_text(statement, 2, row.player.c_str(), -1, SQLITE_TRANSIENT);
+    const int64_t fields[] = {
+        row.played,         row.won,         row.currentStreak, row.longestStreak,
+        row.fastestSeconds, row.fewestUndos, row.lastGame};
+    for (int i = 0; i < 7; ++i)
+        sqlite3_bind_int64(statement, i + 3, fields[i]);
+    int step = sqlite3_step(statement);
+    sqlite3_finalize(statement);
+    if (step != SQLITE_DONE)
+        return Failed(step, "cannot be written");
+    return B_OK;
+}
+
+status_t AttributeStore::RunWrite(const std::string& sql) {
+    if (initStatus != B_OK)
+        return initStatus;
+    if (!MakeWritable())
+        return lastFailure;
+    int code = sqlite3_exec(db, sql.c_str(), nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK)
+        return Failed(code, "cannot be written");
+    return B_OK;
+}
+
+status_t AttributeStore::ClearStatistics() {
+    // Nothing to clear is nothing to write: a store from before the statistics stays as it is.
+    if (initStatus == B_OK && (db == nullptr || !StatisticsTableExists()))
+        return B_OK;
+    return RunWrite("DELETE FROM statistics");
+}
+
+status_t AttributeStore::RebuildStatistics(std::string* keptAs) {
+    if (initStatus != B_OK)
+        return initStatus;
+    if (!MakeWritable())
+        return lastFailure;
+    std::string aside = "statistics.damaged-" + TimeStamp();
+    for (int n = 2; n < 100; ++n) {
+        if (sqlite3_exec(db, ("ALTER TABLE statistics RENAME TO \"" + aside + "\"").c_str(),
+                         nullptr, nullptr, nullptr) == SQLITE_OK)
+            break;
+        aside = "statistics.damaged-" + TimeStamp() + "-" + std::to_string(n);
+    }
+    // A table SQLite cannot even rename holds nothing that could be read again.
+    if (StatisticsTableExists()) {
+        aside.clear();
+        status_t status = RunWrite("DROP TABLE statistics");
+        if (status != B_OK)
+            return status;
+    }
+    if (keptAs != nullptr)
+        *keptAs = aside;
+    return RunWrite(kCreateStatistics);
 }
 
 std::string AttributeStore::DefaultDataDirectory() {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -35,6 +36,22 @@ inline constexpr status_t B_DEVICE_FULL = -0x7fff0006;
 inline constexpr status_t B_READ_ONLY_DEVICE = -0x7fff0007;
 // The work of a transaction gave up; nothing of it was kept.
 inline constexpr status_t B_CANCELED = -0x7fff0008;
+
+// One player's record in one game, a row of the store's statistics table. Times are seconds;
+// -1 where no game was won yet, a last game of 0 where none was played.
+struct StatisticsRow {
+    int game = 0;
+    std::string player;
+    int64_t played = 0;
+    int64_t won = 0;
+    int64_t currentStreak = 0;
+    int64_t longestStreak = 0;
+    int64_t fastestSeconds = -1;
+    int64_t fewestUndos = -1;
+    int64_t lastGame = 0;
+
+    bool operator==(const StatisticsRow&) const = default;
+};
 
 // The program's persistent attributes (window frames, player name, hiscore tables), one row
 // per attribute in a SQLite database in the data folder. It answers like an attribute node:
@@ -80,6 +97,20 @@ public:
     // run at all; when `work` returns false or one of its writes fails, none of it is kept.
     status_t Exclusive(const std::function<bool()>& work);
 
+    // The statistics table, beside the attributes. A store made before it existed gains it
+    // with its first write. Reads of a table that cannot be read as ours (columns or values
+    // that no statistics have) return B_BAD_VALUE; `RebuildStatistics` keeps it aside under
+    // a name of its own and starts an empty one, the attributes untouched.
+    status_t ReadStatistics(int game, const std::string& player, StatisticsRow* row) const;
+    // Every row of `game`, or of all games when it is negative, by game and then player.
+    status_t ListStatistics(int game, std::vector<StatisticsRow>* rows) const;
+    status_t WriteStatistics(const StatisticsRow& row);
+    status_t ClearStatistics();
+    bool StatisticsDamaged() const;
+    status_t RebuildStatistics(std::string* keptAs);
+    // The schema step of the database the store is at; 0 for one made before statistics.
+    static constexpr int kSchemaVersion = 1;
+
     // Why writes fail now, in the player's words ("the disk holding … is full"); empty
     // while they succeed.
     const std::string& Problem() const { return problem; }
@@ -109,6 +140,8 @@ private:
     bool MakeWritable();
     bool CreateSchema();
     bool PrepareStatements() const;
+    bool StatisticsTableExists() const;
+    status_t RunWrite(const std::string& sql);
     void MoveAside(const char* why);
     void Close();
     status_t Fail(int code, const char* what);

@@ -44,6 +44,8 @@ inline constexpr type_code kGorOm = MakeTypeCode("FPGO");          // "Redo"
 inline constexpr type_code kOmGiv = MakeTypeCode("FPOG");          // "Restart Deal"
 inline constexpr type_code kFragaGivNummer = MakeTypeCode("FPFN"); // "Deal Number…"
 inline constexpr type_code kGivNummer = MakeTypeCode("FPGN");      // the number, in `fil`
+inline constexpr type_code kStatistik = MakeTypeCode("FPST");      // "Statistics…"
+inline constexpr type_code kFragaNollstall = MakeTypeCode("FPFS"); // "Reset Statistics…"
 
 // The game-finished notice the play view posts to its window is "New Deal" itself.
 inline constexpr type_code kSpelKlart = kNyGiv;

@@ -1,5 +1,6 @@
 #include "welcome/WelcomeView.h"
 
+#include "cards/Statistik.h"
 #include "games/Spelfabrik.h"
 #include "platform/AttributeStore.h"
 #include "platform/Meddelande.h"
@@ -49,6 +50,7 @@ QFont FastBredd(int storlek) {
 
 // Below this a text is no longer read at a glance; a control's font never gets smaller.
 constexpr int kMinstaStorlek = 7;
+constexpr int kStatistikStorlek = 12;
 
 bool Ryms(const QFont& font, const QStringList& texter, int ledig) {
     QFontMetricsF fm(font);
@@ -262,6 +264,8 @@ HighOLLView::HighOLLView(QWidget* parent, WelcomeView* valkomstVy)
 }
 
 void HighOLLView::VisaHiscoreLista(int spelNr) {
+    valkomst->visatSpel = spelNr;
+    valkomst->VisaStatistik();
     valkomst->titelRad->setText(
         QStringLiteral("Highscore for %1").arg(QString::fromUtf8(SpelNamn(spelNr))));
     attributNamn = HiscoreAttributNamn(spelNr);
@@ -549,6 +553,19 @@ WelcomeView::WelcomeView(QWidget* parent, AttributeStore& attributStore)
     for (QPushButton* b : {oppnaKnapp, rensaKnapp, aterstallKnapp})
         b->setFont(knappFont);
 
+    // In the margin under the tabs, where no control has ever been: the player's record in
+    // the game whose table is shown.
+    statistikRad = new QLabel(this);
+    statistikRad->setObjectName(QStringLiteral("statisticsview"));
+    Farga(statistikRad, QColor(0, 160, 0));
+    QPalette vit = statistikRad->palette();
+    vit.setColor(QPalette::WindowText, Qt::white);
+    statistikRad->setPalette(vit);
+    statistikRad->setFont(flikFont);
+    statistikRad->setAccessibleName(QStringLiteral("Statistics"));
+    connect(spelarFalt, &QLineEdit::textChanged, this, [this] { VisaStatistik(); });
+    VisaStatistik();
+
     // Game 0's table at start; until a game is chosen the heading keeps its first words.
     HiscoreLista tabell;
     if (LasTabell(store, HiscoreAttributNamn(0), tabell)) {
@@ -587,8 +604,44 @@ void WelcomeView::GeTillganglighet() {
     }
 }
 
+std::string KortaUtf8(const QString& text, size_t max) {
+    QByteArray bytes = text.toUtf8();
+    size_t n = std::min(static_cast<size_t>(bytes.size()), max);
+    while (n > 0 && n < static_cast<size_t>(bytes.size()) &&
+           (static_cast<unsigned char>(bytes[static_cast<int>(n)]) & 0xC0) == 0x80)
+        --n;
+    return std::string(bytes.constData(), n);
+}
+
+QString StatistikRadText(AttributeStore& store, int spelNr, const std::string& spelare) {
+    if (store.InitCheck() != B_OK)
+        return {};
+    StatisticsRow rad{spelNr, spelare};
+    status_t status = store.ReadStatistics(spelNr, spelare, &rad);
+    if (status == B_BAD_VALUE) {
+        Notify("the stored statistics in " + store.DatabasePath() +
+               " cannot be read; they will be kept aside and started afresh when the next "
+               "result is recorded.");
+        return QStringLiteral("The statistics cannot be read; they start afresh with the next "
+                              "result.");
+    }
+    if (status != B_OK && status != B_ENTRY_NOT_FOUND)
+        return {};
+    return QString::fromStdString(StatistikText(rad));
+}
+
+void WelcomeView::VisaStatistik() {
+    QString text = StatistikRadText(
+        store, visatSpel, KortaUtf8(spelarFalt->text(), sizeof(HighScoreTable::namn) - 1));
+    statistikRad->setFont(PassandeFont(statistikRad->font(), {text},
+                                       statistikRad->contentsRect().width(), kStatistikStorlek));
+    statistikRad->setText(text);
+}
+
 void WelcomeView::resizeEvent(QResizeEvent*) {
     flikar->setGeometry(rect().adjusted(20, 20, -20, -20));
+    statistikRad->setGeometry(20, height() - 19, width() - 40, 18);
+    VisaStatistik();
 }
 
 void WelcomeView::SetViewBitmap(const QImage& bild) {

@@ -106,6 +106,14 @@ private:
     std::vector<int> kolumner;
 };
 
+// A UTF-8 text cut to at most `max` bytes without splitting a character: the player's name
+// as results store it.
+std::string KortaUtf8(const QString& text, size_t max);
+
+// The statistics line of `spelNr` for the player named `spelare`, as the welcome screen
+// shows it; empty when the store has none to show.
+QString StatistikRadText(AttributeStore& store, int spelNr, const std::string& spelare);
+
 // What the window shows while no game is played: the player's name, the game list with
 // the chosen game's hiscore table, and the options. Every choice is posted to the window
 // as a command.
@@ -137,13 +145,21 @@ public:
     QPushButton* oppnaKnapp = nullptr;
     QPushButton* rensaKnapp = nullptr;
     QPushButton* aterstallKnapp = nullptr;
+    // The player's record in the game whose table is shown.
+    QLabel* statistikRad = nullptr;
+
+    // Shows the statistics of the game whose table is shown, for the player named now.
+    void VisaStatistik();
+    int VisatSpel() const { return visatSpel; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    friend class HighOLLView;
     QImage bakgrund;
+    int visatSpel = 0;
 
     void GeTillganglighet();
 };

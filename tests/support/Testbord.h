@@ -162,12 +162,30 @@ template <typename Spel> struct Testbord {
         QCOMPARE(brevlada->klart, 1);
         GlomHiscore();
         std::strcpy(vy->spelarNamn, "Vinnare");
+        StatisticsRow fore = Statistik("Vinnare");
         QCOMPARE(spel->AddHiscore(), 1);
         HighScoreTable forsta = Post(1);
         QCOMPARE(QByteArray(forsta.namn), QByteArray("Vinnare"));
         QCOMPARE(static_cast<int>(forsta.kort), kort);
         QCOMPARE(static_cast<int>(forsta.giv), giv);
         QCOMPARE(forsta.angra, 0);
+        // The game says it was won; the statistics count it once, however often the deal's
+        // result is recorded.
+        StatisticsRow efter = Statistik("Vinnare");
+        QCOMPARE(efter.played, fore.played + 1);
+        QCOMPARE(efter.won, fore.won + 1);
+        QCOMPARE(efter.currentStreak, fore.currentStreak + 1);
+        QCOMPARE(efter.fewestUndos, int64_t(0));
+        spel->AddHiscore();
+        QCOMPARE(Statistik("Vinnare"), efter);
+    }
+    // The player's record in this game, all zero when there is none.
+    StatisticsRow Statistik(const char* namn) {
+        StatisticsRow rad{spel->SpelNummer(), namn};
+        status_t status = AttributeStore::Program().ReadStatistics(spel->SpelNummer(), namn, &rad);
+        if (status != B_OK && status != B_ENTRY_NOT_FOUND)
+            qFatal("the statistics cannot be read");
+        return rad;
     }
 
     // Wins the game along `dragen` by the gestures the game names for them, as

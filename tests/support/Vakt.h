@@ -46,6 +46,24 @@ public:
         --djup;
         return status;
     }
+    status_t ReadStatistics(int game, const std::string& player, StatisticsRow* row) override {
+        ++statistikLasningar;
+        utanforTransaktion |= djup == 0;
+        return lager.ReadStatistics(game, player, row);
+    }
+    status_t WriteStatistics(const StatisticsRow& row) override {
+        if (full)
+            return B_DEVICE_FULL;
+        ++statistikSkrivningar;
+        utanforTransaktion |= djup == 0;
+        return lager.WriteStatistics(row);
+    }
+    bool StatisticsDamaged() override { return lager.StatisticsDamaged(); }
+    status_t RebuildStatistics(std::string* keptAs) override {
+        ++statistikSkrivningar;
+        utanforTransaktion |= djup == 0;
+        return lager.RebuildStatistics(keptAs);
+    }
     std::string DataDirectory() const override { return lager.DataDirectory(); }
 
     // While set, every write fails as on a full disk.
@@ -54,6 +72,9 @@ public:
     int skrivningar = 0;
     int syncar = 0;
     int transaktioner = 0;
+    // The statistics table's, apart from the attributes'.
+    int statistikLasningar = 0;
+    int statistikSkrivningar = 0;
     bool utanforTransaktion = false;
     std::string senastNamn;
     type_code senastTyp = 0;
