@@ -79,6 +79,54 @@ private slots:
         }
     }
 
+    void hjalpenOchVersionenNamnerSammaVersion() {
+        const QStringList hjalp = Parse({"--help"}).message.split(QLatin1Char('\n'));
+        QVERIFY(hjalp.size() > 2);
+        QCOMPARE(hjalp[1], QStringLiteral("Fjolks Patience 2.0.0: twelve patience card games "
+                                          "with hiscore tables."));
+        QCOMPARE(Parse({"--version"}).message, QStringLiteral("Fjolks Patience 2.0.0\n"));
+        QCOMPARE(QStringLiteral(FJOLK_VERSION), QStringLiteral("2.0.0"));
+    }
+
+    void qtsEgnaValLamnasAtQt() {
+        const QStringList alla = {"fjolkpatience",
+                                  "-platform",
+                                  "offscreen",
+                                  "--seed",
+                                  "3",
+                                  "-style",
+                                  "fusion",
+                                  "--style=windows",
+                                  "-reverse",
+                                  "--platformtheme",
+                                  "gtk3",
+                                  "-stylesheet=a.qss",
+                                  "-qwindowgeometry",
+                                  "640x480+0+0",
+                                  "--game",
+                                  "4",
+                                  "-display",
+                                  ":52",
+                                  "-name",
+                                  "patiens",
+                                  "-sync"};
+        QCOMPARE(UtanQtsVal(alla), (QStringList{"fjolkpatience", "--seed", "3", "--game", "4"}));
+        CommandLine c = ParseCommandLine(UtanQtsVal(alla));
+        QVERIFY(c.outcome == CommandLine::Outcome::Run);
+        QCOMPARE(c.seed.value(), 3u);
+        QCOMPARE(c.game, 4);
+        // Ours, and what no one knows, stay to be parsed.
+        QCOMPARE(UtanQtsVal({"fjolkpatience", "-h", "--no-animation", "--colour", "red", "x"}),
+                 (QStringList{"fjolkpatience", "-h", "--no-animation", "--colour", "red", "x"}));
+        QCOMPARE(
+            ParseCommandLine(UtanQtsVal({"fjolkpatience", "-platform", "offscreen", "--version"}))
+                .message,
+            QStringLiteral("Fjolks Patience 2.0.0\n"));
+        QCOMPARE(
+            ParseCommandLine(UtanQtsVal({"fjolkpatience", "-style", "fusion", "--bad"})).exitCode,
+            2);
+    }
+
     void felaktigaVardenGerKod2() {
         for (const QStringList& bad :
              {QStringList{"--seed", "sju"}, QStringList{"--seed", "-1"},

@@ -24,23 +24,17 @@ void Skriv(const QString& fil) {
     f.write("<html></html>");
 }
 
-// Installs this build under prefix as "cmake --install" does, or, with debianGames, as the
-// Debian package lays it out (the program in games/). Gives cmake's output when it fails.
-QString Installera(const QTemporaryDir& prefix, bool debianGames = false) {
+// Installs this build under prefix as "cmake --install" does. Gives cmake's output when it
+// fails.
+QString Installera(const QTemporaryDir& prefix) {
     QProcess cmake;
     QProcessEnvironment miljo = QProcessEnvironment::systemEnvironment();
     miljo.remove(QStringLiteral("DESTDIR"));
     cmake.setProcessEnvironment(miljo);
     cmake.setProcessChannelMode(QProcess::MergedChannels);
-    if (debianGames)
-        cmake.start(QStringLiteral(FJOLK_CMAKE),
-                    {QStringLiteral("-DCMAKE_INSTALL_PREFIX=") + prefix.path(),
-                     QStringLiteral("-DFJOLK_DEBIAN_GAMES=ON"), QStringLiteral("-P"),
-                     QStringLiteral(FJOLK_BUILD_DIR "/cmake_install.cmake")});
-    else
-        cmake.start(QStringLiteral(FJOLK_CMAKE),
-                    {QStringLiteral("--install"), QStringLiteral(FJOLK_BUILD_DIR),
-                     QStringLiteral("--prefix"), prefix.path()});
+    cmake.start(QStringLiteral(FJOLK_CMAKE),
+                {QStringLiteral("--install"), QStringLiteral(FJOLK_BUILD_DIR),
+                 QStringLiteral("--prefix"), prefix.path()});
     if (!cmake.waitForFinished(60000) || cmake.exitStatus() != QProcess::NormalExit ||
         cmake.exitCode() != 0)
         return QString::fromLocal8Bit(cmake.readAll()) + cmake.errorString();
@@ -100,14 +94,18 @@ private slots:
     }
 
     void debianpaketetsProgramIGamesHittarSinHjalpsida() {
-        QTemporaryDir prefix;
-        QString fel = Installera(prefix, true);
-        QVERIFY2(fel.isEmpty(), qPrintable(fel));
-        QDir tree(prefix.path());
-        QVERIFY(QFileInfo(tree.filePath(QStringLiteral("games/fjolkpatience"))).isExecutable());
-        QVERIFY(!QFileInfo::exists(tree.filePath(QStringLiteral("bin"))));
-        QCOMPARE(HittaHjalpFil(tree.filePath(QStringLiteral("games"))),
-                 tree.filePath(QStringLiteral("share/fjolkpatience/Help/Help.html")));
+        // debian/rules installs the program in games/, beside share/ as bin/ is.
+        QVERIFY(Las(QStringLiteral(FJOLK_SOURCE_DIR "/debian/rules"))
+                    .contains("-DCMAKE_INSTALL_BINDIR=games"));
+        QTemporaryDir trad;
+        Skriv(trad.filePath(QStringLiteral("share/fjolkpatience/Help/Help.html")));
+        QCOMPARE(HittaHjalpFil(trad.filePath(QStringLiteral("games"))),
+                 trad.filePath(QStringLiteral("share/fjolkpatience/Help/Help.html")));
+    }
+
+    void paketetRekommenderarXdgUtilsForHjalpen() {
+        QByteArray control = Las(QStringLiteral(FJOLK_SOURCE_DIR "/debian/control"));
+        QVERIFY(control.contains("\nRecommends: xdg-utils\n"));
     }
 
     void installeratTradHarMenyposterIkonerOchManual() {
@@ -121,6 +119,8 @@ private slots:
         QVERIFY(desktop.contains("\nExec=fjolkpatience\n"));
         QVERIFY(desktop.contains("\nIcon=" + kAppId.toUtf8() + "\n"));
         QVERIFY(desktop.contains("\nCategories=Game;CardGame;\n"));
+        // The class Qt gives our windows under X11: the application's name.
+        QVERIFY(desktop.contains("\nStartupWMClass=Fjolks Patience\n"));
         QByteArray metainfo =
             Las(share.filePath(QStringLiteral("metainfo/%1.metainfo.xml").arg(kAppId)));
         QVERIFY(metainfo.contains("<id>" + kAppId.toUtf8() + "</id>"));
@@ -142,6 +142,76 @@ private slots:
         }
         QVERIFY(QFileInfo::exists(share.filePath(QStringLiteral("man/man6/fjolkpatience.6.gz"))));
         QVERIFY(QFileInfo::exists(share.filePath(QStringLiteral("doc/fjolkpatience/copyright"))));
+    }
+
+    void programmetTarQtsEgnaVal() {
+        QTemporaryDir data;
+        const QString bild = data.filePath(QStringLiteral("t.png"));
+        for (const QStringList& argument :
+             {QStringList{"-platform", "offscreen", "-style", "fusion", "--version"},
+              QStringList{"-style=fusion", "--platform", "offscreen", "--data-dir", data.path(),
+                          "--game", "1", "--seed", "3", "--snapshot", bild}}) {
+            QProcess program;
+            QProcessEnvironment miljo = QProcessEnvironment::systemEnvironment();
+            miljo.remove(QStringLiteral("QT_QPA_PLATFORM"));
+            miljo.remove(QStringLiteral("DISPLAY"));
+            miljo.remove(QStringLiteral("WAYLAND_DISPLAY"));
+            program.setProcessEnvironment(miljo);
+            program.start(QStringLiteral(FJOLK_BUILD_DIR "/fjolkpatience"), argument);
+            QVERIFY(program.waitForFinished(60000));
+            QVERIFY2(program.exitStatus() == QProcess::NormalExit && program.exitCode() == 0,
+                     program.readAllStandardError().constData());
+        }
+        QCOMPARE(QImage(bild).size(), QSize(640, 480));
+    }
+
+    void metainfonsAdresserNamnerFilerIForradet() {
+        const QString kalla = QStringLiteral(FJOLK_SOURCE_DIR);
+        const QString text =
+            QString::fromUtf8(Las(kalla + QStringLiteral("/dist/%1.metainfo.xml.in").arg(kAppId)));
+        QVERIFY(!text.isEmpty());
+        const QString hem = QStringLiteral("https://github.com/fjolkspatience/fjolkspatience");
+        const QString filer =
+            QStringLiteral("https://raw.githubusercontent.com/fjolkspatience/fjolkspatience/main/");
+        static const QRegularExpression adress(QStringLiteral("https?://[^<\"\\s]+"));
+        int antalFiler = 0;
+        for (const QRegularExpressionMatch& m : adress.globalMatch(text)) {
+            const QString url = m.captured();
+            if (url == hem)
+                continue;
+            QVERIFY2(url.startsWith(filer), qPrintable(url));
+            QVERIFY2(QFileInfo(kalla + QLatin1Char('/') + url.mid(filer.size())).isFile(),
+                     qPrintable(url));
+            ++antalFiler;
+        }
+        QVERIFY(antalFiler >= 1);
+        // The default screenshot is a picture of the welcome screen's size.
+        static const QRegularExpression standard(
+            QStringLiteral("<screenshot type=\"default\">\\s*<caption>[^<]*</caption>\\s*"
+                           "<image>([^<]+)</image>"));
+        QRegularExpressionMatch forsta = standard.match(text);
+        QVERIFY(forsta.hasMatch());
+        QCOMPARE(QImage(kalla + QLatin1Char('/') + forsta.captured(1).mid(filer.size())).size(),
+                 QSize(640, 400));
+    }
+
+    void metainfonsReleaseSagerVadDenArOchLoverIngetTangentbord() {
+        const QString text = QString::fromUtf8(
+            Las(QStringLiteral(FJOLK_SOURCE_DIR "/dist/%1.metainfo.xml.in").arg(kAppId)));
+        static const QRegularExpression release(
+            QStringLiteral(
+                "<release version=\"@PROJECT_VERSION@\"[^>]*>\\s*<description>(.*)</description>"),
+            QRegularExpression::DotMatchesEverythingOption);
+        QRegularExpressionMatch m = release.match(text);
+        QVERIFY(m.hasMatch());
+        const QString anteckning = m.captured(1).simplified();
+        QVERIFY2(anteckning.contains(QStringLiteral("all twelve games")), qPrintable(anteckning));
+        for (const char* spel :
+             {"Idioten 1", "Godnattvalsen", "Tower of Hanoi", "Kvarnen", "Glädjespridaren",
+              "Farfars klocka", "13-Pyramiden", "Freecell", "Eight off", "Black hole", "Strategy"})
+            QVERIFY2(anteckning.contains(QString::fromUtf8(spel)), spel);
+        QVERIFY(!anteckning.contains(QStringLiteral("follow")));
+        QVERIFY(!text.contains(QStringLiteral("<control>keyboard</control>")));
     }
 
     void manualenHarVarjeValIHjalpen() {

@@ -431,6 +431,53 @@ private slots:
         QCOMPARE(s.Koder(), (std::vector<type_code>{MakeTypeCode("AAAH")}));
     }
 
+    void pilarnaValjerRadOchVisarDessTabell() {
+        Skarm s;
+        s.SparaTabell(1);
+        s.SparaTabell(2);
+        s.vy->spelLista->setCurrentRow(0);
+        s.vy->spelLista->setFocus();
+        QTest::keyClick(s.vy->spelLista, Qt::Key_Down);
+        QCOMPARE(s.vy->spelLista->currentRow(), 1);
+        QVERIFY(s.vy->spelLista->item(1)->isSelected());
+        QCOMPARE(s.vy->titelRad->text(), QStringLiteral("Highscore for Idioten 2"));
+        QCOMPARE(s.vy->hiscoreLista->count(), 40);
+        QTest::keyClick(s.vy->spelLista, Qt::Key_Down);
+        QCOMPARE(s.vy->titelRad->text(), QStringLiteral("Highscore for Godnattvalsen"));
+        QTest::keyClick(s.vy->spelLista, Qt::Key_End);
+        QCOMPARE(s.vy->spelLista->currentRow(), 11);
+        QCOMPARE(s.vy->titelRad->text(), QStringLiteral("Highscore for Strategy"));
+        QCOMPARE(s.vy->hiscoreLista->count(), 0);
+        QCOMPARE(s.vy->rubrikRad->text(), QStringLiteral("No Highscore table found "));
+        QTest::keyClick(s.vy->spelLista, Qt::Key_Up);
+        QCOMPARE(s.vy->titelRad->text(), QStringLiteral("Highscore for Black hole"));
+        QVERIFY(s.Koder().empty());
+        // The row the keys chose is chosen: one click on it starts it.
+        s.KlickaRad(s.vy->spelLista, 10);
+        QCOMPARE(s.Koder(), (std::vector<type_code>{MakeTypeCode("AAAN")}));
+    }
+
+    void enterStartarDenValdaRaden() {
+        Skarm s;
+        s.vy->spelLista->setFocus();
+        s.KlickaRad(s.vy->spelLista, 7);
+        QVERIFY(s.Koder().empty());
+        QTest::keyClick(s.vy->spelLista, Qt::Key_Return);
+        QCOMPARE(s.Koder(), (std::vector<type_code>{MakeTypeCode("AAAK")}));
+        QTest::keyClick(s.vy->spelLista, Qt::Key_Up);
+        QCOMPARE(s.vy->titelRad->text(), QStringLiteral("Highscore for Farfars klocka"));
+        QTest::keyClick(s.vy->spelLista, Qt::Key_Enter, Qt::KeypadModifier);
+        QCOMPARE(s.Koder(), (std::vector<type_code>{MakeTypeCode("AAAK"), MakeTypeCode("AAAJ")}));
+    }
+
+    void enterUtanValdRadGorIngenting() {
+        Skarm s;
+        s.vy->spelLista->clearSelection();
+        s.vy->spelLista->setFocus();
+        QTest::keyClick(s.vy->spelLista, Qt::Key_Return);
+        QVERIFY(s.Koder().empty());
+    }
+
     void dubbelklickStartarEnGang() {
         Skarm s;
         QRect r = s.vy->spelLista->visualItemRect(s.vy->spelLista->item(1));

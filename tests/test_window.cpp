@@ -11,16 +11,23 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QCompleter>
+#include <QDir>
 #include <QFile>
+#include <QFileDialog>
+#include <QIcon>
+#include <QImageReader>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextBrowser>
 
 #include <cmath>
 #include <cstdio>
@@ -40,6 +47,7 @@ void Behandla() {
 struct Korning {
     QTemporaryDir dir;
     std::unique_ptr<FjolkWin> win;
+    int hjalpOppnad = 0;
 
     Korning() { Starta(); }
     void Starta() {
@@ -47,6 +55,12 @@ struct Korning {
         BRect ram = GetWindowSize(Store(), BRect(0, 0, 1023, 767));
         win = std::make_unique<FjolkWin>(ram, Store());
         win->ValkomstVy()->animeringsRuta->setChecked(false);
+        // Help is counted, never handed to the machine's desktop.
+        win->SattHjalpOppnare({[] { return QStringLiteral("/usr/bin/xdg-open"); },
+                               [this](const QUrl&) {
+                                   ++hjalpOppnad;
+                                   return true;
+                               }});
         Behandla();
     }
     void StartaOm() {
@@ -254,6 +268,21 @@ private slots:
         QCOMPARE(k.win->AngraItem()->isEnabled(), k.Vy().Spel()->Has_Undos());
     }
 
+    void listanValjerSpeletSomVisadesEfterStang() {
+        Korning k;
+        // As --game 5 starts it: not through the list.
+        k.win->StartaSpel(5);
+        Behandla();
+        QVERIFY(k.win->VisarSpel());
+        k.Posta(kStang);
+        QListWidget* lista = k.win->ValkomstVy()->spelLista;
+        QCOMPARE(lista->currentRow(), 5);
+        QVERIFY(lista->item(5)->isSelected());
+        QVERIFY(!lista->item(0)->isSelected());
+        QCOMPARE(k.win->ValkomstVy()->titelRad->text(),
+                 QStringLiteral("Highscore for Glädjespridaren"));
+    }
+
     void spelSomInteFinnsAnnuLamnarValkomstskarmen() {
         int saknat = 0;
         while (saknat < kAntalSpel && SpelFinns(saknat))
@@ -448,6 +477,190 @@ private slots:
         QCoreApplication::postEvent(k.win.get(), new Meddelande(kBakgrundVald, fil));
         Behandla();
         QVERIFY(k.Vy().BakgrundsBild().isNull());
+    }
+
+    void bildpanelenBorjarIBildmappenSedanDarSistaBildenValdes() {
+        QTemporaryDir hem;
+        const QByteArray hemNu = qgetenv("HOME");
+        const QByteArray configNu = qgetenv("XDG_CONFIG_HOME");
+        qputenv("HOME", hem.path().toLocal8Bit());
+        qputenv("XDG_CONFIG_HOME", hem.filePath(QStringLiteral(".config")).toLocal8Bit());
+        auto aterstall = qScopeGuard([&] {
+            qputenv("HOME", hemNu);
+            qputenv("XDG_CONFIG_HOME", configNu);
+        });
+        // Without a pictures folder: the home folder.
+        QCOMPARE(FjolkWin::StartMapp(), hem.path());
+        QVERIFY(QDir(hem.path()).mkpath(QStringLiteral("Pictures")));
+        QVERIFY(QDir(hem.path()).mkpath(QStringLiteral("other")));
+        const QString bild = hem.filePath(QStringLiteral("other/bg.png"));
+        QImage ruta(4, 4, QImage::Format_RGB32);
+        ruta.fill(Qt::blue);
+        QVERIFY(ruta.save(bild));
+
+        Korning k;
+        k.Posta(kValjBakgrund);
+        QFileDialog* panel = k.win->FilPanel();
+        QVERIFY(panel->isVisible());
+        QCOMPARE(panel->directory().absolutePath(), hem.filePath(QStringLiteral("Pictures")));
+        QCOMPARE(panel->nameFilters().size(), 2);
+        QCOMPARE(panel->nameFilters()[0], FjolkWin::BildFilter());
+        QCOMPARE(panel->nameFilters()[1], QStringLiteral("All Files (*)"));
+        QCOMPARE(panel->selectedNameFilter(), FjolkWin::BildFilter());
+
+        // The name typed, and its completion list still open when Enter chooses it.
+        auto* namn = panel->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        QVERIFY(namn != nullptr);
+        namn->setText(bild);
+        QCompleter* komplettering = namn->completer();
+        QVERIFY(komplettering != nullptr);
+        komplettering->popup()->show();
+        QVERIFY(komplettering->popup()->isVisible());
+        QTest::keyClick(namn, Qt::Key_Return);
+        Behandla();
+        QVERIFY(!panel->isVisible());
+        QVERIFY(!komplettering->popup()->isVisible());
+        QCOMPARE(k.Vy().BakgrundsBild().pixel(0, 0), QColor(Qt::blue).rgb());
+
+        k.Posta(kValjBakgrund);
+        QFileDialog* igen = k.win->FilPanel();
+        QVERIFY(igen->isVisible());
+        QCOMPARE(igen->directory().absolutePath(), hem.filePath(QStringLiteral("other")));
+        auto* nyttNamn = igen->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        QVERIFY(nyttNamn != nullptr);
+        QCOMPARE(nyttNamn->text(), QString());
+    }
+
+    void bildfiltretHarVarjeFormatQtLaser() {
+        const QString filter = FjolkWin::BildFilter();
+        QVERIFY(filter.startsWith(QStringLiteral("Pictures (*.")));
+        QVERIFY(filter.endsWith(QLatin1Char(')')));
+        const QStringList monster = filter.mid(10, filter.size() - 11).split(QLatin1Char(' '));
+        for (const QByteArray& format : QImageReader::supportedImageFormats()) {
+            QVERIFY2(monster.contains(QStringLiteral("*.") + QString::fromLatin1(format)),
+                     format.constData());
+            QVERIFY2(monster.contains(QStringLiteral("*.") + QString::fromLatin1(format).toUpper()),
+                     format.constData());
+        }
+        QVERIFY(monster.contains(QStringLiteral("*.png")));
+        QVERIFY(monster.contains(QStringLiteral("*.jpg")));
+        QCOMPARE(monster.size(), 2 * QImageReader::supportedImageFormats().size());
+    }
+
+    void fonstretHarProgrammetsIkon() {
+        const QString tema = QIcon::themeName();
+        const QStringList sokvagar = QIcon::themeSearchPaths();
+        auto aterstall = qScopeGuard([&] {
+            QIcon::setThemeSearchPaths(sokvagar);
+            QIcon::setThemeName(tema);
+        });
+        // No theme has it: the icon built into the program, at every size.
+        QTemporaryDir tomt;
+        QIcon::setThemeSearchPaths({tomt.path()});
+        QIcon::setThemeName(QStringLiteral("hicolor"));
+        QIcon inbyggd = FjolkWin::ProgramIkon();
+        QVERIFY(inbyggd.name().isEmpty());
+        QCOMPARE(inbyggd.availableSizes(),
+                 (QList<QSize>{QSize(16, 16), QSize(32, 32), QSize(48, 48), QSize(64, 64),
+                               QSize(128, 128), QSize(256, 256)}));
+        Korning k;
+        QCOMPARE(k.win->windowIcon().availableSizes(), inbyggd.availableSizes());
+        QImage bild = k.win->windowIcon().pixmap(QSize(48, 48)).toImage();
+        QCOMPARE(bild.size(), QSize(48, 48));
+        QCOMPARE(qAlpha(bild.pixel(0, 0)), 0);
+        QCOMPARE(qAlpha(bild.pixel(30, 24)), 255);
+
+        // The installed theme's icon comes first.
+        QTemporaryDir tematrad;
+        QDir rot(tematrad.path());
+        QVERIFY(rot.mkpath(QStringLiteral("hicolor/48x48/apps")));
+        QFile index(rot.filePath(QStringLiteral("hicolor/index.theme")));
+        QVERIFY(index.open(QIODevice::WriteOnly));
+        index.write("[Icon Theme]\nName=Hicolor\nDirectories=48x48/apps\n\n"
+                    "[48x48/apps]\nSize=48\nType=Fixed\n");
+        index.close();
+        QImage rod(48, 48, QImage::Format_ARGB32);
+        rod.fill(Qt::red);
+        QVERIFY(rod.save(rot.filePath(
+            QStringLiteral("hicolor/48x48/apps/io.github.fjolkspatience.FjolksPatience.png"))));
+        QIcon::setThemeSearchPaths({tematrad.path()});
+        QIcon::setThemeName(QStringLiteral("hicolor"));
+        QIcon franTemat = FjolkWin::ProgramIkon();
+        QCOMPARE(franTemat.name(), QStringLiteral("io.github.fjolkspatience.FjolksPatience"));
+        QCOMPARE(franTemat.pixmap(QSize(48, 48)).toImage().pixel(24, 24), QColor(Qt::red).rgb());
+    }
+
+    void hjalpenOppnasAvDesktopenNarDenKan() {
+        Korning k;
+        QList<QUrl> oppnade;
+        k.win->SattHjalpOppnare({[] { return QStringLiteral("/usr/bin/xdg-open"); },
+                                 [&](const QUrl& url) {
+                                     oppnade << url;
+                                     return true;
+                                 }});
+        k.Posta(kHjalp);
+        QCOMPARE(oppnade, QList<QUrl>{QUrl::fromLocalFile(FjolkWin::HjalpFil())});
+        QVERIFY(k.win->HjalpFonster() == nullptr);
+    }
+
+    void hjalpenVisasIEgetFonsterNarDesktopenInteKan() {
+        Korning k;
+        int forsok = 0;
+        k.win->SattHjalpOppnare({[] { return QStringLiteral("/usr/bin/xdg-open"); },
+                                 [&](const QUrl&) {
+                                     ++forsok;
+                                     return false;
+                                 }});
+        k.Posta(kHjalp);
+        QCOMPARE(forsok, 1);
+        QTextBrowser* sida = k.win->HjalpFonster();
+        QVERIFY(sida != nullptr);
+        QVERIFY(sida->isVisible());
+        QVERIFY(sida->isWindow());
+        QCOMPARE(sida->source(), QUrl::fromLocalFile(FjolkWin::HjalpFil()));
+        QVERIFY(sida->toPlainText().contains(QStringLiteral("Godnattvalsen")));
+        // Asked again, the same window shows the page again.
+        sida->close();
+        k.Posta(kHjalp);
+        QCOMPARE(k.win->HjalpFonster(), sida);
+        QVERIFY(sida->isVisible());
+    }
+
+    void utanXdgOpenVisasHjalpenIEgetFonster() {
+        Korning k;
+        int forsok = 0;
+        k.win->SattHjalpOppnare({[] { return QString(); },
+                                 [&](const QUrl&) {
+                                     ++forsok;
+                                     return true;
+                                 }});
+        k.Posta(kHjalp);
+        QCOMPARE(forsok, 0);
+        QVERIFY(k.win->HjalpFonster() != nullptr && k.win->HjalpFonster()->isVisible());
+    }
+
+    void varforHjalpenInteOppnadesSags() {
+        const QString fil = QStringLiteral("/x/Help/Help.html");
+        auto svar = [](bool utfall) { return [utfall](const QUrl&) { return utfall; }; };
+        auto xdg = [] { return QStringLiteral("/usr/bin/xdg-open"); };
+        QCOMPARE(OppnaMedDesktopen(fil, {[] { return QString(); }, svar(true)}),
+                 QStringLiteral("there is no xdg-open to open /x/Help/Help.html with"));
+        QCOMPARE(OppnaMedDesktopen(fil, {xdg, svar(false)}),
+                 QStringLiteral("the desktop could not open /x/Help/Help.html"));
+        QCOMPARE(OppnaMedDesktopen(fil, {xdg, svar(true)}), QString());
+    }
+
+    void f1OppnarHjalpenLiksomCtrlH() {
+        Korning k;
+        for (QKeyCombination tangent :
+             {QKeyCombination(Qt::Key_F1), QKeyCombination(Qt::ControlModifier, Qt::Key_H)}) {
+            FokusINamnfaltet(k);
+            QTest::keyClick(k.win->ValkomstVy()->spelarFalt, tangent.key(),
+                            tangent.keyboardModifiers());
+            Behandla();
+        }
+        QCOMPARE(k.hjalpOppnad, 2);
+        QCOMPARE(k.win->ValkomstVy()->spelarFalt->text(), QStringLiteral("Guest"));
     }
 
     void hjalpsidanLiggerBredvidProgrammet() {

@@ -54,9 +54,8 @@ int main(int argc, char* argv[]) {
     }
     std::ofstream page(argv[1], std::ios::binary | std::ios::trunc);
     const std::string version = argv[2];
-    // "Fjolks Patience 2.0: twelve ... tables." gives the one-line summary after the colon.
+    // "twelve ... tables." is the one-line summary, without its full stop.
     std::string summary = kProgramDescription;
-    summary = summary.substr(summary.find(": ") + 2);
     if (!summary.empty() && summary.back() == '.')
         summary.pop_back();
 

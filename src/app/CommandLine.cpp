@@ -5,6 +5,8 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
+#include <algorithm>
+
 namespace {
 
 // Parsed before the application object exists, the parser cannot know our name itself.
@@ -25,7 +27,9 @@ CommandLine Fail(const QString& why, const QCommandLineParser& parser) {
 
 CommandLine ParseCommandLine(const QStringList& arguments) {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QString::fromUtf8(kProgramDescription));
+    parser.setApplicationDescription(
+        QStringLiteral("Fjolks Patience %1: %2")
+            .arg(QStringLiteral(FJOLK_VERSION), QString::fromUtf8(kProgramDescription)));
     for (const Option& option : kOptions) {
         QStringList names;
         if (option.shortName != nullptr)
@@ -155,4 +159,38 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
     if (result.solve && !result.seed && !result.seeds)
         return Fail(QStringLiteral("--solve needs --seed S or --seeds A-B"), parser);
     return result;
+}
+
+QStringList UtanQtsVal(const QStringList& arguments) {
+    // Qt takes these with one dash or two; the first group is followed by a value.
+    static const QStringList medVarde = {
+        QStringLiteral("platform"),        QStringLiteral("platformpluginpath"),
+        QStringLiteral("platformtheme"),   QStringLiteral("plugin"),
+        QStringLiteral("qwindowgeometry"), QStringLiteral("geometry"),
+        QStringLiteral("qwindowtitle"),    QStringLiteral("title"),
+        QStringLiteral("qwindowicon"),     QStringLiteral("icon"),
+        QStringLiteral("display"),         QStringLiteral("name"),
+        QStringLiteral("visual"),          QStringLiteral("session"),
+        QStringLiteral("style"),           QStringLiteral("stylesheet")};
+    static const QStringList utanVarde = {
+        QStringLiteral("reverse"), QStringLiteral("widgetcount"), QStringLiteral("testability"),
+        QStringLiteral("nograb"),  QStringLiteral("dograb"),      QStringLiteral("sync")};
+    static const QStringList medLikhet = {QStringLiteral("style="), QStringLiteral("stylesheet="),
+                                          QStringLiteral("qmljsdebugger=")};
+    QStringList kvar;
+    for (qsizetype i = 0; i < arguments.size(); ++i) {
+        const QString& argument = arguments[i];
+        if (i == 0 || !argument.startsWith(QLatin1Char('-')) || argument == QStringLiteral("--")) {
+            kvar << argument;
+            continue;
+        }
+        QString namn = argument.mid(argument.startsWith(QStringLiteral("--")) ? 2 : 1);
+        if (medVarde.contains(namn))
+            ++i;
+        else if (!utanVarde.contains(namn) &&
+                 std::none_of(medLikhet.begin(), medLikhet.end(),
+                              [&](const QString& forled) { return namn.startsWith(forled); }))
+            kvar << argument;
+    }
+    return kvar;
 }

@@ -35,3 +35,8 @@ struct CommandLine {
 
 // Parses the arguments (the program name first). Bad values ask to exit with code 2.
 CommandLine ParseCommandLine(const QStringList& arguments);
+
+// The arguments without the options that Qt's application object takes for itself
+// (-platform offscreen, -style fusion, -reverse, ...), so that they can be parsed as ours
+// before any display is opened.
+QStringList UtanQtsVal(const QStringList& arguments);

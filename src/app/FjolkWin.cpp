@@ -11,9 +11,12 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
-#include <QDesktopServices>
+#include <QCompleter>
+#include <QDir>
+#include <QDirIterator>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QIcon>
 #include <QImageReader>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -21,6 +24,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStackedLayout>
+#include <QStandardPaths>
+#include <QTextBrowser>
 #include <QUrl>
 #include <QWindow>
 
@@ -62,6 +67,7 @@ std::string KortaUtf8(const QString& text, size_t max) {
 FjolkWin::FjolkWin(BRect frame, AttributeStore& attributStore) : store(attributStore) {
     byterLage = true;
     setWindowTitle(QStringLiteral("Fjolks Patience 2.0"));
+    setWindowIcon(ProgramIkon());
     animering = true;
     spelNr = 0;
     ByggMeny();
@@ -85,12 +91,8 @@ FjolkWin::FjolkWin(BRect frame, AttributeStore& attributStore) : store(attributS
     valkomstVy->spelLista->setCurrentRow(0);
     LasSpelarNamn();
 
-    filPanel = new QFileDialog(this, QStringLiteral("Choose Background"));
-    filPanel->setFileMode(QFileDialog::ExistingFile);
-    filPanel->setModal(false);
-    connect(filPanel, &QFileDialog::fileSelected, this, [this](const QString& fil) {
-        QCoreApplication::postEvent(this, new Meddelande(kBakgrundVald, fil));
-    });
+    bildMapp = StartMapp();
+    filPanel = NyFilPanel();
 
     angraItem->setEnabled(false);
     nyGivItem->setEnabled(false);
@@ -119,7 +121,9 @@ void FjolkWin::ByggMeny() {
     spelMeny->addSeparator();
     item(spelMeny, "Exit", kAvsluta, QKeySequence(Qt::CTRL | Qt::Key_Q));
     QMenu* hjalpMeny = menyRad->addMenu(QStringLiteral("Help"));
-    item(hjalpMeny, "Help", kHjalp, QKeySequence(Qt::CTRL | Qt::Key_H));
+    QAction* hjalp = item(hjalpMeny, "Help", kHjalp, QKeySequence(Qt::CTRL | Qt::Key_H));
+    // F1 as well, as on every other desktop program.
+    hjalp->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_H), QKeySequence(Qt::Key_F1)});
     item(hjalpMeny, "About", kOm, QKeySequence(Qt::CTRL | Qt::Key_A));
     connect(spelMeny, &QMenu::aboutToShow, this, [this] { MenusBeginning(); });
     qApp->installEventFilter(this);
@@ -128,7 +132,7 @@ void FjolkWin::ByggMeny() {
 QAction* FjolkWin::MenyItem(const QKeySequence& tangenter) const {
     for (QAction* meny : menuBar()->actions())
         for (QAction* item : meny->menu()->actions())
-            if (!item->shortcut().isEmpty() && item->shortcut() == tangenter)
+            if (item->shortcuts().contains(tangenter))
                 return item;
     return nullptr;
 }
@@ -238,16 +242,18 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
         else
             vantandeSpel = nummer;
     } else if (what == kHjalp) {
-        QString fil = HjalpFil();
-        if (QFileInfo::exists(fil))
-            QDesktopServices::openUrl(QUrl::fromLocalFile(fil));
+        VisaHjalp();
     } else if (what == kOm) {
         VisaVarning(QStringLiteral("About"), QString::fromUtf8(kOmText),
                     QStringLiteral("Have Fun!"));
     } else if (visarSpel) {
         return;
     } else if (what == kValjBakgrund) {
+        // Each opening starts afresh: an empty name field, in the folder of the last picture.
+        if (!filPanel->isVisible())
+            std::exchange(filPanel, NyFilPanel())->deleteLater();
         filPanel->show();
+        filPanel->raise();
     } else if (what == kBakgrundVald) {
         LaddaBakgrund(message.fil);
     } else if (what == kRensaBakgrund) {
@@ -277,6 +283,8 @@ void FjolkWin::StangSpel() {
     spelVy->TaSpel();
     vantandeSpel = -1;
     visarSpel = false;
+    // The list chooses the game whose table is shown, however that game was started.
+    valkomstVy->spelLista->setCurrentRow(spelNr);
     valkomstVy->hiscoreLista->VisaHiscoreLista(spelNr);
     if (hiscorePlats <= 39)
         valkomstVy->hiscoreLista->setCurrentRow(hiscorePlats);
@@ -407,6 +415,39 @@ void FjolkWin::closeEvent(QCloseEvent* e) {
     e->accept();
 }
 
+QFileDialog* FjolkWin::NyFilPanel() {
+    auto* panel = new QFileDialog(this, QStringLiteral("Choose Background"), bildMapp);
+    panel->setFileMode(QFileDialog::ExistingFile);
+    panel->setModal(false);
+    panel->setNameFilters({BildFilter(), QStringLiteral("All Files (*)")});
+    connect(panel, &QFileDialog::fileSelected, this, [this](const QString& fil) {
+        bildMapp = QFileInfo(fil).absolutePath();
+        QCoreApplication::postEvent(this, new Meddelande(kBakgrundVald, fil));
+    });
+    // The name field's completion list is a window of its own and would stay over ours.
+    connect(panel, &QDialog::finished, panel, [panel] {
+        for (QCompleter* komplettering : panel->findChildren<QCompleter*>())
+            if (komplettering->popup() != nullptr)
+                komplettering->popup()->hide();
+    });
+    return panel;
+}
+
+QString FjolkWin::StartMapp() {
+    QString bilder = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+    return !bilder.isEmpty() && QFileInfo(bilder).isDir() ? bilder : QDir::homePath();
+}
+
+QString FjolkWin::BildFilter() {
+    QStringList monster;
+    for (const QByteArray& format : QImageReader::supportedImageFormats()) {
+        QString andelse = QString::fromLatin1(format).toLower();
+        // Names are told apart by case here; cameras write .JPG.
+        monster << QStringLiteral("*.") + andelse << QStringLiteral("*.") + andelse.toUpper();
+    }
+    return QStringLiteral("Pictures (%1)").arg(monster.join(QLatin1Char(' ')));
+}
+
 void FjolkWin::LaddaBakgrund(const QString& fil) {
     RensaBakgrund();
     QImageReader lasare(fil);
@@ -429,6 +470,38 @@ void FjolkWin::LaddaBakgrund(const QString& fil) {
 void FjolkWin::RensaBakgrund() {
     spelVy->RensaBakgrundsBild();
     valkomstVy->SetViewBitmap(QImage());
+}
+
+void FjolkWin::VisaHjalp() {
+    QString fil = HjalpFil();
+    if (!QFileInfo::exists(fil))
+        return;
+    QString varfor = OppnaMedDesktopen(fil, hjalpOppnare);
+    if (varfor.isEmpty())
+        return;
+    std::fprintf(stderr, "Fjolks Patience: %s; the help page is shown in a window of our own.\n",
+                 qPrintable(varfor));
+    if (hjalpFonster == nullptr) {
+        hjalpFonster = new QTextBrowser(this);
+        hjalpFonster->setWindowFlag(Qt::Window);
+        hjalpFonster->setObjectName(QStringLiteral("Help"));
+        hjalpFonster->setWindowTitle(QStringLiteral("Fjolks Patience Help"));
+        hjalpFonster->setOpenExternalLinks(true);
+        hjalpFonster->resize(700, 600);
+    }
+    hjalpFonster->setSource(QUrl::fromLocalFile(fil));
+    hjalpFonster->show();
+    hjalpFonster->raise();
+    hjalpFonster->activateWindow();
+}
+
+QIcon FjolkWin::ProgramIkon() {
+    QIcon inbyggd;
+    QDirIterator storlekar(QStringLiteral(":/icons"), {QStringLiteral("*.png")}, QDir::Files,
+                           QDirIterator::Subdirectories);
+    while (storlekar.hasNext())
+        inbyggd.addFile(storlekar.next());
+    return QIcon::fromTheme(QStringLiteral(FJOLK_APP_ID), inbyggd);
 }
 
 QString FjolkWin::HjalpFil() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/FonsterRam.h"
+#include "app/Hjalpfil.h"
 #include "platform/AttributeStore.h"
 #include "platform/Geometry.h"
 
@@ -15,6 +16,7 @@ class QAction;
 class QFileDialog;
 class QMessageBox;
 class QStackedLayout;
+class QTextBrowser;
 class WelcomeView;
 
 // The program's one window and its controller: every command from the menus, the welcome
@@ -50,12 +52,24 @@ public:
     bool Animering() const { return animering; }
     bool VisarSpel() const { return visarSpel; }
     bool Avslutad() const { return avslutad; }
+    // The open panel for the background picture; a new one each time it is opened.
     QFileDialog* FilPanel() const { return filPanel; }
+    // Where the panel first opens: the user's pictures folder, or the home folder.
+    static QString StartMapp();
+    // The panel's filter: every picture format this Qt reads.
+    static QString BildFilter();
     // The last "Hi Info" alert, while it is open.
     QMessageBox* HiInfo() const;
 
+    // The icon theme's icon of the program, or the one built into it.
+    static QIcon ProgramIkon();
+
     // The help page beside the program.
     static QString HjalpFil();
+    // Our own window with the help page, shown when the desktop cannot open it; null
+    // until then.
+    QTextBrowser* HjalpFonster() const { return hjalpFonster; }
+    void SattHjalpOppnare(HjalpOppnare oppnare) { hjalpOppnare = std::move(oppnare); }
 
 protected:
     bool event(QEvent* event) override;
@@ -76,6 +90,8 @@ private:
     void LasSpelarNamn();
     bool PaSkarmen() const;
     void DelaUtSpel(int nummer);
+    void VisaHjalp();
+    QFileDialog* NyFilPanel();
 
     AttributeStore& store;
     QAction* angraItem = nullptr;
@@ -95,6 +111,10 @@ private:
     bool avslutad = false;
     // A game shown before the window was on the screen, dealt once it is.
     int vantandeSpel = -1;
+    // The folder of the last picture chosen.
+    QString bildMapp;
+    HjalpOppnare hjalpOppnare = DesktopensOppnare();
+    QTextBrowser* hjalpFonster = nullptr;
     // Commands that came while the game worked, posted again once it is done.
     std::vector<std::pair<type_code, QString>> vantande;
 };

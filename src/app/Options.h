@@ -12,8 +12,9 @@ struct Option {
     const char* description;
 };
 
+// Follows "Fjolks Patience VERSION: " in --help, the version being the build's.
 inline constexpr const char* kProgramDescription =
-    "Fjolks Patience 2.0: twelve patience card games with hiscore tables.";
+    "twelve patience card games with hiscore tables.";
 
 inline constexpr Option kOptions[] = {
     {"h", "help", nullptr, "Show this help and exit."},

@@ -28,8 +28,8 @@ QStringList Arguments(int argc, char* argv[]) {
 
 int main(int argc, char* argv[]) {
     // Read before the application object exists, so that --help and --version work
-    // without a display.
-    CommandLine commandLine = ParseCommandLine(Arguments(argc, argv));
+    // without a display; Qt's own options are left in argv for QApplication to take.
+    CommandLine commandLine = ParseCommandLine(UtanQtsVal(Arguments(argc, argv)));
     if (commandLine.outcome == CommandLine::Outcome::Exit) {
         std::fputs(commandLine.message.toLocal8Bit().constData(),
                    commandLine.exitCode == 0 ? stdout : stderr);
@@ -50,6 +50,8 @@ int main(int argc, char* argv[]) {
     if (!commandLine.snapshot.empty() && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
+    // Also the class of our windows under X11 (WM_CLASS), which the desktop entry's
+    // StartupWMClass names.
     QApplication::setApplicationName(QStringLiteral("Fjolks Patience"));
     QApplication::setApplicationVersion(QStringLiteral(FJOLK_VERSION));
     // Lets the desktop tie our windows to the menu entry and its icon.

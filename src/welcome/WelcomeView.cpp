@@ -9,6 +9,7 @@
 #include <QCheckBox>
 #include <QCoreApplication>
 #include <QFontDatabase>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMouseEvent>
@@ -222,6 +223,24 @@ void SpelOLLView::MouseDown(QPoint where) {
     } else {
         valkomst->Posta(kStartaSpel0 + static_cast<type_code>(rad));
     }
+}
+
+void SpelOLLView::keyPressEvent(QKeyEvent* event) {
+    QListWidgetItem* vald = currentItem();
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        if (vald != nullptr && vald->isSelected())
+            valkomst->Posta(kStartaSpel0 + static_cast<type_code>(row(vald)));
+        event->accept();
+        return;
+    }
+    const int fore = currentRow();
+    const bool valdFore = vald != nullptr && vald->isSelected();
+    RadLista::keyPressEvent(event);
+    QListWidgetItem* nu = currentItem();
+    if (nu == nullptr || (currentRow() == fore && valdFore))
+        return;
+    nu->setSelected(true);
+    valkomst->hiscoreLista->VisaHiscoreLista(currentRow());
 }
 
 HighOLLView::HighOLLView(QWidget* parent, WelcomeView* valkomstVy)

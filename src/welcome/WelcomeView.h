@@ -33,13 +33,15 @@ protected:
 };
 
 // The list of the twelve games: the first click on a row chooses it and shows its
-// hiscore table, a click on the chosen row starts it.
+// hiscore table, a click on the chosen row starts it. The keys do the same: a row reached
+// with them is chosen, and Enter starts the chosen row.
 class SpelOLLView : public RadLista {
 public:
     SpelOLLView(QWidget* parent, WelcomeView* valkomst);
 
 protected:
     void MouseDown(QPoint where) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     WelcomeView* valkomst;
