@@ -143,6 +143,42 @@ private slots:
         }
         QVERIFY(Parse({"--seed", "sju"}).message.contains("'sju'"));
     }
+
+    void losningLases() {
+        CommandLine c = Parse({"--solve", "--game", "8", "--seed", "3", "--limit", "5000"});
+        QVERIFY(c.outcome == CommandLine::Outcome::Run);
+        QVERIFY(c.solve);
+        QCOMPARE(c.game, 8);
+        QCOMPARE(c.seed.value(), 3u);
+        QCOMPARE(c.limit, 5000ull);
+        QVERIFY(!c.seeds.has_value());
+        CommandLine manga = Parse({"--solve", "--game", "10", "--seeds", "1-1000"});
+        QVERIFY(manga.seeds.has_value());
+        QCOMPARE(manga.seeds->first, 1u);
+        QCOMPARE(manga.seeds->second, 1000u);
+        QCOMPARE(manga.limit, 0ull);
+        QVERIFY(!Parse({"--game", "3"}).solve);
+        QVERIFY(Parse({"--help"}).message.contains("--solve"));
+        QVERIFY(Parse({"--help"}).message.contains("--seeds <A-B>"));
+        QVERIFY(Parse({"--help"}).message.contains("--limit <POSITIONS>"));
+    }
+
+    void felaktigLosningGerKod2() {
+        for (const QStringList& bad :
+             {QStringList{"--solve", "--seed", "3"}, QStringList{"--solve", "--game", "3"},
+              QStringList{"--game", "3", "--seeds", "1-5"},
+              QStringList{"--game", "3", "--seed", "1", "--limit", "9"},
+              QStringList{"--solve", "--game", "3", "--seeds", "5-1"},
+              QStringList{"--solve", "--game", "3", "--seeds", "1"},
+              QStringList{"--solve", "--game", "3", "--seeds", "a-b"},
+              QStringList{"--solve", "--game", "3", "--seed", "1", "--limit", "0"},
+              QStringList{"--solve", "--game", "3", "--seed", "1", "--limit", "many"}}) {
+            CommandLine c = Parse(bad);
+            QVERIFY2(c.outcome == CommandLine::Outcome::Exit, qPrintable(bad.join(' ')));
+            QCOMPARE(c.exitCode, 2);
+            QVERIFY(c.message.startsWith("fjolkpatience: "));
+        }
+    }
 };
 
 QTEST_GUILESS_MAIN(CommandLineTest)
