@@ -17,6 +17,7 @@ class QFileDialog;
 class QMessageBox;
 class QStackedLayout;
 class QTextBrowser;
+class Spelhjalp;
 class WelcomeView;
 
 // The program's one window and its controller: every command from the menus, the welcome
@@ -70,6 +71,8 @@ public:
     // until then.
     QTextBrowser* HjalpFonster() const { return hjalpFonster; }
     void SattHjalpOppnare(HjalpOppnare oppnare) { hjalpOppnare = std::move(oppnare); }
+    // Hint, Finish, "Can This Deal Be Won?" and the solver's options.
+    Spelhjalp* Hjalp() const { return spelhjalp; }
 
 protected:
     bool event(QEvent* event) override;
@@ -117,6 +120,7 @@ private:
     QTextBrowser* hjalpFonster = nullptr;
     // Commands that came while the game worked, posted again once it is done.
     std::vector<std::pair<type_code, QString>> vantande;
+    Spelhjalp* spelhjalp = nullptr;
 };
 
 // The text of the "About" alert.
