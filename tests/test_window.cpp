@@ -164,7 +164,8 @@ private slots:
                 texter << (a->isSeparator() ? QStringLiteral("-")
                                             : a->text() + " " + a->shortcut().toString());
         }
-        QCOMPARE(texter, (QStringList{"Game", "New Deal Ctrl+D", "Undo Ctrl+Z", "Close Ctrl+W", "-",
+        QCOMPARE(texter, (QStringList{"Game", "New Deal Ctrl+D", "Undo Ctrl+Z", "Close Ctrl+W",
+                                      "Hint H", "Finish ", "Can This Deal Be Won? ", "-",
                                       "Exit Ctrl+Q", "Help", "Help Ctrl+H", "About Ctrl+A"}));
     }
 

@@ -151,8 +151,7 @@ Spelhjalp::~Spelhjalp() {
 
 SokGranser Spelhjalp::SpelarGranser() {
     SokGranser granser;
-    granser.lagen = 2'000'000;
-    granser.tid = std::chrono::milliseconds(10000);
+    granser.lagen = 1'000'000;
     return granser;
 }
 
@@ -284,6 +283,7 @@ std::vector<QRect> Spelhjalp::Ramar(const Drag& drag) const {
 }
 
 void Spelhjalp::VisaTips() {
+    senasteTips.reset();
     Patiens* spel = vy->Spel();
     const SpelBord& bord = spel->Tabell();
     if (kand.utfall == Utfall::Ovinnbar) {
@@ -293,6 +293,7 @@ void Spelhjalp::VisaTips() {
     }
     if (kand.utfall == Utfall::Vinnbar && !kand.drag.empty()) {
         const Drag& d = kand.drag.front();
+        senasteTips = d;
         notis->Visa(QStringLiteral("Hint: ") + DragText(bord, d), Ramar(d), kTipsTid);
         return;
     }
@@ -304,6 +305,7 @@ void Spelhjalp::VisaTips() {
         notis->Visa(QStringLiteral("No move is left to hint at."), {}, kBeskedTid);
         return;
     }
+    senasteTips = dragen.front();
     notis->Visa(QStringLiteral("Hint (a guess, no solution is known yet): ") +
                     DragText(bord, dragen.front()),
                 Ramar(dragen.front()), kTipsTid);
@@ -545,9 +547,9 @@ void Spelhjalp::ProvaNastaGiv() {
         vy->setEnabled(true);
         std::srand(klar.giv.fro);
         klar.dela();
+        EfterDrag();
         notis->Visa(QString::fromStdString(VinnbarText(klar.spel, klar.giv)), {}, kBeskedTid);
         MenusBeginning();
-        EfterDrag();
         return;
     }
     sok.giv.fro = VinnbarFro(sok.bas, sok.giv.forsok++);

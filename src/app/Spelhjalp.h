@@ -81,6 +81,10 @@ public:
     bool Soker() const { return vantar != Fraga::Ingen; }
     bool Slutfors() const { return !slutDrag.empty(); }
     LosarTrad& Trad() { return trad; }
+    // The move the last hint named, while it is shown.
+    const std::optional<Drag>& SenasteTips() const { return senasteTips; }
+    // The verdict on the table as it is now, when known.
+    std::optional<Utfall> Utfallet() const { return senasteUtfall; }
 
     // How long a hint, a finish or a question searches at most.
     static SokGranser SpelarGranser();
@@ -120,6 +124,7 @@ private:
     std::unique_ptr<SpelBord> koll;
     std::unique_ptr<SpelBord> kollFore;
 
+    std::optional<Drag> senasteTips;
     std::deque<Drag> slutDrag;
     bool egnaGester = false;
 
