@@ -287,6 +287,33 @@ private slots:
         QVERIFY(k.win->HiInfo() != nullptr);
     }
 
+    // With "Finish by Itself" on, once every card left can go home the game plays them there:
+    // the player makes only the first moves of a solution.
+    void slutforSjalvSpelarHemKortenNarInteAnnatBehovs() {
+        const int spel = 8;
+        unsigned fro = VinnbarFroFor(spel);
+        const SpelRegler& regler = *ReglerFor(spel);
+        auto vunnet = GivFor(spel, fro);
+        SokSvar svar = Los(regler, *vunnet, Spelhjalp::SpelarGranser());
+        QCOMPARE(svar.utfall, Utfall::Vinnbar);
+        for (const Drag& d : svar.drag)
+            regler.GorDrag(*vunnet, d, nullptr);
+        QVERIFY(regler.KlarSpel(*vunnet));
+
+        Korning k;
+        k.Hjalp().sjalvRuta->setChecked(true);
+        k.Starta(spel, fro);
+        std::size_t gjorda = 0;
+        while (!k.Hjalp().Slutfors() && gjorda < svar.drag.size())
+            k.Gor(svar.drag[gjorda++]);
+        QVERIFY(k.Hjalp().Slutfors());
+        QVERIFY2(gjorda < svar.drag.size(), qPrintable(QString::number(gjorda)));
+        QTRY_VERIFY_WITH_TIMEOUT(!k.Hjalp().Slutfors(), kVanta);
+        Behandla();
+        QVERIFY(k.win->HiInfo() != nullptr);
+        QCOMPARE(static_cast<int>(k.Forsta(spel).kort), regler.Resultat(*vunnet).kort);
+    }
+
     void enTryckningStopparSlutfor() {
         Korning k;
         k.win->ValkomstVy()->animeringsRuta->setChecked(true);
