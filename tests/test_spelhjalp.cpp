@@ -395,6 +395,12 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(inne.load(), kVanta);
         QVERIFY(k.Hjalp().Soker());
         QCOMPARE(k.Hjalp().tipsItem->text(), QStringLiteral("Hint (searching...)"));
+        // Meanwhile the game's own first choice, said to be a guess.
+        QVERIFY2(k.Hjalp().notis->Text().startsWith(
+                     QStringLiteral("Hint (a guess while the search goes on): ")),
+                 qPrintable(k.Hjalp().notis->Text()));
+        QVERIFY(k.Hjalp().SenasteTips().has_value());
+        QVERIFY(Listat(k.Spel().Regler(), k.Spel().Tabell(), *k.Hjalp().SenasteTips()));
         // The player moves on while the search is held: the move is made, the old question
         // is dropped.
         std::vector<Drag> dragen = k.Spel().Regler().LagligaDrag(k.Spel().Tabell());

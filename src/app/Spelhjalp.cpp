@@ -216,7 +216,8 @@ void Spelhjalp::Tips() {
         VisaTips();
         return;
     }
-    notis->Visa(QStringLiteral("Searching for a hint..."));
+    // The game's own first choice at once; the solution's move when the search has one.
+    VisaGissning(QStringLiteral("Hint (a guess while the search goes on): "));
     Stall(Fraga::Tips);
 }
 
@@ -297,8 +298,15 @@ void Spelhjalp::VisaTips() {
         notis->Visa(QStringLiteral("Hint: ") + DragText(bord, d), Ramar(d), kTipsTid);
         return;
     }
-    std::vector<Drag> dragen = spel->Regler().LagligaDrag(bord);
-    const SokKunskap& kunskap = spel->Regler().Kunskap();
+    VisaGissning(QStringLiteral("Hint (a guess, no solution was found): "));
+}
+
+void Spelhjalp::VisaGissning(const QString& forklaring) {
+    senasteTips.reset();
+    const SpelRegler& regler = vy->Spel()->Regler();
+    const SpelBord& bord = vy->Spel()->Tabell();
+    std::vector<Drag> dragen = regler.LagligaDrag(bord);
+    const SokKunskap& kunskap = regler.Kunskap();
     kunskap.Ordna(bord, dragen);
     std::erase_if(dragen, [&](const Drag& d) { return !kunskap.Sokbart(d); });
     if (dragen.empty()) {
@@ -306,9 +314,7 @@ void Spelhjalp::VisaTips() {
         return;
     }
     senasteTips = dragen.front();
-    notis->Visa(QStringLiteral("Hint (a guess, no solution is known yet): ") +
-                    DragText(bord, dragen.front()),
-                Ramar(dragen.front()), kTipsTid);
+    notis->Visa(forklaring + DragText(bord, dragen.front()), Ramar(dragen.front()), kTipsTid);
 }
 
 void Spelhjalp::VisaSvar() {

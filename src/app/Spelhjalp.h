@@ -98,6 +98,7 @@ private:
     void Stall(Fraga fraga);
     bool KandHar(const SpelBord& bord) const;
     void VisaTips();
+    void VisaGissning(const QString& forklaring);
     void VisaSvar();
     void BorjaSlutfora(std::vector<Drag> dragen);
     void NastaSlutDrag();
