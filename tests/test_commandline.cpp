@@ -52,6 +52,11 @@ private slots:
         QCOMPARE(c.snapshot, std::string("/tmp/a.png"));
         QVERIFY(!c.noAnimation);
         QVERIFY(Parse({"--no-animation"}).noAnimation);
+        QVERIFY(!c.winnableOnly);
+        QVERIFY(Parse({"--winnable-only"}).winnableOnly);
+        CommandLine los = Parse({"--solve", "--game", "8", "--seed", "5", "--winnable-only"});
+        QVERIFY(los.outcome == CommandLine::Outcome::Run);
+        QVERIFY(los.solve && los.winnableOnly);
         CommandLine standard = Parse({"--game", "11"});
         QCOMPARE(standard.game, 11);
         QCOMPARE(standard.width, 640);

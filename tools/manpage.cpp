@@ -76,6 +76,13 @@ int main(int argc, char* argv[]) {
             "and again to play it.\n"
          << "A click on a card lets the game move it; press and pull to drag it.\n"
          << "The \\(lqHelp\\(rq menu opens the rules of every game.\n"
+         << ".PP\n"
+         << "In the \\(lqGame\\(rq menu, \\(lqHint\\(rq (key H) outlines a good next move "
+            "for a second, \\(lqFinish\\(rq plays the rest of a game that can still be won, "
+            "and \\(lqCan This Deal Be Won?\\(rq answers for the table as it is now; a search "
+            "runs beside the game and never holds it up.\n"
+         << "The Options tab adds \\(lqWinnable Deals Only\\(rq, \\(lqFinish by Itself\\(rq "
+            "and \\(lqTell Me When the Deal Is Lost\\(rq, all off until turned on.\n"
          << ".SH OPTIONS\n";
     for (const Option& option : kOptions)
         page << ".TP\n" << OptionHeading(option) << "\n" << Roff(option.description) << "\n";

@@ -129,6 +129,7 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
         result.snapshot = parser.value(snapshotOption).toStdString();
     }
     result.solve = parser.isSet(solveOption);
+    result.winnableOnly = parser.isSet(QStringLiteral("winnable-only"));
     if (parser.isSet(seedsOption)) {
         QStringList parts = parser.value(seedsOption).split(QLatin1Char('-'));
         bool okA = false;

@@ -25,6 +25,8 @@ struct CommandLine {
     bool solve = false;
     std::optional<std::pair<unsigned, unsigned>> seeds;
     unsigned long long limit = 0;
+    // The "Winnable Deals Only" option on for this run.
+    bool winnableOnly = false;
 
     enum class Outcome { Run, Exit };
     Outcome outcome = Outcome::Run;

@@ -3,6 +3,7 @@
 #include "app/Bakgrund.h"
 #include "app/FjolkView.h"
 #include "app/Hjalpfil.h"
+#include "app/Spelhjalp.h"
 #include "cards/Fro.h"
 #include "cards/Hiscore.h"
 #include "cards/HiscoreRader.h"
@@ -85,6 +86,8 @@ FjolkWin::FjolkWin(BRect frame, AttributeStore& attributStore) : store(attributS
     lager->addWidget(valkomstVy);
     lager->setCurrentWidget(valkomstVy);
     setCentralWidget(innehall);
+    spelhjalp =
+        new Spelhjalp(this, spelVy, valkomstVy, store, menuBar()->actions().front()->menu());
     spelVy->efterGest = [this] { MenusBeginning(); };
     spelVy->efterArbete = [this] {
         for (auto& [what, fil] : std::exchange(vantande, {}))
@@ -184,6 +187,9 @@ bool FjolkWin::eventFilter(QObject* mal, QEvent* e) {
     auto* tangent = static_cast<QKeyEvent*>(e);
     if (MenyItem(QKeySequence(tangent->keyCombination())) == nullptr)
         return false;
+    // A key without Ctrl is a menu key on the table only: in the name field it types.
+    if (!visarSpel && tangent->modifiers() == Qt::NoModifier)
+        return false;
     // An override left unaccepted lets the item's shortcut run; a key press that arrives
     // at all belongs to an item that is disabled, and ends here.
     e->setAccepted(e->type() == QEvent::KeyPress);
@@ -201,6 +207,10 @@ void FjolkWin::MenusBeginning() {
     gorOmItem->setEnabled(spel != nullptr && spel->Has_Redos());
     omGivItem->setEnabled(spel != nullptr);
     givNummerItem->setEnabled(spel != nullptr);
+    if (spelhjalp != nullptr) {
+        spelhjalp->EfterDrag();
+        spelhjalp->MenusBeginning();
+    }
 }
 
 bool FjolkWin::event(QEvent* e) {
@@ -234,6 +244,7 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
         return;
     FjolkView::Arbete arbete(*spelVy);
     if (what == kAvsluta) {
+        spelhjalp->SpeletSlut();
         if (visarSpel)
             AddHiScore(false);
         QuitRequested();
@@ -250,8 +261,17 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
         AddHiScore(true);
         // The new deal is laid out over the window's frame, as it always was; the next
         // resize lays it out over the view again.
-        spel->NyttSpel(Frame());
-        spelVy->InvalidateOffscreen();
+        auto dela = [this] {
+            FjolkView::Arbete delar(*spelVy);
+            if (Patiens* nu = spelVy->Spel()) {
+                nu->NyttSpel(Frame());
+                spelVy->InvalidateOffscreen();
+            }
+        };
+        if (spelhjalp->BaraVinnbara())
+            spelhjalp->SokVinnbarGiv(spelNr, dela);
+        else
+            dela();
         if (std::exchange(givNummer, std::nullopt))
             VisaSpeletsTitel();
     } else if (what == kOmGiv) {
@@ -292,10 +312,15 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
         // The play view is shown first and the game dealt onto it, its flights on the
         // screen; a window not yet on the screen deals once it is.
         InitSpel(nummer, TitelNamn(nummer));
-        if (PaSkarmen())
-            DelaUtSpel(nummer);
-        else
+        if (!PaSkarmen())
             vantandeSpel = nummer;
+        else if (spelhjalp->BaraVinnbara())
+            spelhjalp->SokVinnbarGiv(nummer, [this, nummer] {
+                FjolkView::Arbete delar(*spelVy);
+                DelaUtSpel(nummer);
+            });
+        else
+            DelaUtSpel(nummer);
     } else if (what == kHjalp) {
         VisaHjalp();
     } else if (what == kOm) {
@@ -318,6 +343,7 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
     } else if (what == kRensaBakgrund) {
         RensaBakgrund();
     } else if (what == kAterstall) {
+        spelhjalp->Aterstall();
         RensaBakgrund();
         valkomstVy->animeringsRuta->setChecked(true);
         animering = true;
@@ -340,6 +366,7 @@ void FjolkWin::StangSpel() {
         Posta(kAvsluta);
         return;
     }
+    spelhjalp->SpeletSlut();
     AddHiScore(false);
     SparaRam();
     byterLage = true;
@@ -642,6 +669,7 @@ void FjolkWin::resizeEvent(QResizeEvent* e) {
 
 void FjolkWin::closeEvent(QCloseEvent* e) {
     // The close box quits at once and records nothing.
+    spelhjalp->SpeletSlut();
     QuitRequested();
     e->accept();
 }

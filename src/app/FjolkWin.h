@@ -21,6 +21,7 @@ class StatistikDialog;
 class QStackedLayout;
 class QTimer;
 class QTextBrowser;
+class Spelhjalp;
 class WelcomeView;
 
 // The program's one window and its controller: every command from the menus, the welcome
@@ -90,6 +91,8 @@ public:
     QTextBrowser* HjalpFonster() const { return hjalpFonster; }
     StatistikDialog* StatistikFonster() const { return statistikFonster; }
     void SattHjalpOppnare(HjalpOppnare oppnare) { hjalpOppnare = std::move(oppnare); }
+    // Hint, Finish, "Can This Deal Be Won?" and the solver's options.
+    Spelhjalp* Hjalp() const { return spelhjalp; }
 
 protected:
     bool event(QEvent* event) override;
@@ -155,6 +158,7 @@ private:
     QAction* omGivItem = nullptr;
     QAction* givNummerItem = nullptr;
     std::optional<unsigned> givNummer;
+    Spelhjalp* spelhjalp = nullptr;
 };
 
 // The text of the "About" alert.

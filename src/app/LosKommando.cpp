@@ -2,6 +2,7 @@
 
 #include "games/Spelfabrik.h"
 
+#include <chrono>
 #include <cinttypes>
 #include <cstdlib>
 #include <string>
@@ -74,4 +75,38 @@ int LosGivar(int spel, unsigned forsta, unsigned sista, const SokGranser& granse
                  SpelNamn(spel), antal[0] + antal[1] + antal[2], antal[0], antal[1], antal[2],
                  lagen, ms);
     return 0;
+}
+
+unsigned VinnbarFro(unsigned bas, int forsok) {
+    return bas + static_cast<unsigned>(forsok);
+}
+
+SokGranser VinnbarGranser() {
+    SokGranser granser;
+    granser.lagen = kVinnbarLagen;
+    return granser;
+}
+
+VinnbarGiv HittaVinnbarGiv(int spel, unsigned bas) {
+    auto slut = std::chrono::steady_clock::now() + kVinnbarTid;
+    VinnbarGiv giv;
+    while (giv.forsok < kVinnbarForsok) {
+        giv.fro = VinnbarFro(bas, giv.forsok++);
+        auto bord = GivFor(spel, giv.fro);
+        if (Los(*ReglerFor(spel), *bord, VinnbarGranser()).utfall == Utfall::Vinnbar) {
+            giv.hittad = true;
+            break;
+        }
+        if (std::chrono::steady_clock::now() >= slut)
+            break;
+    }
+    return giv;
+}
+
+std::string VinnbarText(int spel, const VinnbarGiv& giv) {
+    if (giv.hittad)
+        return "Deal " + std::to_string(giv.forsok) + " of " + std::to_string(giv.forsok) +
+               " tried can be won";
+    return std::string("No deal of ") + SpelNamn(spel) + " found that can be won in " +
+           std::to_string(giv.forsok) + " tried; the last one is played";
 }

@@ -3,6 +3,7 @@
 #include "app/FjolkWin.h"
 #include "app/LosKommando.h"
 #include "app/Snapshot.h"
+#include "app/Spelhjalp.h"
 #include "app/StartMatning.h"
 #include "welcome/WelcomeView.h"
 
@@ -43,7 +44,14 @@ int main(int argc, char* argv[]) {
         if (commandLine.seeds)
             return LosGivar(commandLine.game, commandLine.seeds->first, commandLine.seeds->second,
                             granser, stdout);
-        return LosEnGiv(commandLine.game, *commandLine.seed, granser, stdout);
+        unsigned fro = *commandLine.seed;
+        if (commandLine.winnableOnly) {
+            std::srand(fro);
+            VinnbarGiv giv = HittaVinnbarGiv(commandLine.game, static_cast<unsigned>(std::rand()));
+            std::printf("%s (seed %u)\n", VinnbarText(commandLine.game, giv).c_str(), giv.fro);
+            fro = giv.fro;
+        }
+        return LosEnGiv(commandLine.game, fro, granser, stdout);
     }
 
     // A snapshot is drawn without a display.
@@ -60,6 +68,8 @@ int main(int argc, char* argv[]) {
     std::srand(commandLine.seed ? *commandLine.seed : static_cast<unsigned>(std::time(nullptr)));
     if (!commandLine.dataDirectory.empty())
         AttributeStore::SetDataDirectory(commandLine.dataDirectory);
+    if (commandLine.winnableOnly && commandLine.game >= 0 && !commandLine.snapshot.empty())
+        std::srand(HittaVinnbarGiv(commandLine.game, static_cast<unsigned>(std::rand())).fro);
     if (!commandLine.snapshot.empty())
         return SparaBild(commandLine.game, commandLine.width, commandLine.height,
                          commandLine.snapshot, commandLine.ratio);
@@ -67,6 +77,8 @@ int main(int argc, char* argv[]) {
     FjolkApp fjolk(AttributeStore::Program());
     if (commandLine.noAnimation)
         fjolk.Fonster()->ValkomstVy()->animeringsRuta->setChecked(false);
+    if (commandLine.winnableOnly)
+        fjolk.Fonster()->Hjalp()->BaraVinnbaraForKorningen();
     // As if chosen twice in the list; dealt once the window is on the screen.
     if (commandLine.game >= 0)
         fjolk.Fonster()->StartaSpel(commandLine.game);

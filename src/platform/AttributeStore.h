@@ -22,6 +22,7 @@ constexpr type_code MakeTypeCode(const char (&code)[5]) {
 
 inline constexpr type_code B_RECT_TYPE = MakeTypeCode("RECT");
 inline constexpr type_code B_RAW_TYPE = MakeTypeCode("RAWT");
+inline constexpr type_code B_BOOL_TYPE = MakeTypeCode("BOOL");
 
 // Results as the program's node reports them: bytes read or written when not negative.
 inline constexpr status_t B_OK = 0;

@@ -31,8 +31,9 @@ public:
         Sett(*bord);
         Oppna(0);
         std::size_t djup = 0; // nivaer[0..djup] are the tables on the way down
+        // The first step checks too: a search asked to stop before it began stops at once.
         for (std::uint64_t steg = 1;; ++steg) {
-            if (steg % kKollIntervall == 0 && Stanna())
+            if ((steg == 1 || steg % kKollIntervall == 0) && Stanna())
                 return Svar(Utfall::Okant);
             Niva& n = nivaer[djup];
             if (n.nasta == n.drag.size()) {

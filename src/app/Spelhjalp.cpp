@@ -1,0 +1,569 @@
+#include "app/Spelhjalp.h"
+
+#include "app/FjolkView.h"
+#include "cards/KortSpel.h"
+#include "games/Spelfabrik.h"
+#include "platform/AttributeStore.h"
+#include "platform/QtGeometry.h"
+#include "welcome/WelcomeView.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <cstdlib>
+#include <utility>
+
+namespace {
+
+constexpr const char* kBaraVinnbara = "FJOLK:BaraVinnbara";
+constexpr const char* kSlutforSjalv = "FJOLK:SlutforSjalv";
+constexpr const char* kVarnaForlorad = "FJOLK:VarnaForlorad";
+constexpr int kTipsTid = 1200;
+constexpr int kBeskedTid = 5000;
+
+bool LasPa(AttributeStore& store, const char* namn) {
+    char pa = 0;
+    return store.InitCheck() == B_OK && store.ReadAttr(namn, B_BOOL_TYPE, 0, &pa, 1) == 1 &&
+           pa != 0;
+}
+
+void Mus(QWidget* vy, QEvent::Type typ, BPoint p) {
+    QPointF punkt(ToQPoint(p));
+    Qt::MouseButton knapp = typ == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    Qt::MouseButtons nere = typ == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
+    QMouseEvent e(typ, punkt, vy->mapToGlobal(punkt), knapp, nere, Qt::NoModifier);
+    QCoreApplication::sendEvent(vy, &e);
+}
+
+// The table after `drag`, recounted as the game recounts it after a gesture.
+std::unique_ptr<SpelBord> Efter(const SpelRegler& regler, const SpelBord& fore, const Drag& drag) {
+    auto efter = fore.Kopia();
+    regler.GorDrag(*efter, drag, nullptr);
+    regler.KlarSpel(*efter);
+    return efter;
+}
+
+} // namespace
+
+Bordsnotis::Bordsnotis(FjolkView* vy) : QWidget(vy) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setObjectName(QStringLiteral("notice"));
+    setGeometry(vy->rect());
+    vy->installEventFilter(this);
+    klocka.setSingleShot(true);
+    connect(&klocka, &QTimer::timeout, this, [this] { Rensa(); });
+    hide();
+}
+
+void Bordsnotis::Visa(const QString& nyText, std::vector<QRect> nyaRamar, int ms) {
+    text = nyText;
+    ramar = std::move(nyaRamar);
+    klocka.stop();
+    if (ms > 0)
+        klocka.start(ms);
+    setGeometry(parentWidget()->rect());
+    show();
+    raise();
+    update();
+}
+
+void Bordsnotis::Rensa() {
+    klocka.stop();
+    text.clear();
+    ramar.clear();
+    hide();
+}
+
+bool Bordsnotis::eventFilter(QObject* mal, QEvent* e) {
+    if (mal == parentWidget() && e->type() == QEvent::Resize)
+        setGeometry(parentWidget()->rect());
+    return false;
+}
+
+void Bordsnotis::paintEvent(QPaintEvent*) {
+    QPainter p(this);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setPen(QPen(QColor(255, 220, 0), 4));
+    p.setBrush(Qt::NoBrush);
+    for (const QRect& r : ramar)
+        p.drawRoundedRect(QRectF(r).adjusted(-3, -3, 3, 3), 5, 5);
+    if (text.isEmpty())
+        return;
+    p.setFont(KortSpel::BordsFont());
+    QRect ruta = p.fontMetrics()
+                     .boundingRect(rect().adjusted(20, 0, -20, 0), Qt::TextWordWrap, text)
+                     .adjusted(-10, -6, 10, 6);
+    ruta.moveBottom(height() - 12);
+    ruta.moveLeft((width() - ruta.width()) / 2);
+    p.setPen(Qt::NoPen);
+    p.setBrush(QColor(255, 255, 230, 235));
+    p.drawRoundedRect(ruta, 6, 6);
+    p.setPen(Qt::black);
+    p.drawText(ruta, Qt::AlignCenter | Qt::TextWordWrap, text);
+}
+
+Spelhjalp::Spelhjalp(QWidget* fonster, FjolkView* view, WelcomeView* valkomstVy,
+                     AttributeStore& attributStore, QMenu* spelMeny)
+    : QObject(fonster), vy(view), valkomst(valkomstVy), store(attributStore),
+      trad(this, [this](int id, const SokSvar& svar) { Besvara(id, svar); }) {
+    // After the game's own items, before the separator over "Exit".
+    QAction* fore = nullptr;
+    for (QAction* item : spelMeny->actions())
+        if (item->isSeparator())
+            fore = item;
+    auto item = [&](const char* text, void (Spelhjalp::*gor)()) {
+        auto* action = new QAction(QString::fromUtf8(text), spelMeny);
+        spelMeny->insertAction(fore, action);
+        connect(action, &QAction::triggered, this, [this, gor] { (this->*gor)(); });
+        return action;
+    };
+    tipsItem = item("Hint", &Spelhjalp::Tips);
+    tipsItem->setShortcut(QKeySequence(Qt::Key_H));
+    slutforItem = item("Finish", &Spelhjalp::Slutfor);
+    fragaItem = item("Can This Deal Be Won?", &Spelhjalp::KanVinnas);
+
+    QWidget* flik = valkomst->optionFlik;
+    auto ruta = [&](const char* text, const char* namn, int y) {
+        auto* r = new QCheckBox(QString::fromUtf8(text), flik);
+        r->setObjectName(QString::fromUtf8(namn));
+        r->setGeometry(330, y, 260, 24);
+        r->setChecked(LasPa(store, namn));
+        connect(r, &QCheckBox::toggled, this, [this, namn](bool pa) { Spara(namn, pa); });
+        return r;
+    };
+    vinnbaraRuta = ruta("Winnable Deals Only", kBaraVinnbara, 60);
+    sjalvRuta = ruta("Finish by Itself", kSlutforSjalv, 110);
+    forlorasRuta = ruta("Tell Me When the Deal Is Lost", kVarnaForlorad, 160);
+
+    notis = new Bordsnotis(vy);
+    qApp->installEventFilter(this);
+    MenusBeginning();
+}
+
+Spelhjalp::~Spelhjalp() {
+    qApp->removeEventFilter(this);
+}
+
+SokGranser Spelhjalp::SpelarGranser() {
+    SokGranser granser;
+    granser.lagen = 1'000'000;
+    return granser;
+}
+
+void Spelhjalp::Spara(const char* namn, bool pa) {
+    if (store.InitCheck() != B_OK)
+        return;
+    char varde = pa ? 1 : 0;
+    store.WriteAttr(namn, B_BOOL_TYPE, 0, &varde, 1);
+    store.Sync();
+}
+
+void Spelhjalp::Aterstall() {
+    for (QCheckBox* r : {vinnbaraRuta, sjalvRuta, forlorasRuta}) {
+        QSignalBlocker tyst(r);
+        r->setChecked(false);
+    }
+    for (const char* namn : {kBaraVinnbara, kSlutforSjalv, kVarnaForlorad})
+        store.RemoveAttr(namn);
+    store.Sync();
+}
+
+void Spelhjalp::BaraVinnbaraForKorningen() {
+    QSignalBlocker tyst(vinnbaraRuta);
+    vinnbaraRuta->setChecked(true);
+}
+
+bool Spelhjalp::BaraVinnbara() const {
+    return vinnbaraRuta->isChecked();
+}
+
+void Spelhjalp::MenusBeginning() {
+    bool spel = vy->Spel() != nullptr && !givSok;
+    for (QAction* item : {tipsItem, slutforItem, fragaItem})
+        item->setEnabled(spel);
+    tipsItem->setText(vantar == Fraga::Tips ? QStringLiteral("Hint (searching...)")
+                                            : QStringLiteral("Hint"));
+    slutforItem->setText(Slutfors() || vantar == Fraga::Slutfor
+                             ? QStringLiteral("Finish (under way...)")
+                             : QStringLiteral("Finish"));
+    fragaItem->setText(vantar == Fraga::KanVinnas
+                           ? QStringLiteral("Can This Deal Be Won? (searching...)")
+                           : QStringLiteral("Can This Deal Be Won?"));
+}
+
+void Spelhjalp::Stall(Fraga fraga) {
+    Patiens* spel = vy->Spel();
+    vantar = fraga;
+    ++serie;
+    trad.Fraga(serie * 8 + static_cast<int>(fraga), spel->Regler(), spel->Tabell(),
+               SpelarGranser());
+    MenusBeginning();
+}
+
+bool Spelhjalp::KandHar(const SpelBord& bord) const {
+    return kandBord != nullptr && kandBord->Lika(bord);
+}
+
+void Spelhjalp::Tips() {
+    if (vy->Spel() == nullptr)
+        return;
+    if (KandHar(vy->Spel()->Tabell())) {
+        VisaTips();
+        return;
+    }
+    // The game's own first choice at once; the solution's move when the search has one.
+    VisaGissning(QStringLiteral("Hint (a guess while the search goes on): "));
+    Stall(Fraga::Tips);
+}
+
+void Spelhjalp::KanVinnas() {
+    if (vy->Spel() == nullptr)
+        return;
+    if (KandHar(vy->Spel()->Tabell())) {
+        VisaSvar();
+        return;
+    }
+    notis->Visa(QStringLiteral("Searching this deal..."));
+    Stall(Fraga::KanVinnas);
+}
+
+void Spelhjalp::Slutfor() {
+    if (vy->Spel() == nullptr || Slutfors())
+        return;
+    if (KandHar(vy->Spel()->Tabell()) && kand.utfall == Utfall::Vinnbar) {
+        BorjaSlutfora(kand.drag);
+        return;
+    }
+    if (KandHar(vy->Spel()->Tabell())) {
+        VisaSvar();
+        return;
+    }
+    notis->Visa(QStringLiteral("Searching for a way to finish..."));
+    Stall(Fraga::Slutfor);
+}
+
+QString Spelhjalp::DragText(const SpelBord& fore, const Drag& drag) const {
+    return QString::fromStdString(DragIOrd(vy->Spel()->Regler(), fore, drag));
+}
+
+std::vector<QRect> Spelhjalp::Ramar(const Drag& drag) const {
+    const std::vector<Lucka>& luckor = vy->Spel()->Luckor();
+    auto pos = [&](int i) {
+        return i >= 0 && i < static_cast<int>(luckor.size()) ? ToQRect(luckor[i].GePos()) : QRect();
+    };
+    std::vector<QRect> ramar;
+    switch (drag.slag) {
+    case DragSlag::Kort:
+        ramar = {pos(drag.fran), pos(drag.till)};
+        break;
+    case DragSlag::Rad: {
+        QRect kallan;
+        for (int i = drag.fran; i < drag.fran + drag.antal; ++i)
+            kallan |= pos(i);
+        ramar = {kallan, pos(drag.andra >= 0 ? drag.andra : drag.till)};
+        break;
+    }
+    case DragSlag::Par:
+        ramar = {pos(drag.fran), pos(drag.andra)};
+        break;
+    case DragSlag::Knapp:
+    case DragSlag::NyttForsok:
+        if (std::optional<Gest> gest = vy->Spel()->GestFor(drag)) {
+            QPoint p = ToQPoint(gest->fran);
+            ramar = {QRect(p - QPoint(20, 20), QSize(40, 40))};
+        }
+        break;
+    }
+    std::erase_if(ramar, [](const QRect& r) { return r.isEmpty(); });
+    return ramar;
+}
+
+void Spelhjalp::VisaTips() {
+    senasteTips.reset();
+    Patiens* spel = vy->Spel();
+    const SpelBord& bord = spel->Tabell();
+    if (kand.utfall == Utfall::Ovinnbar) {
+        notis->Visa(QStringLiteral("This deal can no longer be won from here. Undo may help."), {},
+                    kBeskedTid);
+        return;
+    }
+    if (kand.utfall == Utfall::Vinnbar && !kand.drag.empty()) {
+        const Drag& d = kand.drag.front();
+        senasteTips = d;
+        notis->Visa(QStringLiteral("Hint: ") + DragText(bord, d), Ramar(d), kTipsTid);
+        return;
+    }
+    VisaGissning(QStringLiteral("Hint (a guess, no solution was found): "));
+}
+
+void Spelhjalp::VisaGissning(const QString& forklaring) {
+    senasteTips.reset();
+    const SpelRegler& regler = vy->Spel()->Regler();
+    const SpelBord& bord = vy->Spel()->Tabell();
+    std::vector<Drag> dragen = regler.LagligaDrag(bord);
+    const SokKunskap& kunskap = regler.Kunskap();
+    kunskap.Ordna(bord, dragen);
+    std::erase_if(dragen, [&](const Drag& d) { return !kunskap.Sokbart(d); });
+    if (dragen.empty()) {
+        notis->Visa(QStringLiteral("No move is left to hint at."), {}, kBeskedTid);
+        return;
+    }
+    senasteTips = dragen.front();
+    notis->Visa(forklaring + DragText(bord, dragen.front()), Ramar(dragen.front()), kTipsTid);
+}
+
+void Spelhjalp::VisaSvar() {
+    switch (kand.utfall) {
+    case Utfall::Vinnbar:
+        notis->Visa(QStringLiteral("Yes, in %1 moves").arg(kand.drag.size()), {}, kBeskedTid);
+        break;
+    case Utfall::Ovinnbar:
+        notis->Visa(QStringLiteral("No"), {}, kBeskedTid);
+        break;
+    case Utfall::Okant:
+        notis->Visa(QStringLiteral("Not known after %1 positions").arg(kand.lagen), {}, kBeskedTid);
+        break;
+    }
+}
+
+void Spelhjalp::Besvara(int id, const SokSvar& svar) {
+    Fraga fraga = static_cast<Fraga>(id % 8);
+    if (id / 8 != serie || fraga != vantar)
+        return;
+    vantar = Fraga::Ingen;
+    if (fraga == Fraga::Giv && givSok) {
+        MenusBeginning();
+        if (svar.utfall == Utfall::Vinnbar)
+            givSok->giv.hittad = true;
+        ProvaNastaGiv();
+        return;
+    }
+    if (vy->Spel() == nullptr)
+        return;
+    const SpelBord& bord = vy->Spel()->Tabell();
+    if (fraga == Fraga::Koll) {
+        std::unique_ptr<SpelBord> fore = std::move(kollFore);
+        if (koll == nullptr || !koll->Lika(bord))
+            return;
+        kandBord = std::move(koll);
+        kand = svar;
+        if (senasteBord != nullptr && senasteBord->Lika(bord))
+            senasteUtfall = svar.utfall;
+        if (svar.utfall == Utfall::Ovinnbar && fore != nullptr) {
+            QString dragText = QStringLiteral("The last move");
+            const SpelRegler& regler = vy->Spel()->Regler();
+            for (const Drag& d : regler.LagligaDrag(*fore))
+                if (Efter(regler, *fore, d)->Lika(bord)) {
+                    dragText = QStringLiteral("The move ") + DragText(*fore, d);
+                    break;
+                }
+            notis->Visa(dragText + QStringLiteral(" lost this deal: it can no longer be won. "
+                                                  "Undo may help."));
+        }
+        MenusBeginning();
+        return;
+    }
+    kandBord = bord.Kopia();
+    kand = svar;
+    if (senasteBord != nullptr && senasteBord->Lika(bord))
+        senasteUtfall = svar.utfall;
+    notis->Rensa();
+    if (fraga == Fraga::Tips)
+        VisaTips();
+    else if (fraga == Fraga::KanVinnas)
+        VisaSvar();
+    else if (fraga == Fraga::Slutfor && svar.utfall == Utfall::Vinnbar)
+        BorjaSlutfora(svar.drag);
+    else if (fraga == Fraga::Slutfor)
+        VisaSvar();
+    MenusBeginning();
+}
+
+void Spelhjalp::EfterDrag() {
+    Patiens* spel = vy->Spel();
+    if (spel == nullptr || givSok)
+        return;
+    const SpelBord& bord = spel->Tabell();
+    if (senasteBord != nullptr && senasteBord->Lika(bord))
+        return;
+    const SpelRegler& regler = spel->Regler();
+    // A known solution stays known along its own moves.
+    if (kandBord != nullptr && !kandBord->Lika(bord)) {
+        if (kand.utfall == Utfall::Vinnbar && !kand.drag.empty() &&
+            Efter(regler, *kandBord, kand.drag.front())->Lika(bord)) {
+            kandBord = bord.Kopia();
+            kand.drag.erase(kand.drag.begin());
+        } else {
+            kandBord.reset();
+        }
+    }
+    std::unique_ptr<SpelBord> fore = std::exchange(senasteBord, bord.Kopia());
+    std::optional<Utfall> foreUtfall = std::exchange(senasteUtfall, std::nullopt);
+    if (KandHar(bord))
+        senasteUtfall = kand.utfall;
+    if (vantar != Fraga::Ingen && vantar != Fraga::Koll && !Slutfors()) {
+        // What was asked about the table before is no answer for this one.
+        trad.Avbryt();
+        vantar = Fraga::Ingen;
+        notis->Rensa();
+    }
+    if (notis->Ramar().empty() && !notis->Text().isEmpty() && vantar == Fraga::Ingen)
+        notis->Rensa();
+    if (Slutfors() || egnaGester)
+        return;
+    if (sjalvRuta->isChecked())
+        if (std::optional<std::vector<Drag>> hem = HemDrag()) {
+            BorjaSlutfora(std::move(*hem));
+            return;
+        }
+    if (!forlorasRuta->isChecked() || senasteUtfall)
+        return;
+    // Only a table known to be winnable can be lost by the move from it.
+    kollFore = foreUtfall == Utfall::Vinnbar ? std::move(fore) : nullptr;
+    koll = bord.Kopia();
+    Stall(Fraga::Koll);
+}
+
+std::optional<std::vector<Drag>> Spelhjalp::HemDrag() const {
+    const SpelRegler& regler = vy->Spel()->Regler();
+    auto bord = vy->Spel()->Tabell().Kopia();
+    if (regler.KlarSpel(*bord))
+        return std::nullopt;
+    std::vector<Drag> hem;
+    // Only moves that change what the hiscore counts: a card put on its foundation.
+    for (int steg = 0; steg < 104; ++steg) {
+        int kort = regler.Resultat(*bord).kort;
+        std::optional<Drag> nasta;
+        for (const Drag& d : regler.LagligaDrag(*bord)) {
+            if (d.slag != DragSlag::Kort)
+                continue;
+            auto efter = Efter(regler, *bord, d);
+            if (regler.Resultat(*efter).kort != kort &&
+                efter->luckor.size() == bord->luckor.size()) {
+                nasta = d;
+                bord = std::move(efter);
+                break;
+            }
+        }
+        if (!nasta)
+            return std::nullopt;
+        hem.push_back(*nasta);
+        if (regler.KlarSpel(*bord))
+            return hem;
+    }
+    return std::nullopt;
+}
+
+void Spelhjalp::BorjaSlutfora(std::vector<Drag> dragen) {
+    slutDrag.assign(dragen.begin(), dragen.end());
+    notis->Rensa();
+    MenusBeginning();
+    QTimer::singleShot(0, this, [this] { NastaSlutDrag(); });
+}
+
+void Spelhjalp::NastaSlutDrag() {
+    Patiens* spel = vy->Spel();
+    if (slutDrag.empty() || spel == nullptr) {
+        SlutaSlutfora();
+        return;
+    }
+    if (vy->Arbetar() || vy->GestPagar()) {
+        QTimer::singleShot(50, this, [this] { NastaSlutDrag(); });
+        return;
+    }
+    Drag d = slutDrag.front();
+    slutDrag.pop_front();
+    std::optional<Gest> gest = spel->GestFor(d);
+    if (!gest) {
+        SlutaSlutfora();
+        return;
+    }
+    egnaGester = true;
+    Mus(vy, QEvent::MouseButtonPress, gest->fran);
+    if (!gest->klick) {
+        Mus(vy, QEvent::MouseMove, gest->fran + BPoint(12, 12));
+        Mus(vy, QEvent::MouseMove, gest->till);
+    }
+    Mus(vy, QEvent::MouseButtonRelease, gest->klick ? gest->fran : gest->till);
+    egnaGester = false;
+    if (slutDrag.empty())
+        SlutaSlutfora();
+    else
+        QTimer::singleShot(vy->Spel() != nullptr && vy->Spel()->animera ? 120 : 0, this,
+                           [this] { NastaSlutDrag(); });
+}
+
+void Spelhjalp::SlutaSlutfora() {
+    slutDrag.clear();
+    MenusBeginning();
+}
+
+bool Spelhjalp::eventFilter(QObject* mal, QEvent* e) {
+    // Any click or key of the player's stops a finish.
+    if (Slutfors() && !egnaGester &&
+        (e->type() == QEvent::MouseButtonPress || e->type() == QEvent::KeyPress)) {
+        auto* widget = qobject_cast<QWidget*>(mal);
+        if (widget != nullptr && widget->window() == vy->window()) {
+            SlutaSlutfora();
+            notis->Visa(QStringLiteral("Finish stopped."), {}, kTipsTid);
+        }
+    }
+    return false;
+}
+
+void Spelhjalp::SpeletSlut() {
+    trad.Avbryt();
+    vantar = Fraga::Ingen;
+    givSok.reset();
+    slutDrag.clear();
+    kandBord.reset();
+    senasteBord.reset();
+    senasteUtfall.reset();
+    koll.reset();
+    kollFore.reset();
+    notis->Rensa();
+    vy->setEnabled(true);
+}
+
+void Spelhjalp::SokVinnbarGiv(int spel, std::function<void()> dela) {
+    SpeletSlut();
+    givSok = GivSok{spel,
+                    static_cast<unsigned>(std::rand()),
+                    {},
+                    std::chrono::steady_clock::now() + kVinnbarTid,
+                    std::move(dela)};
+    vy->setEnabled(false);
+    MenusBeginning();
+    ProvaNastaGiv();
+}
+
+void Spelhjalp::ProvaNastaGiv() {
+    GivSok& sok = *givSok;
+    bool slut =
+        sok.giv.hittad || (sok.giv.forsok > 0 && (sok.giv.forsok >= kVinnbarForsok ||
+                                                  std::chrono::steady_clock::now() >= sok.slut));
+    if (slut) {
+        GivSok klar = std::move(sok);
+        givSok.reset();
+        vy->setEnabled(true);
+        std::srand(klar.giv.fro);
+        klar.dela();
+        EfterDrag();
+        notis->Visa(QString::fromStdString(VinnbarText(klar.spel, klar.giv)), {}, kBeskedTid);
+        MenusBeginning();
+        return;
+    }
+    sok.giv.fro = VinnbarFro(sok.bas, sok.giv.forsok++);
+    notis->Visa(
+        QStringLiteral("Looking for a deal that can be won (deal %1)...").arg(sok.giv.forsok));
+    auto bord = GivFor(sok.spel, sok.giv.fro);
+    vantar = Fraga::Giv;
+    ++serie;
+    trad.Fraga(serie * 8 + static_cast<int>(Fraga::Giv), *ReglerFor(sok.spel), *bord,
+               VinnbarGranser());
+}

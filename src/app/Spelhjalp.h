@@ -1,0 +1,140 @@
+#pragma once
+
+#include "app/LosKommando.h"
+#include "app/LosarTrad.h"
+#include "solver/Losare.h"
+
+#include <QObject>
+#include <QTimer>
+#include <QWidget>
+
+#include <chrono>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+class AttributeStore;
+class FjolkView;
+class Patiens;
+class QAction;
+class QCheckBox;
+class QMenu;
+class WelcomeView;
+
+// A quiet line over the table, and the cards a hint names outlined for a moment. It takes
+// no input: the table under it plays on.
+class Bordsnotis : public QWidget {
+public:
+    explicit Bordsnotis(FjolkView* vy);
+
+    // Shows `text` and `ramar` (view units) for `ms` milliseconds; 0: until the next one.
+    void Visa(const QString& text, std::vector<QRect> ramar = {}, int ms = 0);
+    void Rensa();
+    const QString& Text() const { return text; }
+    const std::vector<QRect>& Ramar() const { return ramar; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    bool eventFilter(QObject* mal, QEvent* event) override;
+
+private:
+    QString text;
+    std::vector<QRect> ramar;
+    QTimer klocka;
+};
+
+// The solver in the player's hands: Hint, Finish and "Can This Deal Be Won?" in the Game
+// menu, and the options Winnable Deals Only, Finish by Itself and Tell Me When the Deal Is
+// Lost. Every search runs on the solver's thread; the window never waits for one.
+class Spelhjalp : public QObject {
+public:
+    Spelhjalp(QWidget* fonster, FjolkView* vy, WelcomeView* valkomst, AttributeStore& store,
+              QMenu* spelMeny);
+    ~Spelhjalp() override;
+
+    QAction* tipsItem = nullptr;
+    QAction* slutforItem = nullptr;
+    QAction* fragaItem = nullptr;
+    QCheckBox* vinnbaraRuta = nullptr;
+    QCheckBox* sjalvRuta = nullptr;
+    QCheckBox* forlorasRuta = nullptr;
+    Bordsnotis* notis = nullptr;
+
+    void Tips();
+    void Slutfor();
+    void KanVinnas();
+    // The table may have changed: a move, an undo, a new deal.
+    void EfterDrag();
+    // The game is closed or the program quits: every search ends.
+    void SpeletSlut();
+    // "Reset to default": the options off and forgotten.
+    void Aterstall();
+    // --winnable-only: the option on for this run, not stored.
+    void BaraVinnbaraForKorningen();
+    bool BaraVinnbara() const;
+    // Winnable Deals Only: tries game `spel`'s deals on the solver's thread, then seeds the
+    // random numbers with the one to play and calls `dela`, which deals it.
+    void SokVinnbarGiv(int spel, std::function<void()> dela);
+    void MenusBeginning();
+    bool Soker() const { return vantar != Fraga::Ingen; }
+    bool Slutfors() const { return !slutDrag.empty(); }
+    LosarTrad& Trad() { return trad; }
+    // The move the last hint named, while it is shown.
+    const std::optional<Drag>& SenasteTips() const { return senasteTips; }
+    // The verdict on the table as it is now, when known.
+    std::optional<Utfall> Utfallet() const { return senasteUtfall; }
+
+    // How long a hint, a finish or a question searches at most.
+    static SokGranser SpelarGranser();
+
+protected:
+    bool eventFilter(QObject* mal, QEvent* event) override;
+
+private:
+    enum class Fraga { Ingen, Tips, Slutfor, KanVinnas, Koll, Giv };
+    void Besvara(int id, const SokSvar& svar);
+    void Stall(Fraga fraga);
+    bool KandHar(const SpelBord& bord) const;
+    void VisaTips();
+    void VisaGissning(const QString& forklaring);
+    void VisaSvar();
+    void BorjaSlutfora(std::vector<Drag> dragen);
+    void NastaSlutDrag();
+    void SlutaSlutfora();
+    void ProvaNastaGiv();
+    std::optional<std::vector<Drag>> HemDrag() const;
+    std::vector<QRect> Ramar(const Drag& drag) const;
+    QString DragText(const SpelBord& fore, const Drag& drag) const;
+    void Spara(const char* namn, bool pa);
+
+    FjolkView* vy;
+    WelcomeView* valkomst;
+    AttributeStore& store;
+    LosarTrad trad;
+    Fraga vantar = Fraga::Ingen;
+    int serie = 0;
+
+    // The verdict on the table it was searched for, moved along its moves as they are made.
+    std::unique_ptr<SpelBord> kandBord;
+    SokSvar kand;
+    // The table last seen and its verdict when known, for telling when a deal is lost.
+    std::unique_ptr<SpelBord> senasteBord;
+    std::optional<Utfall> senasteUtfall;
+    std::unique_ptr<SpelBord> koll;
+    std::unique_ptr<SpelBord> kollFore;
+
+    std::optional<Drag> senasteTips;
+    std::deque<Drag> slutDrag;
+    bool egnaGester = false;
+
+    struct GivSok {
+        int spel = 0;
+        unsigned bas = 0;
+        VinnbarGiv giv;
+        std::chrono::steady_clock::time_point slut;
+        std::function<void()> dela;
+    };
+    std::optional<GivSok> givSok;
+};

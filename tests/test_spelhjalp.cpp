@@ -1,0 +1,417 @@
+#include "app/FjolkApp.h"
+#include "app/FjolkView.h"
+#include "app/FjolkWin.h"
+#include "app/LosKommando.h"
+#include "app/Spelhjalp.h"
+#include "cards/Hiscore.h"
+#include "games/Spelfabrik.h"
+#include "platform/Meddelande.h"
+#include "support/Gester.h"
+#include "welcome/WelcomeView.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <atomic>
+#include <cstdlib>
+#include <memory>
+#include <thread>
+
+namespace {
+
+constexpr int kVanta = 60000;
+
+void Behandla() {
+    for (int i = 0; i < 3; ++i) {
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+    }
+}
+
+// One run of the program on its own data folder, cards moving at once.
+struct Korning {
+    QTemporaryDir dir;
+    std::unique_ptr<FjolkWin> win;
+
+    Korning() {
+        AttributeStore::SetDataDirectory(dir.path().toStdString());
+        win = std::make_unique<FjolkWin>(BRect(0, 0, 800, 600), AttributeStore::Program());
+        win->ValkomstVy()->animeringsRuta->setChecked(false);
+        win->ValkomstVy()->spelarFalt->setText(QStringLiteral("Spelare"));
+        Behandla();
+    }
+    Spelhjalp& Hjalp() { return *win->Hjalp(); }
+    FjolkView& Vy() { return *win->SpelVy(); }
+    Patiens& Spel() { return *win->SpelVy()->Spel(); }
+    void Posta(type_code what) {
+        QCoreApplication::postEvent(win.get(), new Meddelande(what));
+        Behandla();
+    }
+    // Game `spel` dealt with random numbers seeded by `fro`.
+    void Starta(int spel, unsigned fro) {
+        std::srand(fro);
+        win->InitSpel(spel, TitelNamn(spel));
+        win->SpelVy()->TaEmotSpel(
+            [&] { return SkapaSpel(spel, win->SpelVy(), win->SpelVy()->Bounds(), false); });
+        win->MenusBeginning();
+        Behandla();
+    }
+    void Gor(const Drag& d) {
+        std::optional<Gest> gest = Spel().GestFor(d);
+        QVERIFY2(gest.has_value(), Beskriv(d).c_str());
+        GorGest(Vy(), *gest);
+        Behandla();
+    }
+    void VantaPaSvar() { QTRY_VERIFY_WITH_TIMEOUT(!Hjalp().Soker(), kVanta); }
+    HighScoreTable Forsta(int spel) {
+        HiscoreLista tabell{};
+        std::string namn = "FJOLK:Spel" + std::to_string(spel);
+        AttributeStore::Program().ReadAttr(namn.c_str(), B_RAW_TYPE, 0, tabell.data(),
+                                           sizeof tabell);
+        return tabell[0];
+    }
+};
+
+bool Listat(const SpelRegler& regler, const SpelBord& bord, const Drag& drag) {
+    for (const Drag& d : regler.LagligaDrag(bord))
+        if (d == drag)
+            return true;
+    return false;
+}
+
+std::unique_ptr<SpelBord> Efter(const SpelRegler& regler, const SpelBord& bord, const Drag& d) {
+    auto efter = bord.Kopia();
+    regler.GorDrag(*efter, d, nullptr);
+    regler.KlarSpel(*efter);
+    return efter;
+}
+
+// The cards of a table, slot by slot (the window lays the slots out where the view has room).
+std::string Korten(const SpelBord& bord) {
+    std::string kort;
+    for (const Lucka& l : bord.luckor)
+        kort += KortKod(l);
+    return kort;
+}
+
+// A winnable deal of game `spel`.
+unsigned VinnbarFroFor(int spel) {
+    VinnbarGiv giv = HittaVinnbarGiv(spel, 1);
+    return giv.fro;
+}
+
+} // namespace
+
+class TestSpelhjalp : public QObject {
+    Q_OBJECT
+
+private slots:
+    void menyernasNyaItemsKraverEttSpel() {
+        Korning k;
+        k.win->MenusBeginning();
+        Spelhjalp& h = k.Hjalp();
+        QVERIFY(!h.tipsItem->isEnabled());
+        QVERIFY(!h.slutforItem->isEnabled());
+        QVERIFY(!h.fragaItem->isEnabled());
+        QCOMPARE(h.tipsItem->shortcut(), QKeySequence(Qt::Key_H));
+        k.Starta(3, 1);
+        QVERIFY(h.tipsItem->isEnabled());
+        QVERIFY(h.slutforItem->isEnabled());
+        QVERIFY(h.fragaItem->isEnabled());
+    }
+
+    void hSkriverHINamnfaltet() {
+        Korning k;
+        QLineEdit* falt = k.win->ValkomstVy()->spelarFalt;
+        falt->clear();
+        k.win->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(k.win.get()));
+        falt->setFocus();
+        QTest::keyClicks(falt, QStringLiteral("Hugo"));
+        QCOMPARE(falt->text(), QStringLiteral("Hugo"));
+    }
+
+    void alternativenArAvTillsDeSlasPaOchAterstallsAv() {
+        {
+            Korning k;
+            Spelhjalp& h = k.Hjalp();
+            QVERIFY(!h.vinnbaraRuta->isChecked());
+            QVERIFY(!h.sjalvRuta->isChecked());
+            QVERIFY(!h.forlorasRuta->isChecked());
+            h.vinnbaraRuta->setChecked(true);
+            h.forlorasRuta->setChecked(true);
+            char pa = 0;
+            QCOMPARE(
+                AttributeStore::Program().ReadAttr("FJOLK:BaraVinnbara", B_BOOL_TYPE, 0, &pa, 1),
+                ssize_t(1));
+            QCOMPARE(pa, char(1));
+            std::unique_ptr<FjolkWin> igen =
+                std::make_unique<FjolkWin>(BRect(0, 0, 800, 600), AttributeStore::Program());
+            QVERIFY(igen->Hjalp()->vinnbaraRuta->isChecked());
+            QVERIFY(!igen->Hjalp()->sjalvRuta->isChecked());
+            QVERIFY(igen->Hjalp()->forlorasRuta->isChecked());
+            k.Posta(kAterstall);
+            QVERIFY(!h.vinnbaraRuta->isChecked());
+            QVERIFY(!h.forlorasRuta->isChecked());
+            QVERIFY(AttributeStore::Program().ReadAttr("FJOLK:BaraVinnbara", B_BOOL_TYPE, 0, &pa,
+                                                       1) != 1);
+        }
+    }
+
+    // In every game: the hint is a move the rules list, and from a winnable table the table
+    // after it can still be won.
+    void tipsetArEttListatDragSomHallerBordetVinnbart() {
+        for (int spel = 0; spel < kAntalSpel; ++spel) {
+            Korning k;
+            k.Starta(spel, VinnbarFroFor(spel));
+            const SpelRegler& regler = k.Spel().Regler();
+            auto fore = k.Spel().Tabell().Kopia();
+            SokSvar svar = Los(regler, *fore, Spelhjalp::SpelarGranser());
+            k.Hjalp().Tips();
+            k.VantaPaSvar();
+            if (svar.utfall == Utfall::Ovinnbar) {
+                QVERIFY(!k.Hjalp().SenasteTips().has_value());
+                continue;
+            }
+            QVERIFY2(k.Hjalp().SenasteTips().has_value(), SpelNamn(spel));
+            const Drag& tips = *k.Hjalp().SenasteTips();
+            QVERIFY2(Listat(regler, *fore, tips), SpelNamn(spel));
+            // Nothing moved.
+            QVERIFY(k.Spel().Tabell().Lika(*fore));
+            if (svar.utfall == Utfall::Vinnbar) {
+                QVERIFY2(k.Hjalp().notis->Text().startsWith(QStringLiteral("Hint: ")),
+                         qPrintable(k.Hjalp().notis->Text()));
+                QVERIFY(!k.Hjalp().notis->Ramar().empty());
+                QCOMPARE(
+                    Los(regler, *Efter(regler, *fore, tips), Spelhjalp::SpelarGranser()).utfall,
+                    Utfall::Vinnbar);
+            }
+        }
+    }
+
+    void tipsPaEttForloratBordSagerDet() {
+        Korning k;
+        // Black hole: a deal the solver proves cannot be won.
+        unsigned fro = 1;
+        while (Los(*ReglerFor(10), *GivFor(10, fro)).utfall != Utfall::Ovinnbar)
+            ++fro;
+        k.Starta(10, fro);
+        k.Hjalp().Tips();
+        k.VantaPaSvar();
+        QCOMPARE(k.Hjalp().notis->Text(),
+                 QStringLiteral("This deal can no longer be won from here. Undo may help."));
+        QVERIFY(!k.Hjalp().SenasteTips().has_value());
+        k.Hjalp().KanVinnas();
+        QCOMPARE(k.Hjalp().notis->Text(), QStringLiteral("No"));
+    }
+
+    void kanVinnasSvararMedDragen() {
+        Korning k;
+        k.Starta(3, VinnbarFroFor(3));
+        SokSvar svar = Los(k.Spel().Regler(), k.Spel().Tabell(), Spelhjalp::SpelarGranser());
+        QCOMPARE(svar.utfall, Utfall::Vinnbar);
+        k.Hjalp().KanVinnas();
+        k.VantaPaSvar();
+        QCOMPARE(k.Hjalp().notis->Text(), QStringLiteral("Yes, in %1 moves").arg(svar.drag.size()));
+    }
+
+    void vinnbaraGivarKanVinnasOchFoljerFrot() {
+        for (int spel : {3, 8, 10}) {
+            VinnbarGiv a = HittaVinnbarGiv(spel, 77);
+            VinnbarGiv b = HittaVinnbarGiv(spel, 77);
+            QVERIFY(a.hittad);
+            QCOMPARE(a.fro, b.fro);
+            QCOMPARE(a.forsok, b.forsok);
+            QCOMPARE(a.fro, VinnbarFro(77, a.forsok - 1));
+            QCOMPARE(Los(*ReglerFor(spel), *GivFor(spel, a.fro), VinnbarGranser()).utfall,
+                     Utfall::Vinnbar);
+            // Every deal tried before it could not be proven winnable.
+            for (int i = 0; i + 1 < a.forsok; ++i)
+                QVERIFY(Los(*ReglerFor(spel), *GivFor(spel, VinnbarFro(77, i)), VinnbarGranser())
+                            .utfall != Utfall::Vinnbar);
+        }
+    }
+
+    void fonstretGerDenVinnbaraGivenOchSagerHurMangaSomProvades() {
+        for (int runda = 0; runda < 2; ++runda) {
+            Korning k;
+            k.Hjalp().vinnbaraRuta->setChecked(true);
+            k.win->show();
+            QVERIFY(QTest::qWaitForWindowExposed(k.win.get()));
+            std::srand(4242);
+            unsigned bas = static_cast<unsigned>(std::rand());
+            VinnbarGiv giv = HittaVinnbarGiv(10, bas);
+            QVERIFY(giv.hittad);
+            std::srand(4242);
+            k.Posta(kStartaSpel0 + 10);
+            QTRY_VERIFY_WITH_TIMEOUT(k.Vy().Spel() != nullptr, kVanta);
+            QCOMPARE(Korten(k.Spel().Tabell()), Korten(*GivFor(10, giv.fro)));
+            QCOMPARE(k.Hjalp().notis->Text(), QString::fromStdString(VinnbarText(10, giv)));
+        }
+    }
+
+    // Finish plays the solution through the play view as the player's own moves: the same
+    // hiscore entry as the same moves made by hand.
+    void slutforVinnerMedSammaPostSomForHand() {
+        const int spel = 3;
+        unsigned fro = VinnbarFroFor(spel);
+        SokSvar svar = Los(*ReglerFor(spel), *GivFor(spel, fro), Spelhjalp::SpelarGranser());
+        QCOMPARE(svar.utfall, Utfall::Vinnbar);
+
+        HighScoreTable forHand{};
+        {
+            Korning k;
+            k.Starta(spel, fro);
+            for (const Drag& d : svar.drag)
+                k.Gor(d);
+            Behandla();
+            forHand = k.Forsta(spel);
+            for (QMessageBox* box : k.win->findChildren<QMessageBox*>())
+                box->close();
+        }
+        Korning k;
+        k.Starta(spel, fro);
+        k.Hjalp().Slutfor();
+        QTRY_VERIFY_WITH_TIMEOUT(!k.Hjalp().Soker() && !k.Hjalp().Slutfors(), kVanta);
+        Behandla();
+        HighScoreTable slutford = k.Forsta(spel);
+        QCOMPARE(QByteArray(slutford.namn), QByteArray("Spelare"));
+        QCOMPARE(QByteArray(slutford.namn), QByteArray(forHand.namn));
+        QCOMPARE(slutford.kort, forHand.kort);
+        QCOMPARE(slutford.giv, forHand.giv);
+        QCOMPARE(slutford.angra, forHand.angra);
+        QVERIFY(k.win->HiInfo() != nullptr);
+    }
+
+    // With "Finish by Itself" on, once every card left can go home the game plays them there:
+    // the player makes only the first moves of a solution.
+    void slutforSjalvSpelarHemKortenNarInteAnnatBehovs() {
+        const int spel = 8;
+        unsigned fro = VinnbarFroFor(spel);
+        const SpelRegler& regler = *ReglerFor(spel);
+        auto vunnet = GivFor(spel, fro);
+        SokSvar svar = Los(regler, *vunnet, Spelhjalp::SpelarGranser());
+        QCOMPARE(svar.utfall, Utfall::Vinnbar);
+        for (const Drag& d : svar.drag)
+            regler.GorDrag(*vunnet, d, nullptr);
+        QVERIFY(regler.KlarSpel(*vunnet));
+
+        Korning k;
+        k.Hjalp().sjalvRuta->setChecked(true);
+        k.Starta(spel, fro);
+        std::size_t gjorda = 0;
+        while (!k.Hjalp().Slutfors() && gjorda < svar.drag.size())
+            k.Gor(svar.drag[gjorda++]);
+        QVERIFY(k.Hjalp().Slutfors());
+        QVERIFY2(gjorda < svar.drag.size(), qPrintable(QString::number(gjorda)));
+        QTRY_VERIFY_WITH_TIMEOUT(!k.Hjalp().Slutfors(), kVanta);
+        Behandla();
+        QVERIFY(k.win->HiInfo() != nullptr);
+        QCOMPARE(static_cast<int>(k.Forsta(spel).kort), regler.Resultat(*vunnet).kort);
+    }
+
+    void enTryckningStopparSlutfor() {
+        Korning k;
+        k.win->ValkomstVy()->animeringsRuta->setChecked(true);
+        k.Posta(kAnimering);
+        k.Starta(3, VinnbarFroFor(3));
+        k.Hjalp().Slutfor();
+        QTRY_VERIFY_WITH_TIMEOUT(k.Hjalp().Slutfors(), kVanta);
+        QTest::mousePress(&k.Vy(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
+        QTest::mouseRelease(&k.Vy(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
+        QVERIFY(!k.Hjalp().Slutfors());
+        QVERIFY(!k.Spel().KlarSpel());
+    }
+
+    // In games of each family: along the moves of a solution nothing is said; the move that
+    // loses the deal is named by the notice, and Undo takes the notice away.
+    void forloratSagsExaktPaDragetSomForlorade() {
+        int varnade = 0;
+        SokGranser snabb;
+        snabb.lagen = 20000;
+        // One game of each family whose solutions pass a table with a move that loses.
+        for (int spel : {0, 7, 8, 10}) {
+            unsigned fro = VinnbarFroFor(spel);
+            const SpelRegler& regler = *ReglerFor(spel);
+            auto bord = GivFor(spel, fro);
+            SokSvar svar = Los(regler, *bord, Spelhjalp::SpelarGranser());
+            QVERIFY(svar.utfall == Utfall::Vinnbar);
+            std::vector<Drag> vag;
+            std::optional<Drag> forlorar;
+            for (std::size_t steg = 0; steg < svar.drag.size() && steg < 30 && !forlorar; ++steg) {
+                for (const Drag& d : regler.LagligaDrag(*bord))
+                    if (regler.Kunskap().Sokbart(d) && !(d == svar.drag[steg]) &&
+                        Los(regler, *Efter(regler, *bord, d), snabb).utfall == Utfall::Ovinnbar) {
+                        forlorar = d;
+                        break;
+                    }
+                if (!forlorar) {
+                    vag.push_back(svar.drag[steg]);
+                    bord = Efter(regler, *bord, svar.drag[steg]);
+                }
+            }
+            QVERIFY2(forlorar.has_value(), SpelNamn(spel));
+            Korning k;
+            k.Hjalp().forlorasRuta->setChecked(true);
+            k.Starta(spel, fro);
+            k.VantaPaSvar();
+            for (const Drag& d : vag) {
+                k.Gor(d);
+                k.VantaPaSvar();
+                QVERIFY2(k.Hjalp().notis->Text().isEmpty(), qPrintable(k.Hjalp().notis->Text()));
+            }
+            QCOMPARE(k.Hjalp().Utfallet(), std::optional<Utfall>(Utfall::Vinnbar));
+            QString ord = QString::fromStdString(DragIOrd(regler, k.Spel().Tabell(), *forlorar));
+            k.Gor(*forlorar);
+            k.VantaPaSvar();
+            QCOMPARE(k.Hjalp().Utfallet(), std::optional<Utfall>(Utfall::Ovinnbar));
+            QCOMPARE(
+                k.Hjalp().notis->Text(),
+                QStringLiteral("The move ") + ord +
+                    QStringLiteral(" lost this deal: it can no longer be won. Undo may help."));
+            k.Posta(kAngra);
+            k.VantaPaSvar();
+            QVERIFY(k.Hjalp().notis->Text().isEmpty());
+            ++varnade;
+        }
+        QCOMPARE(varnade, 4);
+    }
+
+    void fonstretSvararMedanLosarenSoker() {
+        Korning k;
+        k.Starta(8, 1);
+        std::atomic<bool> inne{false};
+        std::atomic<bool> slapp{false};
+        k.Hjalp().Trad().SattTestKrok([&] {
+            inne = true;
+            while (!slapp)
+                std::this_thread::yield();
+        });
+        k.Hjalp().Tips();
+        QTRY_VERIFY_WITH_TIMEOUT(inne.load(), kVanta);
+        QVERIFY(k.Hjalp().Soker());
+        QCOMPARE(k.Hjalp().tipsItem->text(), QStringLiteral("Hint (searching...)"));
+        // Meanwhile the game's own first choice, said to be a guess.
+        QVERIFY2(k.Hjalp().notis->Text().startsWith(
+                     QStringLiteral("Hint (a guess while the search goes on): ")),
+                 qPrintable(k.Hjalp().notis->Text()));
+        QVERIFY(k.Hjalp().SenasteTips().has_value());
+        QVERIFY(Listat(k.Spel().Regler(), k.Spel().Tabell(), *k.Hjalp().SenasteTips()));
+        // The player moves on while the search is held: the move is made, the old question
+        // is dropped.
+        std::vector<Drag> dragen = k.Spel().Regler().LagligaDrag(k.Spel().Tabell());
+        QVERIFY(!dragen.empty());
+        auto fore = k.Spel().Tabell().Kopia();
+        k.Gor(dragen.front());
+        QVERIFY(!k.Spel().Tabell().Lika(*fore));
+        QVERIFY(!k.Hjalp().Soker());
+        slapp = true;
+    }
+};
+
+QTEST_MAIN(TestSpelhjalp)
+#include "test_spelhjalp.moc"
