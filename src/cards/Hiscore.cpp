@@ -249,15 +249,6 @@ Resultatpost NyResultatpost(int spelNr, const HiscoreResultat& resultat, int ang
 
 namespace {
 
-std::string Tidsstampel() {
-    std::time_t nu = std::time(nullptr);
-    std::tm lokal{};
-    localtime_r(&nu, &lokal);
-    char text[32];
-    std::strftime(text, sizeof text, "%Y%m%d-%H%M%S", &lokal);
-    return text;
-}
-
 std::string TypText(type_code typ) {
     std::string text;
     for (int i = 3; i >= 0; --i) {
@@ -270,9 +261,9 @@ std::string TypText(type_code typ) {
 // A stored value under the table's name that is not a table moves aside, to a free name.
 bool LaggUndan(HiscoreStore& store, const std::string& namn, type_code typ, size_t storlek,
                std::vector<std::string>* notiser) {
-    std::string undan = namn + ".damaged-" + Tidsstampel();
+    std::string undan = namn + ".damaged-" + TimeStamp();
     for (int n = 2; store.StatAttr(undan.c_str(), nullptr, nullptr); ++n)
-        undan = namn + ".damaged-" + Tidsstampel() + "-" + std::to_string(n);
+        undan = namn + ".damaged-" + TimeStamp() + "-" + std::to_string(n);
     if (store.RenameAttr(namn.c_str(), undan.c_str()) != B_OK)
         return false;
     if (notiser != nullptr)

@@ -57,15 +57,6 @@ constexpr const char* kImpossibleStatistics =
     " AND (won = 0) = (fastest_seconds = -1) AND (won = 0) = (fewest_undos = -1)"
     " AND fastest_seconds >= -1 AND fewest_undos >= -1)";
 
-std::string TimeStamp() {
-    std::time_t now = std::time(nullptr);
-    std::tm local{};
-    localtime_r(&now, &local);
-    char text[32];
-    std::strftime(text, sizeof text, "%Y%m%d-%H%M%S", &local);
-    return text;
-}
-
 bool MakeFolder(const std::string& folder) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
@@ -785,4 +776,13 @@ AttributeStore& AttributeStore::Program() {
             ConfiguredDataDirectory().empty() ? DefaultDataDirectory() : ConfiguredDataDirectory(),
             kShortWait);
     return *store;
+}
+
+std::string TimeStamp() {
+    std::time_t now = std::time(nullptr);
+    std::tm local{};
+    localtime_r(&now, &local);
+    char text[32];
+    std::strftime(text, sizeof text, "%Y%m%d-%H%M%S", &local);
+    return text;
 }

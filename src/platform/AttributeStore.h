@@ -54,6 +54,10 @@ struct StatisticsRow {
     bool operator==(const StatisticsRow&) const = default;
 };
 
+// The local time now as "YYYYMMDD-HHMMSS": the note of when a damaged store or table was
+// kept aside.
+std::string TimeStamp();
+
 // The program's persistent attributes (window frames, player name, hiscore tables), one row
 // per attribute in a SQLite database in the data folder. It answers like an attribute node:
 // `InitCheck` first, then reads and writes of whole values at offset 0.
