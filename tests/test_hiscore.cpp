@@ -32,16 +32,6 @@ bigtime_t StartFor(int mm, int ss) {
     return system_time() - (bigtime_t(mm) * 60 + ss) * kSekund - kSekund / 2;
 }
 
-std::time_t Datum(int dag, int manad, int ar) {
-    std::tm tm{};
-    tm.tm_mday = dag;
-    tm.tm_mon = manad - 1;
-    tm.tm_year = ar - 1900;
-    tm.tm_hour = 12;
-    tm.tm_isdst = -1;
-    return std::mktime(&tm);
-}
-
 HiscoreLista Full(const HighScoreTable& post) {
     HiscoreLista tabell;
     tabell.fill(post);

@@ -174,17 +174,6 @@ std::multiset<int> KortenPa(const SpelBord& bord) {
     return kort;
 }
 
-// What a listed move makes of a table; the random numbers a shuffle draws start from
-// `fro`, as they did for the gesture.
-std::unique_ptr<SpelBord> EfterDrag(const SpelRegler& regler, const SpelBord& fore,
-                                    const Drag& drag, unsigned fro) {
-    auto kopia = fore.Kopia();
-    std::srand(fro);
-    regler.GorDrag(*kopia, drag, nullptr);
-    regler.KlarSpel(*kopia);
-    return kopia;
-}
-
 struct Utfall {
     bool ok = true;
     std::string vad;

@@ -19,16 +19,6 @@ namespace {
 constexpr bigtime_t kSekund = 1000000;
 constexpr bigtime_t kKlockan = 5 * 3600 * kSekund;
 
-std::time_t Datum(int dag, int manad, int ar) {
-    std::tm tm{};
-    tm.tm_mday = dag;
-    tm.tm_mon = manad - 1;
-    tm.tm_year = ar - 1900;
-    tm.tm_hour = 12;
-    tm.tm_isdst = -1;
-    return std::mktime(&tm);
-}
-
 // Runs SQL on the store's file as another program would, outside the store.
 bool Sql(const QTemporaryDir& dir, const char* sql) {
     sqlite3* db = nullptr;

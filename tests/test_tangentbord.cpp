@@ -25,15 +25,6 @@
 
 namespace {
 
-std::unique_ptr<SpelBord> EfterDrag(const SpelRegler& regler, const SpelBord& fore,
-                                    const Drag& drag, unsigned fro) {
-    auto kopia = fore.Kopia();
-    std::srand(fro);
-    regler.GorDrag(*kopia, drag, nullptr);
-    regler.KlarSpel(*kopia);
-    return kopia;
-}
-
 QString PlanText(FjolkView& vy, const std::optional<TangentPlan>& plan) {
     if (!plan)
         return {};

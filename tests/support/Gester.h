@@ -1,8 +1,10 @@
 #pragma once
 
 #include "app/FjolkView.h"
+#include "cards/SpelRegler.h"
 #include "platform/Geometry.h"
 
+#include <cstdlib>
 #include <memory>
 #include <vector>
 
@@ -40,3 +42,14 @@ struct LuckaBild {
 };
 std::vector<LuckaBild> Bordet(const Patiens& spel);
 std::vector<LuckaBild> Bordet(const SpelBord& bord);
+
+// What a listed move makes of a table; the random numbers a shuffle draws start from
+// `fro`, as they did for the gesture.
+inline std::unique_ptr<SpelBord> EfterDrag(const SpelRegler& regler, const SpelBord& fore,
+                                           const Drag& drag, unsigned fro) {
+    auto kopia = fore.Kopia();
+    std::srand(fro);
+    regler.GorDrag(*kopia, drag, nullptr);
+    regler.KlarSpel(*kopia);
+    return kopia;
+}

@@ -3,6 +3,7 @@
 #include "cards/Hiscore.h"
 #include "platform/AttributeStore.h"
 
+#include <ctime>
 #include <string>
 
 // Passes everything on to the real store and notes what the procedure asked of it.
@@ -84,3 +85,14 @@ private:
     AttributeStore& lager;
     int djup = 0;
 };
+
+// Noon of a day in local time: a date a hiscore entry or a statistics row records.
+inline std::time_t Datum(int dag, int manad, int ar) {
+    std::tm tm{};
+    tm.tm_mday = dag;
+    tm.tm_mon = manad - 1;
+    tm.tm_year = ar - 1900;
+    tm.tm_hour = 12;
+    tm.tm_isdst = -1;
+    return std::mktime(&tm);
+}
