@@ -50,10 +50,6 @@ bool SokKunskap::Sokbart(const Drag& drag) const {
     return drag.slag != DragSlag::NyttForsok;
 }
 
-std::string SokKunskap::PlatsNamn(const SpelBord&, int lucka) const {
-    return "slot " + std::to_string(lucka);
-}
-
 std::string SokKunskap::KnappNamn() const {
     return "press the stock";
 }

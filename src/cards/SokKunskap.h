@@ -40,9 +40,6 @@ public:
     // outcome is not known in advance.
     virtual bool Sokbart(const Drag& drag) const;
 
-    // A slot in words for a move told to a player: "column 3", "free cell 1" (the default
-    // "slot 12").
-    virtual std::string PlatsNamn(const SpelBord& bord, int lucka) const;
     // What the game's button or stock does, in words.
     virtual std::string KnappNamn() const;
 };

@@ -186,13 +186,6 @@ public:
         for (std::size_t i = 0; i < dragen.size(); ++i)
             dragen[i] = ordnade[i].second;
     }
-    std::string PlatsNamn(const SpelBord& b, int i) const override {
-        if (ISolfjader(i))
-            return "fan " + std::to_string((i - kForstaSolfjader) / kPlatserPerSolfjader + 1);
-        if (i >= kForstaHal && i <= kSistaHal)
-            return "the hole";
-        return SokKunskap::PlatsNamn(b, i);
-    }
 };
 
 const SokKunskap& Kunskapen() {

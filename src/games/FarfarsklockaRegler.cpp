@@ -210,13 +210,6 @@ public:
         std::stable_sort(dragen.begin(), dragen.end(),
                          [&](const Drag& a, const Drag& b) { return rang(a) < rang(b); });
     }
-    std::string PlatsNamn(const SpelBord& b, int i) const override {
-        if (i >= kForstaKlocka && i <= kSistaKlocka)
-            return "clock pile " + std::to_string(i / kPlatserPerHog + 1);
-        if (i >= kForstaHog && i <= kSistaHog)
-            return "pile " + std::to_string((i - kForstaHog) / kPlatserPerHog + 1);
-        return SokKunskap::PlatsNamn(b, i);
-    }
 };
 
 const SokKunskap& Kunskapen() {

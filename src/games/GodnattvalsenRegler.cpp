@@ -239,13 +239,6 @@ public:
                 ordning.push_back(d);
         dragen = ordning;
     }
-    std::string PlatsNamn(const SpelBord& b, int i) const override {
-        if (IHogen(i))
-            return "pile " + std::to_string(i / kPerKolumn + 1);
-        if (IGrunden(i))
-            return "foundation " + std::to_string(i / kPerKolumn + 1);
-        return SokKunskap::PlatsNamn(b, i);
-    }
 };
 
 const SokKunskap& Kunskapen() {

@@ -620,20 +620,6 @@ public:
         });
     }
 
-    std::string PlatsNamn(const SpelBord& b, int i) const override {
-        const Plan& plan = *static_cast<const Stallning&>(b).plan;
-        auto nr = [](int n) { return std::to_string(n + 1); };
-        if (i >= 0 && i <= SistaKolumnLucka(plan))
-            return "column " + nr(i / kPlatserPerKolumn);
-        if (i >= 0 && i < (plan.kolumner + plan.reserver) * kPlatserPerKolumn)
-            return "reserve pile " + nr(i / kPlatserPerKolumn - plan.kolumner);
-        if (i >= kForstaFricell && i < kForstaFricell + 2 * plan.friceller)
-            return "free cell " + nr((i - kForstaFricell) / 2);
-        if (i >= plan.forstaGrund && i <= SistaGrund(plan))
-            return "foundation " + nr((i - plan.forstaGrund) / plan.grundSteg);
-        return SokKunskap::PlatsNamn(b, i);
-    }
-
     // Where the columns stand does not matter to any move, nor which free cell holds a card
     // (Eight off's first aside), nor which foundation a suit was built on (Eight off's first
     // aside): the cards not in a column, reserve pile or free cell are on the foundations.

@@ -195,13 +195,6 @@ public:
         std::stable_sort(dragen.begin(), dragen.end(),
                          [&](const Drag& a, const Drag& b) { return rang(a) < rang(b); });
     }
-    std::string PlatsNamn(const SpelBord& b, int i) const override {
-        if (i >= kForstaGrund && i <= kSistaGrund)
-            return "foundation " + std::to_string(i / 18 + 1);
-        if (i >= kForstaHog && i <= kSistaHog)
-            return "pile " + std::to_string((i - kForstaHog) / kPlatserPerHog + 1);
-        return SokKunskap::PlatsNamn(b, i);
-    }
     std::string KnappNamn() const override { return "gather and deal again"; }
 };
 

@@ -380,17 +380,6 @@ public:
         SokKunskap::Nyckel(b, nyckel);
         nyckel.push_back(static_cast<char>(static_cast<const Stallning&>(b).giv));
     }
-    std::string PlatsNamn(const SpelBord& b, int i) const override {
-        if (IPyramiden(i))
-            return "pyramid place " + std::to_string(i + 1);
-        if (i >= kForstaDolda && i <= kSistaDolda)
-            return "the stock's top";
-        if (PaHogen(i))
-            return "the waste";
-        if (i >= kForstaKast && i <= kSistaKast)
-            return "the discards";
-        return SokKunskap::PlatsNamn(b, i);
-    }
     std::string KnappNamn() const override { return "turn the stock"; }
 };
 

@@ -255,15 +255,6 @@ public:
                     klara[n++] = efter[klara[j]][e];
         return n < kvar;
     }
-    std::string PlatsNamn(const SpelBord& b, int i) const override {
-        if (i >= 0 && i < kForstaGrund)
-            return "pile " + std::to_string(i / kPerHog + 1);
-        if (IGrunden(i))
-            return "foundation " + std::to_string((i - kForstaGrund) / kPerHog + 1);
-        if (i >= kForstaLek && i <= kSistaLek)
-            return "the stock";
-        return SokKunskap::PlatsNamn(b, i);
-    }
 };
 
 const SokKunskap& Kunskapen() {

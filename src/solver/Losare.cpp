@@ -231,6 +231,11 @@ const char* UtfallNamn(Utfall utfall) {
 
 std::string DragIOrd(const SpelRegler& regler, const SpelBord& fore, const Drag& drag) {
     const SokKunskap& k = regler.Kunskap();
+    const std::vector<Hog> hogar = regler.Hogar(fore);
+    auto plats = [&](int i) {
+        const Hog* hog = HogMed(hogar, i);
+        return hog ? HogNamn(*hog) : "slot " + std::to_string(i);
+    };
     auto kort = [&](int i) {
         return i >= 0 && i < static_cast<int>(fore.luckor.size())
                    ? KortNamn(fore.luckor[i].GeKort())
@@ -238,14 +243,13 @@ std::string DragIOrd(const SpelRegler& regler, const SpelBord& fore, const Drag&
     };
     switch (drag.slag) {
     case DragSlag::Kort:
-        return kort(drag.fran) + " from " + k.PlatsNamn(fore, drag.fran) + " to " +
-               k.PlatsNamn(fore, drag.till);
+        return kort(drag.fran) + " from " + plats(drag.fran) + " to " + plats(drag.till);
     case DragSlag::Rad:
         return std::to_string(drag.antal) + " cards from " + kort(drag.fran) + " up, from " +
-               k.PlatsNamn(fore, drag.fran) + " to " + k.PlatsNamn(fore, drag.till);
+               plats(drag.fran) + " to " + plats(drag.till);
     case DragSlag::Par:
-        return kort(drag.fran) + " from " + k.PlatsNamn(fore, drag.fran) + " and " +
-               kort(drag.andra) + " from " + k.PlatsNamn(fore, drag.andra) + " together";
+        return kort(drag.fran) + " from " + plats(drag.fran) + " and " + kort(drag.andra) +
+               " from " + plats(drag.andra) + " together";
     case DragSlag::Knapp:
         return k.KnappNamn();
     case DragSlag::NyttForsok:
