@@ -9,6 +9,7 @@
 #include "platform/QtGeometry.h"
 #include "solver/Losare.h"
 #include "support/Gester.h"
+#include "support/Lyssnare.h"
 #include "support/Tangenter.h"
 #include "support/Testbord.h"
 
@@ -98,8 +99,7 @@ private slots:
     void initTestCase() {
         AttributeStore::SetDataDirectory(dir.path().toStdString());
         // As a screen reader turns it on: what the keys do is told.
-        TillgangligtBord::Installera();
-        QAccessible::setActive(true);
+        SattTillganglighet(true);
     }
 
     void varjeDragMedTangenter_data() { VarjeSpel(); }

@@ -90,18 +90,6 @@ private:
     QString orden;
 };
 
-// A screen reader turns the platform's accessibility on and off; so can a test.
-class Lyssning : public QAccessible::ActivationObserver {
-public:
-    void accessibilityActiveChanged(bool aktiv) override { pa = aktiv; }
-    bool pa = false;
-};
-
-Lyssning& Lyssnaren() {
-    static Lyssning lyssning;
-    return lyssning;
-}
-
 QAccessibleInterface* Fabrik(const QString& klass, QObject* objekt) {
     if (klass == QLatin1String("QWidget"))
         if (auto* vy = dynamic_cast<FjolkView*>(objekt))
@@ -134,7 +122,7 @@ void TillgangligtBord::Ropa(const QString& text) {
 }
 
 bool TillgangligtBord::Lyssnar() {
-    return Lyssnaren().pa || QAccessible::isActive();
+    return QAccessible::isActive();
 }
 
 FjolkView* TillgangligtBord::Vy() const {
@@ -179,6 +167,5 @@ void TillgangligtBord::Installera() {
     if (!installerad) {
         installerad = true;
         QAccessible::installFactory(Fabrik);
-        QAccessible::installActivationObserver(&Lyssnaren());
     }
 }
