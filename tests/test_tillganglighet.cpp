@@ -1,6 +1,7 @@
 #include "app/FjolkView.h"
 #include "app/FjolkWin.h"
 #include "app/FonsterRam.h"
+#include "app/Spelhjalp.h"
 #include "app/Tangentbord.h"
 #include "app/TillgangligtBord.h"
 #include "cards/Hiscore.h"
@@ -357,6 +358,16 @@ private slots:
         QCOMPARE(hort[4], QStringLiteral("You are number 1 on the Hiscoretable!"));
         win.reset();
         AttributeStore::SetDataDirectory(dir.path().toStdString());
+    }
+
+    // What the table's notice shows (a hint, an answer, a lost deal) is heard too.
+    void notisenHors() {
+        auto vy = VyMedSpel(8, 3, 1280, 1024);
+        auto* notis = new Bordsnotis(vy.get());
+        Horda().clear();
+        notis->Visa(QStringLiteral("Hint: jack of diamonds from column 8 to free cell 1"));
+        QCOMPARE(Utropen(), QStringList{QStringLiteral(
+                                "Hint: jack of diamonds from column 8 to free cell 1")});
     }
 
     // While no screen reader listens nothing is told: no notification, no focus event, no

@@ -76,7 +76,8 @@ inline constexpr const char* kHorsText =
     "clubs from column 3 to foundation 2\", \"jack of hearts and 2 more from column 3 to column "
     "5\"); cards taken with \".\" as \"holding\" and the card, a key that moves nothing as "
     "\"nothing moved\", Escape as \"put back\", Undo and Redo as \"undo:\" and \"redo:\" before "
-    "what they moved. The move that wins is followed by \"won\" and the hiscore alert's text. "
+    "what they moved. The move that wins is followed by \"won\" and the hiscore alert's text; "
+    "a hint or an answer shown on the table is read as it shows. "
     "On the welcome screen each hiscore row is read in its heading's words (\"1. Eva, cards "
     "done 12, undos 5, time to play 05:07, date 3/2 2001\"). Nothing is told while no screen "
     "reader listens.";
