@@ -9,6 +9,8 @@ ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 FJOLK_PACKAGES=(cmake ninja-build g++ pkg-config qt6-base-dev libsqlite3-dev
                 libgl-dev fonts-dejavu-core fonts-dejavu-extra sqlite3 libbenchmark-dev
                 librsvg2-bin
+                # the tests turn Qt's accessibility on as a screen reader does
+                qt6-base-private-dev
                 # the solver benchmark's Freecell peer, linked into bench_losare only
                 libfreecell-solver-dev)
 

@@ -245,6 +245,9 @@ private slots:
             QByteArray namn = key.keys[0] == '.' ? "\\&" + QByteArray(key.keys) : QByteArray(key.keys);
             QVERIFY2(manual.contains(".TP\n.B " + namn + "\n"), key.keys);
         }
+        // What a screen reader hears follows the keys.
+        QVERIFY(manual.contains(".PP\nA screen reader (Orca, through AT-SPI) hears the place"));
+        QVERIFY(manual.contains("\"nothing moved\""));
     }
 };
 

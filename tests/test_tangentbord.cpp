@@ -1,5 +1,6 @@
 #include "app/FjolkView.h"
 #include "app/Tangentbord.h"
+#include "app/TillgangligtBord.h"
 #include "cards/Hiscore.h"
 #include "cards/Hogar.h"
 #include "games/FreecellRegler.h"
@@ -8,6 +9,7 @@
 #include "platform/QtGeometry.h"
 #include "solver/Losare.h"
 #include "support/Gester.h"
+#include "support/Lyssnare.h"
 #include "support/Tangenter.h"
 #include "support/Testbord.h"
 
@@ -94,7 +96,11 @@ class TangentbordTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { AttributeStore::SetDataDirectory(dir.path().toStdString()); }
+    void initTestCase() {
+        AttributeStore::SetDataDirectory(dir.path().toStdString());
+        // As a screen reader turns it on: what the keys do is told.
+        SattTillganglighet(true);
+    }
 
     void varjeDragMedTangenter_data() { VarjeSpel(); }
     void varjeDragMedTangenter() {
@@ -277,7 +283,7 @@ private slots:
         }
         QVERIFY(mus->Spel()->KlarSpel());
         QVERIFY(tangenter->Spel()->KlarSpel());
-        QVERIFY(tangenter->Tangenterna().Besked().ends_with("; won"));
+        QCOMPARE(tangenter->Meddelat(), std::string("won"));
         AttributeStore::Program().RemoveAttr(HiscoreAttributNamn(spelNr).c_str());
         QCOMPARE(mus->Spel()->AddHiscore(), 1);
         // The same result, a moment later: first or second, whichever the clocks say.
@@ -317,19 +323,13 @@ private slots:
         QVERIFY(!bord->child(1)->state().focused);
         QCOMPARE(bord->focusChild()->text(QAccessible::Name),
                  QString::fromStdString(platser[2].namn));
-        QCOMPARE(bord->text(QAccessible::Description), QString::fromStdString(platser[2].namn));
-        // A move is told in words.
+        // A move is told in words; the focused place keeps its own name.
         std::vector<Drag> dragen = vy->Spel()->Regler().LagligaDrag(vy->Spel()->Tabell());
         QVERIFY(!dragen.empty());
         QCOMPARE(GorMedTangenter(*vy, *vy->Spel()->GestFor(dragen.front())), QString());
-        QCOMPARE(bord->text(QAccessible::Description), QString::fromStdString(vy->Meddelat()));
-        // The focused place is read with it, until the frame moves on.
-        const BordsPlats* har = vy->Tangenterna().FokusPlats();
-        QCOMPARE(bord->focusChild()->text(QAccessible::Name),
-                 QString::fromStdString(vy->Meddelat() + ". " + har->namn));
-        QCOMPARE(bord->focusChild()->text(QAccessible::Description),
-                 QString::fromStdString(vy->Meddelat()));
         QVERIFY2(vy->Meddelat() != "nothing moved", vy->Meddelat().c_str());
+        const BordsPlats* har = vy->Tangenterna().FokusPlats();
+        QCOMPARE(bord->focusChild()->text(QAccessible::Name), QString::fromStdString(har->namn));
         QCOMPARE(bord->childCount(), static_cast<int>(vy->Tangenterna().Platserna().size()));
         Tangent(*vy, Qt::Key_Home);
         QCOMPARE(bord->focusChild()->text(QAccessible::Name),
@@ -391,7 +391,7 @@ private slots:
         QCOMPARE(drag, 4);
         QVERIFY(mus->Spel()->KlarSpel());
         QVERIFY(tangenter->Spel()->KlarSpel());
-        QVERIFY(tangenter->Tangenterna().Besked().ends_with("; won"));
+        QCOMPARE(tangenter->Meddelat(), std::string("won"));
         AttributeStore::Program().RemoveAttr(HiscoreAttributNamn(spelNr).c_str());
         QCOMPARE(mus->Spel()->AddHiscore(), 1);
         int plats = tangenter->Spel()->AddHiscore();

@@ -92,6 +92,7 @@ int main(int argc, char* argv[]) {
             "hears its name and cards.\n";
     for (const KeyHelp& key : kPlayKeys)
         page << ".TP\n.B " << Roff(key.keys) << "\n" << Roff(key.description) << "\n";
+    page << ".PP\n" << Roff(kHorsText) << "\n";
     page << ".SH EXIT STATUS\n"
          << "0 when the program ends normally, 1 when a snapshot cannot be drawn or written, "
             "2 for an unknown option or a bad value.\n"

@@ -12,6 +12,8 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include <utility>
+
 namespace {
 
 const QRect kStorstaBordet(0, 0, FjolkView::kMaxBredd, FjolkView::kMaxHojd);
@@ -354,6 +356,7 @@ void FjolkView::mousePressEvent(QMouseEvent* event) {
         update();
     }
     // The release reaches this view wherever it happens, as the press grabs the mouse.
+    BorjaBeratta();
     gest = Gest::Tryckt;
     tryckPunkt = ToBPoint(event->position());
     musPunkt = tryckPunkt;
@@ -415,6 +418,7 @@ void FjolkView::Slapp(BPoint slapp) {
     }
     if (efterGest)
         efterGest();
+    Beratta();
 }
 
 // ---- The keyboard -------------------------------------------------------------------------
@@ -442,6 +446,7 @@ void FjolkView::keyPressEvent(QKeyEvent* event) {
 void FjolkView::KlickaVid(BPoint p) {
     if (!KanTaTangent() || gest != Gest::Ingen)
         return;
+    BorjaBeratta();
     gest = Gest::Tryckt;
     tryckPunkt = p;
     musPunkt = p;
@@ -453,6 +458,7 @@ bool FjolkView::LyftVid(BPoint p) {
     if (!KanTaTangent() || gest != Gest::Ingen)
         return false;
     Arbete arbetet(*this);
+    BorjaBeratta();
     gest = Gest::Drag;
     tryckPunkt = p;
     // The pointer has left the press point, as a drag's has.
@@ -492,33 +498,60 @@ void FjolkView::LaggTillbaka() {
     drar = false;
     if (spel)
         spel->valdaLuckor.clear();
+    gestFore.reset();
     InvalidateOffscreen();
     if (efterGest)
         efterGest();
 }
 
-// The place in the frame becomes the focused object, and what was done is told as an alert
-// of the table, its description holding the words.
+// The place in the frame becomes the focused object; what was done is a notification of the
+// table.
 void FjolkView::Meddela(const std::string& text, bool nyPlats) {
+    if (!TillgangligtBord::Lyssnar())
+        return;
     meddelat = text;
-    tillkannagivet = !nyPlats;
-    QAccessibleInterface* bord = QAccessible::queryAccessibleInterface(this);
+    auto* bord = dynamic_cast<TillgangligtBord*>(QAccessible::queryAccessibleInterface(this));
     if (bord == nullptr)
         return;
-    // A screen reader speaks the focused object when it is focused, and again when its name
-    // changes: that is how what was done reaches it.
-    if (QAccessibleInterface* plats = bord->focusChild()) {
-        QAccessibleEvent fokus(plats, nyPlats ? QAccessible::Focus : QAccessible::NameChanged);
+    if (!nyPlats) {
+        bord->Ropa(QString::fromStdString(text));
+    } else if (QAccessibleInterface* plats = bord->focusChild()) {
+        QAccessibleEvent fokus(plats, QAccessible::Focus);
         QAccessible::updateAccessibility(&fokus);
-        if (!nyPlats) {
-            QAccessibleEvent beskrivning(plats, QAccessible::DescriptionChanged);
-            QAccessible::updateAccessibility(&beskrivning);
-        }
     }
-    QAccessibleEvent beskrivning(this, QAccessible::DescriptionChanged);
-    QAccessible::updateAccessibility(&beskrivning);
-    QAccessibleEvent alert(this, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
+}
+
+namespace {
+
+BordIOrd IOrd(const Patiens& spel) {
+    return {spel.Regler().Hogar(spel.Tabell()), spel.Luckor()};
+}
+
+} // namespace
+
+void FjolkView::BorjaBeratta() {
+    gestFore.reset();
+    if (spel && TillgangligtBord::Lyssnar())
+        gestFore = IOrd(*spel);
+}
+
+// What the gesture or command did, and "won" when it won the game.
+void FjolkView::Beratta(const std::string& vad) {
+    std::optional<BordIOrd> fore = std::exchange(gestFore, std::nullopt);
+    if (!fore || !spel)
+        return;
+    std::string text = BeskrivAndring(*fore, IOrd(*spel));
+    if (text.empty() && vad.empty())
+        return;
+    Meddela(vad.empty() ? text : text.empty() ? vad : vad + ": " + text);
+    if (!text.empty() && spel->KlarSpel())
+        Meddela("won");
+}
+
+void FjolkView::GorOchBeratta(const std::string& vad, const std::function<void()>& gor) {
+    BorjaBeratta();
+    gor();
+    Beratta(vad);
 }
 
 // Two view units of yellow inside a dark edge, on whole device pixels so that it is sharp

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cards/Hogar.h"
 #include "cards/KortSpel.h"
 #include "cards/SpelYta.h"
 #include "platform/Geometry.h"
@@ -9,6 +10,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 class DragFonster;
@@ -122,12 +124,14 @@ public:
     void LaggTillbaka();
     // The keyboard's places and focus, as they are now.
     Tangentbord& Tangenterna();
-    // Tells a screen reader `text`; the last one told.
-    // `nyPlats`: the text is the name of the place the frame has come to; else it tells
-    // what was done, and the place in the frame is read with it until the frame moves.
+    // Tells a screen reader `text`, while one listens; the last one told.
+    // `nyPlats`: the text is the name of the place the frame has come to, now the focus;
+    // else it tells what was done.
     void Meddela(const std::string& text, bool nyPlats = false);
     const std::string& Meddelat() const { return meddelat; }
-    bool Tillkannagivet() const { return tillkannagivet; }
+    // Does `gor` (an undo, a redo) and tells a screen reader what it did to the table, after
+    // `vad`: "undo: seven of clubs from foundation 2 to column 3".
+    void GorOchBeratta(const std::string& vad, const std::function<void()>& gor);
 
 protected:
     bool event(QEvent* event) override;
@@ -181,5 +185,8 @@ private:
     // The table changed since the keyboard last took its places.
     bool platserGamla = true;
     std::string meddelat;
-    bool tillkannagivet = false;
+    // The table as the gesture began, while a screen reader listens, to tell what it did.
+    std::optional<BordIOrd> gestFore;
+    void BorjaBeratta();
+    void Beratta(const std::string& vad = {});
 };

@@ -291,15 +291,17 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
     } else if (what == kGorOm) {
         if (spel == nullptr)
             return;
-        spel->Redo();
+        spelVy->GorOchBeratta("redo", [spel] { spel->Redo(); });
         spelVy->InvalidateOffscreen();
         if (spel->KlarSpel())
             Posta(kSpelKlart);
     } else if (what == kAngra) {
         if (spel == nullptr)
             return;
-        if (spel->Undo() == 0)
-            angraItem->setEnabled(false);
+        spelVy->GorOchBeratta("undo", [this, spel] {
+            if (spel->Undo() == 0)
+                angraItem->setEnabled(false);
+        });
         spelVy->InvalidateOffscreen();
     } else if (what == kStang) {
         StangSpel();
@@ -507,6 +509,7 @@ void FjolkWin::AddHiScore(bool visa) {
     if (hiscorePlats == kHiscoreVantar && !store.Problem().empty())
         text += QStringLiteral("\n(%1.)").arg(QString::fromStdString(store.Problem()));
     VisaVarning(QStringLiteral("Hi Info"), text, QStringLiteral("OK"));
+    spelVy->Meddela(text.toStdString());
 }
 
 void FjolkWin::VisaVarning(const QString& titel, const QString& text, const QString& knapp) {

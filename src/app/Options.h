@@ -68,3 +68,16 @@ inline constexpr KeyHelp kPlayKeys[] = {
           "Space or \".\"; Enter on the pile they came from clicks the card they were taken by."},
     {"Escape", "Put the held cards back where they were."},
 };
+// What a screen reader hears while a game is played, as the manual page tells it.
+inline constexpr const char* kHorsText =
+    "A screen reader (Orca, through AT-SPI) hears the place the frame comes to, by its name and "
+    "cards (\"column 3: seven of clubs on eight of hearts, 5 cards\", \"free cell 2: empty\"). "
+    "Each move, made with the keys or the mouse, is told as a notification in words (\"seven of "
+    "clubs from column 3 to foundation 2\", \"jack of hearts and 2 more from column 3 to column "
+    "5\"); cards taken with \".\" as \"holding\" and the card, a key that moves nothing as "
+    "\"nothing moved\", Escape as \"put back\", Undo and Redo as \"undo:\" and \"redo:\" before "
+    "what they moved. The move that wins is followed by \"won\" and the hiscore alert's text; "
+    "a hint or an answer shown on the table is read as it shows. "
+    "On the welcome screen each hiscore row is read in its heading's words (\"1. Eva, cards "
+    "done 12, undos 5, time to play 05:07, date 3/2 2001\"). Nothing is told while no screen "
+    "reader listens.";

@@ -70,6 +70,8 @@ void Bordsnotis::Visa(const QString& nyText, std::vector<QRect> nyaRamar, int ms
     show();
     raise();
     update();
+    // A hint or an answer is heard as well as seen.
+    static_cast<FjolkView*>(parentWidget())->Meddela(text.toStdString());
 }
 
 void Bordsnotis::Rensa() {

@@ -1,6 +1,7 @@
 #include "app/Tangentbord.h"
 
 #include "app/FjolkView.h"
+#include "app/TillgangligtBord.h"
 #include "cards/Hogar.h"
 #include "cards/Luckor.h"
 
@@ -205,22 +206,6 @@ std::optional<TangentPlan> PlanFor(const std::vector<BordsPlats>& platser, const
     return plan;
 }
 
-namespace {
-
-// Where the card `kort` lies now, in words: the pile it is on, or nothing.
-std::string VarKortetLigger(const Patiens& spel, const Kort& kort) {
-    const std::vector<Lucka>& luckor = spel.Luckor();
-    std::vector<Hog> hogar = spel.Regler().Hogar(spel.Tabell());
-    for (int i = 0; i < static_cast<int>(luckor.size()); ++i)
-        if (Fylld(luckor, i) && luckor[i].GeKort().KortFarg() == kort.KortFarg() &&
-            luckor[i].GeKort().KortValor() == kort.KortValor())
-            if (const Hog* h = HogMed(hogar, i))
-                return HogNamn(*h);
-    return {};
-}
-
-} // namespace
-
 Tangentbord::Tangentbord(FjolkView& view) : vy(view) {}
 
 const BordsPlats* Tangentbord::FokusPlats() const {
@@ -253,9 +238,18 @@ void Tangentbord::Folj() {
     }
 }
 
-void Tangentbord::Sag(std::string text, bool nyPlats) {
-    besked = std::move(text);
-    vy.Meddela(besked, nyPlats);
+void Tangentbord::Sag(const std::string& text, bool nyPlats) {
+    vy.Meddela(text, nyPlats);
+}
+
+std::unique_ptr<SpelBord> Tangentbord::Fore() const {
+    return TillgangligtBord::Lyssnar() ? vy.Spel()->Tabell().Kopia() : nullptr;
+}
+
+void Tangentbord::EfterDrag(const std::unique_ptr<SpelBord>& fore) {
+    Folj();
+    if (fore && vy.Spel() != nullptr && vy.Spel()->Tabell().Lika(*fore))
+        Sag("nothing moved");
 }
 
 bool Tangentbord::Tangent(const QKeyEvent& event) {
@@ -345,37 +339,9 @@ void Tangentbord::Klicka() {
     const BordsPlats* plats = FokusPlats();
     if (plats == nullptr)
         return;
-    const Patiens& spel = *vy.Spel();
-    std::optional<Kort> kortet;
-    if (!plats->luckor.empty())
-        kortet = spel.Luckor()[plats->luckor.front()].GeKort();
-    auto fore = spel.Tabell().Kopia();
-    std::string namn = plats->namn;
+    std::unique_ptr<SpelBord> fore = Fore();
     vy.KlickaVid(plats->klick);
-    BerattaDrag(*fore, kortet, plats->knapp >= 0 ? namn : std::string());
-}
-
-void Tangentbord::BerattaDrag(const SpelBord& fore, const std::optional<Kort>& kortet,
-                              const std::string& knapp) {
-    Folj();
-    const Patiens* spel = vy.Spel();
-    if (spel == nullptr)
-        return;
-    if (spel->Tabell().Lika(fore)) {
-        Sag("nothing moved");
-        return;
-    }
-    std::string text;
-    if (!knapp.empty())
-        text = knapp + " pressed";
-    else if (kortet) {
-        std::string dit = VarKortetLigger(*spel, *kortet);
-        text = KortNamn(*kortet) + (dit.empty() ? " removed" : " to " + dit);
-    } else
-        text = "done";
-    if (vy.Spel()->Regler().KlarSpel(*spel->Tabell().Kopia()))
-        text += "; won";
-    Sag(text);
+    EfterDrag(fore);
 }
 
 void Tangentbord::Lyft() {
@@ -415,8 +381,7 @@ void Tangentbord::LaggNer() {
     const BordsPlats* plats = FokusPlats();
     if (!haller || plats == nullptr)
         return;
-    Kort kortet = vy.Spel()->Luckor()[kalla.luckor[grepp]].GeKort();
-    auto fore = vy.Spel()->Tabell().Kopia();
+    std::unique_ptr<SpelBord> fore = Fore();
     haller = false;
     if (plats->SammaSom(kalla)) {
         // Put down where they were taken: the game moves them itself, as a click on the
@@ -426,7 +391,7 @@ void Tangentbord::LaggNer() {
     } else {
         vy.SlappVid(SlappPunktVid(fokus));
     }
-    BerattaDrag(*fore, kortet, {});
+    EfterDrag(fore);
 }
 
 void Tangentbord::LaggTillbaka() {

@@ -4,6 +4,7 @@
 #include "cards/KortSpel.h"
 #include "platform/Geometry.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -79,8 +80,6 @@ public:
     // Takes the places anew from the game, the focus staying on the same place (or the one
     // nearest where it was).
     void Folj();
-    // The text for a screen reader of the last thing done.
-    const std::string& Besked() const { return besked; }
 
 private:
     void Flytta(int nyttFokus);
@@ -91,11 +90,13 @@ private:
     void LaggTillbaka();
     BPoint SlappPunkt(const BordsPlats& mal) const;
     BPoint SlappPunktVid(int mal) const;
-    // Tells what a move did: the card and where it went, or the button pressed.
-    void BerattaDrag(const SpelBord& fore, const std::optional<Kort>& kortet,
-                     const std::string& knapp);
+    // The table as it is, while a screen reader listens: to tell it when a key moved nothing.
+    std::unique_ptr<SpelBord> Fore() const;
+    // Takes the places anew after a key's move; what the move did the view tells, that it
+    // did nothing is told here.
+    void EfterDrag(const std::unique_ptr<SpelBord>& fore);
     // Tells a screen reader `text`: the place the frame has come to, or what was done.
-    void Sag(std::string text, bool nyPlats = false);
+    void Sag(const std::string& text, bool nyPlats = false);
 
     FjolkView& vy;
     std::vector<BordsPlats> platser;
@@ -106,5 +107,4 @@ private:
     int grepp = 0;
     BPoint greppPunkt;
     BRect greppRuta;
-    std::string besked;
 };

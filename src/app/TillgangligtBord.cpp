@@ -24,17 +24,8 @@ public:
     int indexOfChild(const QAccessibleInterface*) const override { return -1; }
     QString text(QAccessible::Text t) const override {
         const BordsPlats* p = Platsen();
-        if (p == nullptr)
+        if (p == nullptr || t != QAccessible::Name)
             return {};
-        FjolkView* vy = bordet->Vy();
-        if (t == QAccessible::Description)
-            return vy->Tillkannagivet() && vy->Tangenterna().Fokus() == nr
-                       ? QString::fromStdString(vy->Meddelat())
-                       : QString();
-        if (t != QAccessible::Name)
-            return {};
-        if (vy->Tillkannagivet() && vy->Tangenterna().Fokus() == nr)
-            return QString::fromStdString(vy->Meddelat() + ". " + p->namn);
         return QString::fromStdString(p->namn);
     }
     void setText(QAccessible::Text, const QString&) override {}
@@ -68,6 +59,37 @@ private:
     int nr;
 };
 
+// One thing told of the table: shown once, as a notification with these words.
+class TillgangligtUtrop : public QAccessibleInterface {
+public:
+    TillgangligtUtrop(const TillgangligtBord* bord, QString text)
+        : bordet(bord), orden(std::move(text)) {}
+
+    bool isValid() const override { return true; }
+    QObject* object() const override { return nullptr; }
+    QWindow* window() const override { return bordet->window(); }
+    QAccessibleInterface* focusChild() const override { return nullptr; }
+    QAccessibleInterface* childAt(int, int) const override { return nullptr; }
+    QAccessibleInterface* parent() const override {
+        return QAccessible::queryAccessibleInterface(bordet->Vy());
+    }
+    QAccessibleInterface* child(int) const override { return nullptr; }
+    int childCount() const override { return 0; }
+    int indexOfChild(const QAccessibleInterface*) const override { return -1; }
+    QString text(QAccessible::Text t) const override {
+        return t == QAccessible::Name ? orden : QString();
+    }
+    void setText(QAccessible::Text, const QString&) override {}
+    // Nowhere on the screen: the words are for the ear.
+    QRect rect() const override { return QRect(bordet->Vy()->mapToGlobal(QPoint(0, 0)), QSize()); }
+    QAccessible::Role role() const override { return QAccessible::Notification; }
+    QAccessible::State state() const override { return {}; }
+
+private:
+    const TillgangligtBord* bordet;
+    QString orden;
+};
+
 QAccessibleInterface* Fabrik(const QString& klass, QObject* objekt) {
     if (klass == QLatin1String("QWidget"))
         if (auto* vy = dynamic_cast<FjolkView*>(objekt))
@@ -83,6 +105,24 @@ TillgangligtBord::TillgangligtBord(FjolkView* view)
 TillgangligtBord::~TillgangligtBord() {
     for (auto [nr, id] : barn)
         QAccessible::deleteAccessibleInterface(id);
+    for (QAccessible::Id id : utrop)
+        QAccessible::deleteAccessibleInterface(id);
+}
+
+void TillgangligtBord::Ropa(const QString& text) {
+    constexpr size_t kSparade = 16;
+    QAccessibleInterface* nytt = new TillgangligtUtrop(this, text);
+    utrop.push_back(QAccessible::registerAccessibleInterface(nytt));
+    if (utrop.size() > kSparade) {
+        QAccessible::deleteAccessibleInterface(utrop.front());
+        utrop.pop_front();
+    }
+    QAccessibleEvent visas(nytt, QAccessible::ObjectShow);
+    QAccessible::updateAccessibility(&visas);
+}
+
+bool TillgangligtBord::Lyssnar() {
+    return QAccessible::isActive();
 }
 
 FjolkView* TillgangligtBord::Vy() const {
@@ -120,12 +160,6 @@ QAccessibleInterface* TillgangligtBord::childAt(int x, int y) const {
         if (QAccessibleInterface* c = child(i); c != nullptr && c->rect().contains(x, y))
             return c;
     return nullptr;
-}
-
-QString TillgangligtBord::text(QAccessible::Text t) const {
-    if (t == QAccessible::Description)
-        return QString::fromStdString(Vy()->Meddelat());
-    return QAccessibleWidget::text(t);
 }
 
 void TillgangligtBord::Installera() {

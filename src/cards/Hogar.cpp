@@ -2,6 +2,7 @@
 
 #include "cards/Luckor.h"
 
+#include <algorithm>
 #include <array>
 
 namespace {
@@ -88,4 +89,101 @@ const Hog* HogMed(const std::vector<Hog>& hogar, int lucka) {
         if (lucka >= h.forsta && lucka <= h.sista)
             return &h;
     return nullptr;
+}
+
+namespace {
+
+std::string HogVid(const BordIOrd& bord, int lucka) {
+    const Hog* h = HogMed(bord.hogar, lucka);
+    return h != nullptr ? HogNamn(*h) : std::string();
+}
+
+bool SammaKort(const Kort& a, const Kort& b) {
+    return a.KortFarg() == b.KortFarg() && a.KortValor() == b.KortValor();
+}
+
+// Cards that went the same way: from pile `fran` to pile `till` (empty: off the table).
+struct Flyttade {
+    std::string fran;
+    std::string till;
+    Kort forsta;
+    bool synligt;
+    int antal;
+};
+
+std::string AntalKort(int antal) {
+    return antal == 1 ? std::string("a card") : std::to_string(antal) + " cards";
+}
+
+std::string Beskriv(const Flyttade& f) {
+    if (!f.synligt)
+        return AntalKort(f.antal) + " from " + f.fran + " to " + f.till;
+    std::string text = KortNamn(f.forsta);
+    if (f.antal > 1)
+        text += " and " + std::to_string(f.antal - 1) + " more";
+    if (f.till.empty())
+        return text + " removed from " + f.fran;
+    if (f.fran.empty())
+        return text + " to " + f.till;
+    return text + " from " + f.fran + " to " + f.till;
+}
+
+} // namespace
+
+std::string BeskrivAndring(const BordIOrd& fore, const BordIOrd& efter) {
+    const int n = static_cast<int>(fore.luckor.size());
+    std::vector<bool> tagen(fore.luckor.size(), false);
+    // Each card's slot before and after (-1: gone), listed by where it lay before, so that a
+    // run is named by its first card. A card that stayed in its slot is matched there first,
+    // so that the twins of two decks keep apart.
+    std::vector<std::pair<int, int>> vagar;
+    for (int j = 0; j < static_cast<int>(efter.luckor.size()); ++j) {
+        if (!Fylld(efter.luckor, j))
+            continue;
+        const Kort& kort = efter.luckor[j].GeKort();
+        int i = -1;
+        if (j < n && !tagen[j] && Fylld(fore.luckor, j) && SammaKort(fore.luckor[j].GeKort(), kort))
+            i = j;
+        for (int k = 0; k < n && i < 0; ++k)
+            if (!tagen[k] && Fylld(fore.luckor, k) && SammaKort(fore.luckor[k].GeKort(), kort))
+                i = k;
+        if (i < 0)
+            continue;
+        tagen[i] = true;
+        vagar.emplace_back(i, j);
+    }
+    for (int i = 0; i < n; ++i)
+        if (!tagen[i] && Fylld(fore.luckor, i))
+            vagar.emplace_back(i, -1);
+    std::sort(vagar.begin(), vagar.end());
+    std::vector<Flyttade> grupper;
+    int totalt = 0;
+    for (auto [i, j] : vagar) {
+        std::string fran = HogVid(fore, i);
+        std::string till = j >= 0 ? HogVid(efter, j) : std::string();
+        if (fran == till)
+            continue;
+        ++totalt;
+        auto samma = std::find_if(grupper.begin(), grupper.end(), [&](const Flyttade& f) {
+            return f.fran == fran && f.till == till;
+        });
+        if (samma != grupper.end()) {
+            ++samma->antal;
+            continue;
+        }
+        bool synligt = j < 0 ? !fore.luckor[i].BakSida() : !efter.luckor[j].BakSida();
+        grupper.push_back({fran, till, fore.luckor[i].GeKort(), synligt, 1});
+    }
+    if (grupper.size() > 3) {
+        bool enKalla = std::all_of(grupper.begin(), grupper.end(),
+                                   [&](const Flyttade& f) { return f.fran == grupper[0].fran; });
+        if (!enKalla || grupper[0].fran.empty())
+            return std::to_string(totalt) + " cards moved";
+        return std::to_string(totalt) + " cards from " + grupper[0].fran + " to " +
+               std::to_string(grupper.size()) + " piles";
+    }
+    std::string text;
+    for (const Flyttade& f : grupper)
+        text += (text.empty() ? "" : "; ") + Beskriv(f);
+    return text;
 }

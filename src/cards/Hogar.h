@@ -48,3 +48,16 @@ std::string HogNamn(const Hog& hog);
 std::string BeskrivHog(const Hog& hog, const std::vector<Lucka>& luckor);
 // The pile holding slot `lucka`, or null.
 const Hog* HogMed(const std::vector<Hog>& hogar, int lucka);
+
+// The piles and their slots at one moment.
+struct BordIOrd {
+    std::vector<Hog> hogar;
+    std::vector<Lucka> luckor;
+};
+// What happened between two moments of a table, in words: each run of cards that went from
+// one pile to another, named by its first card ("seven of clubs from column 3 to foundation
+// 2", "jack of hearts and 2 more from column 3 to column 5"), a card that left the table
+// ("king of spades removed from row 7, pyramid card 1"), cards that land face down by number
+// ("3 cards from waste to stock"), joined by "; ". More than three runs are told by their
+// number of cards ("10 cards from stock to 10 piles"). Empty when no card changed piles.
+std::string BeskrivAndring(const BordIOrd& fore, const BordIOrd& efter);

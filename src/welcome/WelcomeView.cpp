@@ -158,6 +158,47 @@ QStringList RubrikensOrd(const QString& rubrik) {
     return ord;
 }
 
+// A hiscore row as a screen reader reads it, each value after its heading's word: "1. Eva,
+// cards done 12, deal 2, undos 5, time to play 05:07, date 3/2 2001"; an empty row "7.
+// empty".
+QString RadIOrd(int index, const QString& rad, const QString& rubrik,
+                const std::vector<int>& kolumner) {
+    const QStringList ord = RubrikensOrd(rubrik);
+    const QList<uint> tecken = rad.toUcs4();
+    auto falt = [&](size_t k) {
+        qsizetype fran = kolumner[k];
+        qsizetype till = k + 1 < kolumner.size() ? kolumner[k + 1] : tecken.size();
+        till = std::min(till, tecken.size());
+        if (fran >= till)
+            return QString();
+        return QString::fromUcs4(reinterpret_cast<const char32_t*>(tecken.constData()) + fran,
+                                 till - fran)
+            .trimmed();
+    };
+    QString text = QString::number(index + 1) + QLatin1Char('.');
+    if (kolumner.size() < 2 || falt(0).isEmpty())
+        return text + QStringLiteral(" empty");
+    text += QLatin1Char(' ') + falt(1);
+    for (size_t k = 2; k < kolumner.size() && k < static_cast<size_t>(ord.size()); ++k) {
+        QString varde = falt(k);
+        QString namn = ord[static_cast<qsizetype>(k)];
+        namn.chop(namn.endsWith(QLatin1Char(':')) ? 1 : 0);
+        if (!varde.isEmpty())
+            text += QStringLiteral(", ") + namn.trimmed().toLower() + QLatin1Char(' ') + varde;
+    }
+    return text;
+}
+
+// Entry `index` of game `spelNr`'s table as its row, read out under the words of `rubrik`.
+QListWidgetItem* HiscoreItem(int index, const HighScoreTable& post, int spelNr,
+                             const char* rubrik) {
+    QString rad = QString::fromUtf8(HiscoreRad(index, post, spelNr));
+    auto* item = new QListWidgetItem(rad);
+    item->setData(Qt::AccessibleTextRole,
+                  RadIOrd(index, rad, QString::fromLatin1(rubrik), HiscoreKolumner(spelNr)));
+    return item;
+}
+
 // On one line the words `ord` (anchors `a`, widths `b`, in order) keep `mellanrum` apart;
 // the smallest largest shift from their anchors that allows it, and the places.
 qreal PlaceraPaRad(const std::vector<size_t>& ord, const std::vector<qreal>& a,
@@ -279,7 +320,7 @@ void HighOLLView::VisaHiscoreLista(int spelNr) {
     valkomst->rubrikRad->VisaRubrik(QString::fromLatin1(HiscoreRubrik(spelNr)),
                                     HiscoreKolumner(spelNr));
     for (int i = 0; i < kHiscorePlatser; ++i) {
-        auto* item = new QListWidgetItem(QString::fromUtf8(HiscoreRad(i, tabell[i], spelNr)));
+        auto* item = HiscoreItem(i, tabell[i], spelNr, HiscoreRubrik(spelNr));
         valkomst->hiscoreRader[i] = item;
         insertItem(i, item);
     }
@@ -562,7 +603,9 @@ WelcomeView::WelcomeView(QWidget* parent, AttributeStore& attributStore)
     vit.setColor(QPalette::WindowText, Qt::white);
     statistikRad->setPalette(vit);
     statistikRad->setFont(flikFont);
-    statistikRad->setAccessibleName(QStringLiteral("Statistics"));
+    // Read as it shows; what it is, is its description.
+    statistikRad->setAccessibleDescription(
+        QStringLiteral("Your record in the game whose hiscores are shown"));
     connect(spelarFalt, &QLineEdit::textChanged, this, [this] { VisaStatistik(); });
     VisaStatistik();
 
@@ -570,7 +613,7 @@ WelcomeView::WelcomeView(QWidget* parent, AttributeStore& attributStore)
     HiscoreLista tabell;
     if (LasTabell(store, HiscoreAttributNamn(0), tabell)) {
         for (int i = 0; i < kHiscorePlatser; ++i) {
-            hiscoreRader[i] = new QListWidgetItem(QString::fromUtf8(HiscoreRad(i, tabell[i], 0)));
+            hiscoreRader[i] = HiscoreItem(i, tabell[i], 0, kRubrikStart);
             hiscoreLista->addItem(hiscoreRader[i]);
         }
     } else {
