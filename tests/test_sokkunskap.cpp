@@ -1,0 +1,110 @@
+#include "cards/SokKunskap.h"
+#include "games/Spelfabrik.h"
+#include "solver/Losare.h"
+#include "support/PlainSokning.h"
+
+#include <QTest>
+
+#include <initializer_list>
+#include <utility>
+
+// What each game knows about searching its deals, on small tables built here: every table
+// the game calls hopeless is proven so by a plain search that knows nothing of the game, a
+// table just short of it is won by both, and the moves a game calls safe are the ones meant.
+
+namespace {
+
+Kort K(kortfarg farg, int valor) {
+    return Kort(farg, valor, BRect());
+}
+
+struct Bygge {
+    const SpelRegler& regler;
+    std::unique_ptr<SpelBord> bord;
+    explicit Bygge(int spel) : regler(*ReglerFor(spel)), bord(regler.NyttBord()) {}
+    Bygge& Lagg(std::initializer_list<std::pair<int, Kort>> kort) {
+        for (const auto& [lucka, k] : kort)
+            bord->luckor[lucka].TaEmotKort(k);
+        regler.KlarSpel(*bord);
+        return *this;
+    }
+    // The solver's verdict, checked against the plain search's.
+    Utfall Avgor(std::size_t plainMax = 200000) const {
+        SokSvar svar = Los(regler, *bord, SokGranser{500000});
+        int plain = PlainSok(regler, *bord, plainMax);
+        if (plain >= 0 && svar.utfall != (plain == 1 ? Utfall::Vinnbar : Utfall::Ovinnbar))
+            return Utfall::Okant;
+        return svar.utfall;
+    }
+    bool Hopplos() const { return regler.Kunskap().Hopplos(*bord); }
+    int Sakert() const {
+        std::vector<Drag> dragen = Sokbara(regler, *bord);
+        int i = regler.Kunskap().SakertDrag(*bord, dragen);
+        return i;
+    }
+    Drag SakertDragen() const {
+        std::vector<Drag> dragen = Sokbara(regler, *bord);
+        int i = regler.Kunskap().SakertDrag(*bord, dragen);
+        return i < 0 ? Drag{} : dragen[static_cast<std::size_t>(i)];
+    }
+};
+
+constexpr int kPyramiden = 7;
+constexpr int kPyramidLek = 120;
+
+} // namespace
+
+class TestSokKunskap : public QObject {
+    Q_OBJECT
+
+private slots:
+    // 13-Pyramiden: the five at the apex pairs only with an eight, and the only eight of the
+    // pyramid lies on it; without an eight in the stock it can never go.
+    void pyramidensPartnerLiggerPaKortet() {
+        for (bool attaILeken : {false, true}) {
+            Bygge b(kPyramiden);
+            b.Lagg({{0, K(SPADER, 5)}, {1, K(HJARTER, 8)}, {2, K(KLOVER, 3)}});
+            b.Lagg({{kPyramidLek, K(RUTER, 10)}, {kPyramidLek + 1, K(HJARTER, 5)}});
+            if (attaILeken)
+                b.Lagg({{kPyramidLek + 2, K(KLOVER, 8)}});
+            QCOMPARE(b.Hopplos(), !attaILeken);
+            QCOMPARE(b.Avgor(), attaILeken ? Utfall::Vinnbar : Utfall::Ovinnbar);
+        }
+    }
+
+    // Two fours lying on the nine of spades, one nine for them in the stock: each four has a
+    // partner, but not both at once. A second nine in the stock wins.
+    void pyramidensParRackerInte() {
+        for (bool tvaNior : {false, true}) {
+            Bygge b(kPyramiden);
+            b.Lagg({{0, K(SPADER, 9)}, {1, K(HJARTER, 4)}, {2, K(RUTER, 4)}});
+            b.Lagg({{kPyramidLek, K(HJARTER, 9)}, {kPyramidLek + 1, K(KLOVER, 4)}});
+            if (tvaNior)
+                b.Lagg({{kPyramidLek + 2, K(RUTER, 9)}});
+            QCOMPARE(b.Hopplos(), !tvaNior);
+            QCOMPARE(b.Avgor(), tvaNior ? Utfall::Vinnbar : Utfall::Ovinnbar);
+        }
+    }
+
+    // A free king goes at once; so do two cards that are the last of their values; a pair
+    // whose values have other cards left is not safe.
+    void pyramidensSakraDrag() {
+        Bygge kung(kPyramiden);
+        kung.Lagg({{0, K(SPADER, 2)}, {1, K(HJARTER, 11)}, {2, K(KLOVER, 13)}});
+        kung.Lagg({{kPyramidLek, K(RUTER, 11)}});
+        QCOMPARE(kung.SakertDragen(), KortDrag(2, 60 + 13 * KLOVER + 13));
+
+        Bygge sista(kPyramiden);
+        sista.Lagg({{0, K(SPADER, 2)}, {1, K(HJARTER, 6)}, {2, K(KLOVER, 7)}});
+        sista.Lagg({{kPyramidLek, K(RUTER, 11)}});
+        QCOMPARE(sista.SakertDragen(), ParDrag(1, 2));
+
+        Bygge fler(kPyramiden);
+        fler.Lagg({{0, K(SPADER, 2)}, {1, K(HJARTER, 6)}, {2, K(KLOVER, 7)}});
+        fler.Lagg({{kPyramidLek, K(RUTER, 6)}});
+        QCOMPARE(fler.Sakert(), -1);
+    }
+};
+
+QTEST_MAIN(TestSokKunskap)
+#include "test_sokkunskap.moc"
