@@ -49,6 +49,7 @@ struct Bygge {
     }
 };
 
+constexpr int kIdioten2 = 1;
 constexpr int kPyramiden = 7;
 constexpr int kPyramidLek = 120;
 
@@ -58,6 +59,37 @@ class TestSokKunskap : public QObject {
     Q_OBJECT
 
 private slots:
+    // Idioten 2: the five of hearts, beaten by the nine, goes at once when no lower heart is
+    // left; with the three of hearts still in the stock it is kept, as it may be needed to
+    // beat it. With the game won by that discard and the nine's, the solver and the plain
+    // search agree.
+    void idioten2KastarSakert() {
+        for (bool treaKvar : {false, true}) {
+            Bygge b(kIdioten2);
+            b.Lagg(
+                {{0, K(SPADER, 1)}, {1, K(HJARTER, 5)}, {14, K(KLOVER, 1)}, {15, K(HJARTER, 9)}});
+            b.Lagg({{28, K(HJARTER, 1)}, {42, K(RUTER, 1)}});
+            if (treaKvar) {
+                b.Lagg({{112, K(HJARTER, 3)}});
+                QCOMPARE(b.Sakert(), -1);
+                continue;
+            }
+            QCOMPARE(b.SakertDragen(), KortDrag(1, 55 + 13 * HJARTER + 5));
+            QCOMPARE(b.Avgor(), Utfall::Vinnbar);
+        }
+    }
+
+    // A column that may come to fill its fourteen places plays by other rules at its top: the
+    // same discard is then not taken as safe.
+    void idioten2SakertBaraInomKanten() {
+        Bygge b(kIdioten2);
+        b.Lagg({{0, K(SPADER, 1)}, {1, K(HJARTER, 5)}, {14, K(KLOVER, 1)}, {15, K(HJARTER, 9)}});
+        b.Lagg({{28, K(HJARTER, 1)}, {42, K(RUTER, 1)}});
+        for (int i = 0; i < 12 * 4; ++i)
+            b.Lagg({{112 + i, K(static_cast<kortfarg>(i % 4 == 0 ? SPADER : KLOVER), 2 + i / 4)}});
+        QCOMPARE(b.Sakert(), -1);
+    }
+
     // 13-Pyramiden: the five at the apex pairs only with an eight, and the only eight of the
     // pyramid lies on it; without an eight in the stock it can never go.
     void pyramidensPartnerLiggerPaKortet() {
