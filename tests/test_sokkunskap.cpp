@@ -1,4 +1,5 @@
 #include "cards/SokKunskap.h"
+#include "games/KvarnenRegler.h"
 #include "games/Spelfabrik.h"
 #include "solver/Losare.h"
 #include "support/PlainSokning.h"
@@ -36,6 +37,11 @@ struct Bygge {
             return Utfall::Okant;
         return svar.utfall;
     }
+    std::string Nyckel() const {
+        std::string n;
+        regler.Kunskap().Nyckel(*bord, n);
+        return n;
+    }
     bool Hopplos() const { return regler.Kunskap().Hopplos(*bord); }
     int Sakert() const {
         std::vector<Drag> dragen = Sokbara(regler, *bord);
@@ -50,6 +56,7 @@ struct Bygge {
 };
 
 constexpr int kIdioten2 = 1;
+constexpr int kKvarnen = 4;
 constexpr int kPyramiden = 7;
 constexpr int kPyramidLek = 120;
 
@@ -88,6 +95,25 @@ private slots:
         for (int i = 0; i < 12 * 4; ++i)
             b.Lagg({{112 + i, K(static_cast<kortfarg>(i % 4 == 0 ? SPADER : KLOVER), 2 + i / 4)}});
         QCOMPARE(b.Sakert(), -1);
+    }
+
+    // Kvarnen has no last deal: the deal's number is kept out of the key, the cards' places
+    // are not. The two of spades goes to its foundation before the button, and onto the
+    // three of clubs last.
+    void kvarnensNyckelOchOrdning() {
+        Bygge b(kKvarnen);
+        b.Lagg({{0, K(SPADER, 1)}, {72, K(HJARTER, 9)}, {73, K(SPADER, 2)}, {90, K(KLOVER, 3)}});
+        const std::string forst = b.Nyckel();
+        static_cast<KvarnenRegler::Stallning&>(*b.bord).giv = 7;
+        QCOMPARE(b.Nyckel(), forst);
+        std::vector<Drag> dragen = Sokbara(b.regler, *b.bord);
+        b.regler.Kunskap().Ordna(*b.bord, dragen);
+        QCOMPARE(dragen.front(), KortDrag(73, 1));
+        QCOMPARE(dragen.size(), std::size_t(3));
+        QCOMPARE(dragen[1], KnappDrag());
+        QCOMPARE(dragen[2], KortDrag(73, 91));
+        b.regler.GorDrag(*b.bord, dragen.front(), nullptr);
+        QVERIFY(b.Nyckel() != forst);
     }
 
     // 13-Pyramiden: the five at the apex pairs only with an eight, and the only eight of the
