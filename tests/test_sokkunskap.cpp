@@ -55,9 +55,31 @@ struct Bygge {
     }
 };
 
+constexpr int kIdioten1 = 0;
 constexpr int kIdioten2 = 1;
 constexpr int kKvarnen = 4;
 constexpr int kPyramiden = 7;
+constexpr int kBlackhole = 10;
+
+// Fan f's j-th card from the bottom, in Black hole.
+constexpr int Flakt(int f, int j) {
+    return 52 + 4 * f + j;
+}
+
+// The hole holds every card not in a fan, `topp` on top: a table that can be won.
+void FyllHalet(Bygge& b, const Kort& topp) {
+    std::vector<bool> ute(52, false);
+    auto kod = [](const Kort& k) { return 13 * k.KortFarg() + k.KortValor() - 1; };
+    for (int i = Flakt(0, 0); i <= Flakt(16, 3); ++i)
+        if (!b.bord->luckor[i].Tom())
+            ute[static_cast<std::size_t>(kod(b.bord->luckor[i].GeKort()))] = true;
+    ute[static_cast<std::size_t>(kod(topp))] = true;
+    int hal = 0;
+    for (int k = 0; k < 52; ++k)
+        if (!ute[static_cast<std::size_t>(k)])
+            b.Lagg({{hal++, K(static_cast<kortfarg>(k / 13), k % 13 + 1)}});
+    b.Lagg({{hal, topp}});
+}
 constexpr int kPyramidLek = 120;
 
 } // namespace
@@ -66,6 +88,21 @@ class TestSokKunskap : public QObject {
     Q_OBJECT
 
 private slots:
+    // Idioten 1's rows play alike: the same rows in another order are the same table to the
+    // search, a card in another place is not.
+    void idiotenRadernaArLika() {
+        Bygge ena(kIdioten1);
+        Bygge andra(kIdioten1);
+        ena.Lagg({{0, K(SPADER, 2)}, {1, K(SPADER, 3)}, {13, K(HJARTER, 9)}, {40, K(KLOVER, 5)}});
+        andra.Lagg(
+            {{26, K(SPADER, 2)}, {27, K(SPADER, 3)}, {39, K(HJARTER, 9)}, {1, K(KLOVER, 5)}});
+        QCOMPARE(ena.Nyckel(), andra.Nyckel());
+        Bygge tredje(kIdioten1);
+        tredje.Lagg(
+            {{0, K(SPADER, 2)}, {1, K(SPADER, 3)}, {13, K(HJARTER, 9)}, {41, K(KLOVER, 5)}});
+        QVERIFY(tredje.Nyckel() != ena.Nyckel());
+    }
+
     // Idioten 2: the five of hearts, beaten by the nine, goes at once when no lower heart is
     // left; with the three of hearts still in the stock it is kept, as it may be needed to
     // beat it. With the game won by that discard and the nine's, the solver and the plain
@@ -114,6 +151,56 @@ private slots:
         QCOMPARE(dragen[2], KortDrag(73, 91));
         b.regler.GorDrag(*b.bord, dragen.front(), nullptr);
         QVERIFY(b.Nyckel() != forst);
+    }
+
+    // Black hole, the ace of spades on top of the hole. The seven of hearts waits under the
+    // two of clubs, and nothing but a six or an eight can go in before it: with the six of
+    // spades in a fan the deal is won, without it never.
+    void blackholeUtanForegangare() {
+        for (bool sexa : {false, true}) {
+            Bygge b(kBlackhole);
+            b.Lagg({{Flakt(0, 0), K(HJARTER, 7)}, {Flakt(0, 1), K(KLOVER, 2)}});
+            b.Lagg({{Flakt(2, 0), K(RUTER, 3)}});
+            if (sexa)
+                b.Lagg({{Flakt(1, 0), K(SPADER, 6)},
+                        {Flakt(1, 1), K(RUTER, 5)},
+                        {Flakt(1, 2), K(SPADER, 4)}});
+            else
+                b.Lagg({{Flakt(1, 0), K(RUTER, 5)}, {Flakt(1, 1), K(SPADER, 4)}});
+            FyllHalet(b, K(SPADER, 1));
+            QCOMPARE(b.Hopplos(), !sexa);
+            QCOMPARE(b.Avgor(), sexa ? Utfall::Vinnbar : Utfall::Ovinnbar);
+        }
+    }
+
+    // The ten of spades on top: the nine of hearts and the jack of clubs both fit, but
+    // nothing can follow either, and only one can be last. With the ten of diamonds under
+    // the nine, the jack goes first and the deal is won.
+    void blackholeTvaUtanFoljare() {
+        for (bool tia : {false, true}) {
+            Bygge b(kBlackhole);
+            b.Lagg({{Flakt(1, 0), K(KLOVER, 11)}});
+            if (tia)
+                b.Lagg({{Flakt(0, 0), K(HJARTER, 9)}, {Flakt(0, 1), K(RUTER, 10)}});
+            else
+                b.Lagg({{Flakt(0, 0), K(HJARTER, 9)}});
+            FyllHalet(b, K(SPADER, 10));
+            QCOMPARE(b.Hopplos(), !tia);
+            QCOMPARE(b.Avgor(), tia ? Utfall::Vinnbar : Utfall::Ovinnbar);
+        }
+    }
+
+    // The two of spades on top, the three of hearts, the eight of diamonds and the nine of
+    // clubs left: no four, five, six or seven, nor an ace, to get from the one to the
+    // others.
+    void blackholeVardenMedLucka() {
+        Bygge b(kBlackhole);
+        b.Lagg({{0, K(SPADER, 2)},
+                {Flakt(0, 0), K(HJARTER, 3)},
+                {Flakt(1, 0), K(RUTER, 8)},
+                {Flakt(2, 0), K(KLOVER, 9)}});
+        QVERIFY(b.Hopplos());
+        QCOMPARE(b.Avgor(), Utfall::Ovinnbar);
     }
 
     // 13-Pyramiden: the five at the apex pairs only with an eight, and the only eight of the
