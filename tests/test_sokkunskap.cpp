@@ -60,6 +60,9 @@ constexpr int kIdioten2 = 1;
 constexpr int kKvarnen = 4;
 constexpr int kPyramiden = 7;
 constexpr int kBlackhole = 10;
+constexpr int kStrategy = 11;
+constexpr int kStrategyLek = 636;
+constexpr int kStrategyGrund = 424;
 
 // Fan f's j-th card from the bottom, in Black hole.
 constexpr int Flakt(int f, int j) {
@@ -201,6 +204,31 @@ private slots:
                 {Flakt(2, 0), K(KLOVER, 9)}});
         QVERIFY(b.Hopplos());
         QCOMPARE(b.Avgor(), Utfall::Ovinnbar);
+    }
+
+    // Strategy's piles are alike, and so are its foundations: the same piles in another
+    // order, and the ace of hearts home on another foundation, are the same table to the
+    // search. An ace off the stock goes home at once, and of the moves onto the empty piles
+    // one is kept.
+    void strategyPlatsernaArLika() {
+        Bygge ena(kStrategy);
+        Bygge andra(kStrategy);
+        ena.Lagg({{0, K(SPADER, 9)}, {1, K(RUTER, 4)}, {53, K(KLOVER, 7)}});
+        ena.Lagg({{kStrategyGrund, K(HJARTER, 1)}, {kStrategyLek, K(SPADER, 1)}});
+        andra.Lagg({{7 * 53, K(SPADER, 9)}, {7 * 53 + 1, K(RUTER, 4)}, {2 * 53, K(KLOVER, 7)}});
+        andra.Lagg({{kStrategyGrund + 2 * 53, K(HJARTER, 1)}, {kStrategyLek, K(SPADER, 1)}});
+        QCOMPARE(ena.Nyckel(), andra.Nyckel());
+        QCOMPARE(ena.SakertDragen(), KortDrag(kStrategyLek, kStrategyGrund + 53));
+
+        Bygge sexa(kStrategy);
+        sexa.Lagg({{0, K(SPADER, 9)}, {kStrategyLek, K(HJARTER, 6)}});
+        QCOMPARE(sexa.Sakert(), -1);
+        std::vector<Drag> dragen = Sokbara(sexa.regler, *sexa.bord);
+        QCOMPARE(dragen.size(), std::size_t(8));
+        sexa.regler.Kunskap().Ordna(*sexa.bord, dragen);
+        QCOMPARE(dragen.size(), std::size_t(2));
+        QCOMPARE(dragen[0], KortDrag(kStrategyLek, 1));
+        QCOMPARE(dragen[1], KortDrag(kStrategyLek, 53));
     }
 
     // 13-Pyramiden: the five at the apex pairs only with an eight, and the only eight of the
