@@ -57,6 +57,7 @@ struct Bygge {
 
 constexpr int kIdioten1 = 0;
 constexpr int kIdioten2 = 1;
+constexpr int kGodnattvalsen = 2;
 constexpr int kKvarnen = 4;
 constexpr int kPyramiden = 7;
 constexpr int kBlackhole = 10;
@@ -135,6 +136,48 @@ private slots:
         for (int i = 0; i < 12 * 4; ++i)
             b.Lagg({{112 + i, K(static_cast<kortfarg>(i % 4 == 0 ? SPADER : KLOVER), 2 + i / 4)}});
         QCOMPARE(b.Sakert(), -1);
+    }
+
+    // Godnattvalsen: three foundations built to the jack, the fourth to the nine. The jack of
+    // spades lies on the ten of hearts in a pile: it needs a ten home that no jack has used
+    // yet, and the only ten left is under it. The other way round the deal is won: the
+    // stock then deals the queens and the kings.
+    void godnattvalsenTianUnderKnekten() {
+        for (bool knektenOverst : {true, false}) {
+            Bygge b(kGodnattvalsen);
+            const kortfarg farger[4] = {SPADER, HJARTER, RUTER, KLOVER};
+            for (int c = 0; c < 4; ++c)
+                for (int v = 1; v <= (c < 3 ? 11 : 9); ++v)
+                    b.Lagg({{28 * c + v - 1, K(farger[c], v)}});
+            if (knektenOverst)
+                b.Lagg({{14, K(KLOVER, 10)}, {15, K(KLOVER, 11)}});
+            else
+                b.Lagg({{14, K(KLOVER, 11)}, {15, K(KLOVER, 10)}});
+            int lek = 112;
+            for (int v = 13; v >= 12; --v)
+                for (kortfarg f : farger)
+                    b.Lagg({{lek++, K(f, v)}});
+            QCOMPARE(b.Hopplos(), knektenOverst);
+            QCOMPARE(b.Avgor(), knektenOverst ? Utfall::Ovinnbar : Utfall::Vinnbar);
+        }
+    }
+
+    // With all four twos home a three goes home at once; with one two out it waits, and
+    // that two goes instead (the aces are all home).
+    void godnattvalsenSakertHem() {
+        for (bool allaTvaor : {true, false}) {
+            Bygge b(kGodnattvalsen);
+            const kortfarg farger[4] = {SPADER, HJARTER, RUTER, KLOVER};
+            for (int c = 0; c < 4; ++c) {
+                b.Lagg({{28 * c, K(farger[c], 1)}});
+                if (c < 3 || allaTvaor)
+                    b.Lagg({{28 * c + 1, K(farger[c], 2)}});
+            }
+            b.Lagg({{42, K(HJARTER, 9)}, {43, K(SPADER, 3)}});
+            if (!allaTvaor)
+                b.Lagg({{70, K(KLOVER, 2)}});
+            QCOMPARE(b.SakertDragen().fran, allaTvaor ? 43 : 70);
+        }
     }
 
     // Kvarnen has no last deal: the deal's number is kept out of the key, the cards' places

@@ -5,6 +5,8 @@
 #include "games/LekRegler.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <string>
 
 namespace GodnattvalsenRegler {
@@ -207,6 +209,31 @@ HiscoreResultat Resultat(const Stallning& bord) {
 
 namespace {
 
+// How many cards of each value lie on the foundations.
+std::array<int, 14> Hemma(const std::vector<Lucka>& luckor) {
+    std::array<int, 14> hemma{};
+    for (int c = 0; c < kKolumner; ++c)
+        for (int i = GrundBas(c); i < HogBas(c) && !luckor[i].Tom(); ++i)
+            ++hemma[static_cast<size_t>(luckor[i].GeKort().KortValor())];
+    return hemma;
+}
+
+// Whether each card of `vantar` can go home after its own card one value lower: a place
+// left free on the foundations (`lediga`) or a card of `fore` not barred to it (bit j of
+// `sparr[i]`: card j of `fore` lies under card i of `vantar` in a pile), each used once.
+bool RackerTill(const std::vector<std::uint8_t>& sparr, std::size_t i, unsigned tagna, int lediga,
+                std::size_t antalFore) {
+    if (i == sparr.size())
+        return true;
+    if (lediga > 0 && RackerTill(sparr, i + 1, tagna, lediga - 1, antalFore))
+        return true;
+    for (std::size_t j = 0; j < antalFore; ++j)
+        if (((tagna | sparr[i]) >> j & 1u) == 0 &&
+            RackerTill(sparr, i + 1, tagna | 1u << j, lediga, antalFore))
+            return true;
+    return false;
+}
+
 class Kunskap final : public SokKunskap {
 public:
     // Moving a card between foundations never changes which values lie on top, so tables
@@ -239,6 +266,67 @@ public:
                 ordning.push_back(d);
         dragen = ordning;
     }
+    // The foundations are built by value alone, so what matters is how many cards of each
+    // value are home: a card of value v goes home while more cards of value v − 1 are home
+    // than of v. When all four cards one lower are home, that is true for every card of
+    // value v from then on; playing one at once then takes nothing from the others, and
+    // bares the card under it sooner.
+    int SakertDrag(const SpelBord& bord, const std::vector<Drag>& dragen) const override {
+        const std::array<int, 14> hemma = Hemma(bord.luckor);
+        for (std::size_t i = 0; i < dragen.size(); ++i) {
+            const Drag& d = dragen[i];
+            if (d.slag != DragSlag::Kort || !IHogen(d.fran))
+                continue;
+            const int v = bord.luckor[d.fran].GeKort().KortValor();
+            if (hemma[static_cast<size_t>(v - 1)] == 4)
+                return static_cast<int>(i);
+        }
+        return -1;
+    }
+
+    // So each card of value v still out needs its own card of v − 1 to go home before it:
+    // one home already and not yet used by a card of v, or one still out. A card lying
+    // under it in a pile goes home after it, so cannot be that one. When the cards of
+    // some value cannot all be given one, the table cannot be won.
+    bool Hopplos(const SpelBord& bord) const override {
+        const std::vector<Lucka>& luckor = bord.luckor;
+        const std::array<int, 14> hemma = Hemma(luckor);
+        struct Ute {
+            int valor;
+            int hog; // -1 in the stock
+            int plats;
+        };
+        std::vector<Ute> ute;
+        for (int c = 0; c < kKolumner; ++c)
+            for (int i = HogBas(c); i < GrundBas(c) + kPerKolumn && !luckor[i].Tom(); ++i)
+                ute.push_back({luckor[i].GeKort().KortValor(), c, i});
+        for (int i = kForstaLek; i <= kSistaLek; ++i)
+            if (!luckor[i].Tom())
+                ute.push_back({luckor[i].GeKort().KortValor(), -1, i});
+        std::vector<std::uint8_t> sparr;
+        std::vector<const Ute*> fore;
+        for (int v = 2; v <= 13; ++v) {
+            fore.clear();
+            for (const Ute& u : ute)
+                if (u.valor == v - 1)
+                    fore.push_back(&u);
+            sparr.clear();
+            for (const Ute& u : ute) {
+                if (u.valor != v)
+                    continue;
+                std::uint8_t bitar = 0;
+                for (std::size_t j = 0; j < fore.size(); ++j)
+                    if (u.hog >= 0 && fore[j]->hog == u.hog && fore[j]->plats < u.plats)
+                        bitar = static_cast<std::uint8_t>(bitar | 1u << j);
+                sparr.push_back(bitar);
+            }
+            const int lediga = hemma[static_cast<size_t>(v - 1)] - hemma[static_cast<size_t>(v)];
+            if (!RackerTill(sparr, 0, 0, lediga, fore.size()))
+                return true;
+        }
+        return false;
+    }
+
     std::string PlatsNamn(const SpelBord& b, int i) const override {
         if (IHogen(i))
             return "pile " + std::to_string(i / kPerKolumn + 1);
