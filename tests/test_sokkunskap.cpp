@@ -1,4 +1,5 @@
 #include "cards/SokKunskap.h"
+#include "games/FarfarsklockaRegler.h"
 #include "games/KvarnenRegler.h"
 #include "games/Spelfabrik.h"
 #include "solver/Losare.h"
@@ -59,6 +60,7 @@ constexpr int kIdioten1 = 0;
 constexpr int kIdioten2 = 1;
 constexpr int kGodnattvalsen = 2;
 constexpr int kKvarnen = 4;
+constexpr int kFarfarsklocka = 6;
 constexpr int kPyramiden = 7;
 constexpr int kBlackhole = 10;
 constexpr int kStrategy = 11;
@@ -177,6 +179,33 @@ private slots:
             if (!allaTvaor)
                 b.Lagg({{70, K(KLOVER, 2)}});
             QCOMPARE(b.SakertDragen().fran, allaTvaor ? 43 : 70);
+        }
+    }
+
+    // Farfars klocka: the three of diamonds goes to the clock at once when no two is left in
+    // the piles to go on it; with the two of clubs in a pile it may be wanted there. The
+    // piles play alike: the same piles in another order are the same table.
+    void farfarsklockaSakertOchNyckel() {
+        for (bool tvaKvar : {false, true}) {
+            Bygge b(kFarfarsklocka);
+            for (int k = 0; k < 12; ++k) {
+                const auto& start = FarfarsklockaRegler::kStartkort[static_cast<std::size_t>(k)];
+                b.Lagg({{19 * k, K(start.farg, start.valor)}});
+            }
+            b.Lagg({{228, K(SPADER, 9)}, {229, K(RUTER, 3)}, {247, K(HJARTER, 8)}});
+            if (tvaKvar) {
+                b.Lagg({{266, K(KLOVER, 2)}});
+                QCOMPARE(b.Sakert(), -1);
+                continue;
+            }
+            QCOMPARE(b.SakertDragen(), KortDrag(229, 1));
+            Bygge bytt(kFarfarsklocka);
+            for (int k = 0; k < 12; ++k) {
+                const auto& start = FarfarsklockaRegler::kStartkort[static_cast<std::size_t>(k)];
+                bytt.Lagg({{19 * k, K(start.farg, start.valor)}});
+            }
+            bytt.Lagg({{361, K(SPADER, 9)}, {362, K(RUTER, 3)}, {228, K(HJARTER, 8)}});
+            QCOMPARE(bytt.Nyckel(), b.Nyckel());
         }
     }
 
