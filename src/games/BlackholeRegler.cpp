@@ -241,8 +241,9 @@ public:
         return false;
     }
 
-    // The moves after which the most fan tops fit the new hole card first (counting the card
-    // the move uncovers), then off the fullest fans: the cards buried deepest wait longest.
+    // The moves off the fullest fans first, so the cards buried deepest do not wait longest;
+    // among those, the moves after which the most fan tops fit the new hole card (counting
+    // the card the move uncovers).
     void Ordna(const SpelBord& b, std::vector<Drag>& dragen) const override {
         auto foljare = [&](const Drag& d) {
             const Kort& kort = b.luckor[d.fran].GeKort();
@@ -257,7 +258,7 @@ public:
                 if (topp >= 0 && Passar(b.luckor[topp].GeKort(), kort))
                     ++antal;
             }
-            return antal * 8 + KortIFlakt(b, d.fran);
+            return KortIFlakt(b, d.fran) * 8 + antal;
         };
         std::vector<std::pair<int, Drag>> ordnade;
         for (const Drag& d : dragen)
@@ -267,6 +268,14 @@ public:
         for (std::size_t i = 0; i < dragen.size(); ++i)
             dragen[i] = ordnade[i].second;
     }
+    // For the quick first pass: only the two most promising moves of each table.
+    bool HarTroligaDrag() const override { return true; }
+    void GallraHastigt(const SpelBord& b, std::vector<Drag>& dragen) const override {
+        Ordna(b, dragen);
+        if (dragen.size() > 2)
+            dragen.resize(2);
+    }
+
     std::string PlatsNamn(const SpelBord& b, int i) const override {
         if (ISolfjader(i))
             return "fan " + std::to_string((i - kForstaSolfjader) / kPlatserPerSolfjader + 1);
