@@ -230,7 +230,8 @@ public:
     }
 
     // Foundations first; then the stock's card onto the pile whose top is the lowest card
-    // not below it, so that the piles fall towards their tops and come home in order. Of
+    // not below it, one of its own suit before another at the same distance, so that the
+    // piles fall towards their tops and come home in order. Of
     // the moves onto empty piles, and of those onto empty foundations, one is kept: the
     // others make the same table but for which place is which.
     void Ordna(const SpelBord& bord, std::vector<Drag>& dragen) const override {
@@ -251,8 +252,10 @@ public:
             int valor = luckor[d.fran].GeKort().KortValor();
             if (Bas(d.till))
                 return 100;
-            int under = luckor[d.till - 1].GeKort().KortValor();
-            return under >= valor ? under - valor : 200 + valor - under;
+            const Kort& under = luckor[d.till - 1].GeKort();
+            const int steg = under.KortValor() >= valor ? 2 * (under.KortValor() - valor)
+                                                        : 400 + 2 * (valor - under.KortValor());
+            return steg - (under.KortFarg() == luckor[d.fran].GeKort().KortFarg() ? 1 : 0);
         };
         std::stable_sort(dragen.begin(), dragen.end(),
                          [&](const Drag& a, const Drag& b) { return vikt(a) < vikt(b); });
@@ -313,6 +316,14 @@ public:
                     klara[n++] = efter[klara[j]][e];
         return n < kvar;
     }
+    // For the quick first pass: only the three most promising moves of each table.
+    bool HarTroligaDrag() const override { return true; }
+    void GallraHastigt(const SpelBord& bord, std::vector<Drag>& dragen) const override {
+        Ordna(bord, dragen);
+        if (dragen.size() > 3)
+            dragen.resize(3);
+    }
+
     std::string PlatsNamn(const SpelBord& b, int i) const override {
         if (i >= 0 && i < kForstaGrund)
             return "pile " + std::to_string(i / kPerHog + 1);
