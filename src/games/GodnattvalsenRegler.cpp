@@ -221,15 +221,14 @@ std::array<int, 14> Hemma(const std::vector<Lucka>& luckor) {
 // Whether each card of `vantar` can go home after its own card one value lower: a place
 // left free on the foundations (`lediga`) or a card of `fore` not barred to it (bit j of
 // `sparr[i]`: card j of `fore` lies under card i of `vantar` in a pile), each used once.
-bool RackerTill(const std::vector<std::uint8_t>& sparr, std::size_t i, unsigned tagna, int lediga,
-                std::size_t antalFore) {
-    if (i == sparr.size())
+bool RackerTill(const std::uint8_t* sparr, int antal, unsigned tagna, int lediga, int antalFore) {
+    if (antal == 0)
         return true;
-    if (lediga > 0 && RackerTill(sparr, i + 1, tagna, lediga - 1, antalFore))
+    if (lediga > 0 && RackerTill(sparr + 1, antal - 1, tagna, lediga - 1, antalFore))
         return true;
-    for (std::size_t j = 0; j < antalFore; ++j)
-        if (((tagna | sparr[i]) >> j & 1u) == 0 &&
-            RackerTill(sparr, i + 1, tagna | 1u << j, lediga, antalFore))
+    for (int j = 0; j < antalFore; ++j)
+        if ((((tagna | *sparr) >> j) & 1u) == 0 &&
+            RackerTill(sparr + 1, antal - 1, tagna | 1u << j, lediga, antalFore))
             return true;
     return false;
 }
@@ -291,37 +290,41 @@ public:
     bool Hopplos(const SpelBord& bord) const override {
         const std::vector<Lucka>& luckor = bord.luckor;
         const std::array<int, 14> hemma = Hemma(luckor);
-        struct Ute {
-            int valor;
-            int hog; // -1 in the stock
-            int plats;
+        // The cards still out by value: their pile (-1 in the stock) and slot.
+        constexpr int kHogst = 8;
+        std::array<std::array<std::pair<int, int>, kHogst>, 14> ute;
+        std::array<int, 14> antal{};
+        auto lagg = [&](int i, int hog) {
+            const auto v = static_cast<size_t>(luckor[i].GeKort().KortValor());
+            if (antal[v] < kHogst)
+                ute[v][static_cast<size_t>(antal[v])] = {hog, i};
+            ++antal[v];
         };
-        std::vector<Ute> ute;
         for (int c = 0; c < kKolumner; ++c)
             for (int i = HogBas(c); i < GrundBas(c) + kPerKolumn && !luckor[i].Tom(); ++i)
-                ute.push_back({luckor[i].GeKort().KortValor(), c, i});
+                lagg(i, c);
         for (int i = kForstaLek; i <= kSistaLek; ++i)
             if (!luckor[i].Tom())
-                ute.push_back({luckor[i].GeKort().KortValor(), -1, i});
-        std::vector<std::uint8_t> sparr;
-        std::vector<const Ute*> fore;
-        for (int v = 2; v <= 13; ++v) {
-            fore.clear();
-            for (const Ute& u : ute)
-                if (u.valor == v - 1)
-                    fore.push_back(&u);
-            sparr.clear();
-            for (const Ute& u : ute) {
-                if (u.valor != v)
-                    continue;
-                std::uint8_t bitar = 0;
-                for (std::size_t j = 0; j < fore.size(); ++j)
-                    if (u.hog >= 0 && fore[j]->hog == u.hog && fore[j]->plats < u.plats)
-                        bitar = static_cast<std::uint8_t>(bitar | 1u << j);
-                sparr.push_back(bitar);
+                lagg(i, -1);
+        for (size_t v = 2; v <= 13; ++v) {
+            if (antal[v] > kHogst || antal[v - 1] > kHogst)
+                continue;
+            std::array<std::uint8_t, kHogst> sparr{};
+            bool nagonSparr = false;
+            for (int y = 0; y < antal[v]; ++y) {
+                const auto [hog, plats] = ute[v][static_cast<size_t>(y)];
+                for (int x = 0; x < antal[v - 1] && hog >= 0; ++x) {
+                    const auto [xHog, xPlats] = ute[v - 1][static_cast<size_t>(x)];
+                    if (xHog == hog && xPlats < plats) {
+                        sparr[static_cast<size_t>(y)] |= static_cast<std::uint8_t>(1u << x);
+                        nagonSparr = true;
+                    }
+                }
             }
-            const int lediga = hemma[static_cast<size_t>(v - 1)] - hemma[static_cast<size_t>(v)];
-            if (!RackerTill(sparr, 0, 0, lediga, fore.size()))
+            const int lediga = hemma[v - 1] - hemma[v];
+            if (nagonSparr && !RackerTill(sparr.data(), antal[v], 0, lediga, antal[v - 1]))
+                return true;
+            if (!nagonSparr && antal[v] > lediga + antal[v - 1])
                 return true;
         }
         return false;
