@@ -59,6 +59,7 @@ struct Bygge {
 constexpr int kIdioten1 = 0;
 constexpr int kIdioten2 = 1;
 constexpr int kGodnattvalsen = 2;
+constexpr int kTower = 3;
 constexpr int kKvarnen = 4;
 constexpr int kFarfarsklocka = 6;
 constexpr int kPyramiden = 7;
@@ -207,6 +208,32 @@ private slots:
             bytt.Lagg({{361, K(SPADER, 9)}, {362, K(RUTER, 3)}, {228, K(HJARTER, 8)}});
             QCOMPARE(bytt.Nyckel(), b.Nyckel());
         }
+    }
+
+    // Tower of Hanoi: the towers play alike, so the same towers in another order are the same
+    // table. With every tower falling from its base up, the quick pass takes the shortest
+    // way: the four goes onto the seven, out of the way of the six.
+    void towerKortasteVagen() {
+        Bygge b(kTower);
+        b.Lagg({{0, K(HJARTER, 9)}, {1, K(HJARTER, 8)}, {2, K(HJARTER, 7)}});
+        b.Lagg({{9, K(HJARTER, 6)}, {10, K(HJARTER, 5)}, {11, K(HJARTER, 4)}});
+        b.Lagg({{18, K(HJARTER, 3)}, {19, K(HJARTER, 2)}, {20, K(HJARTER, 1)}});
+        std::vector<Drag> dragen = Sokbara(b.regler, *b.bord);
+        const int troligt = b.regler.Kunskap().TroligtDrag(*b.bord, dragen);
+        QVERIFY(troligt >= 0);
+        QCOMPARE(dragen[static_cast<std::size_t>(troligt)], KortDrag(11, 3));
+
+        Bygge bytt(kTower);
+        bytt.Lagg({{18, K(HJARTER, 9)}, {19, K(HJARTER, 8)}, {20, K(HJARTER, 7)}});
+        bytt.Lagg({{0, K(HJARTER, 6)}, {1, K(HJARTER, 5)}, {2, K(HJARTER, 4)}});
+        bytt.Lagg({{9, K(HJARTER, 3)}, {10, K(HJARTER, 2)}, {11, K(HJARTER, 1)}});
+        QCOMPARE(bytt.Nyckel(), b.Nyckel());
+
+        // A four on the three: no shortest way is known, the search chooses.
+        Bygge oordnad(kTower);
+        oordnad.Lagg({{0, K(HJARTER, 9)}, {9, K(HJARTER, 3)}, {10, K(HJARTER, 4)}});
+        std::vector<Drag> fler = Sokbara(oordnad.regler, *oordnad.bord);
+        QCOMPARE(oordnad.regler.Kunskap().TroligtDrag(*oordnad.bord, fler), -1);
     }
 
     // Kvarnen has no last deal: the deal's number is kept out of the key, the cards' places
