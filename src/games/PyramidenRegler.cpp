@@ -378,7 +378,7 @@ namespace {
 using Maske = std::uint32_t;
 
 // For each pyramid slot, the pyramid slots that stay covered until its card is gone: the
-// cards lying on it, directly or through others.
+// slots it lies on, directly or through others.
 std::array<Maske, kPyramidKort> OverTabell() {
     std::array<Maske, kPyramidKort> under{}; // each slot and every slot below it
     for (int i = kSistaPyramid; i >= kForstaPyramid; --i) {
@@ -517,12 +517,12 @@ public:
     }
 
     // Every pyramid card must go, and all but a king go with a partner free at the same
-    // time, each card with one partner only. A partner that lies on the card, directly or
-    // through others, is free only after the card is gone. So for each two values that
-    // make 13, the pyramid's cards of the one must find partners among the pyramid's
-    // cards of the other that do not lie on them (or under them), or among the cards of
-    // the stock and the waste, each used once; when no such pairing exists the table
-    // cannot be won.
+    // time, each card with one partner only. Of two cards one of which lies on the other,
+    // directly or through others, the lower is free only after the upper is gone, so they
+    // are never free together. So for each two values that make 13, the pyramid's cards of
+    // the one must find partners among the pyramid's cards of the other that neither lie
+    // on them nor under them, or among the cards of the stock and the waste, each used
+    // once; when no such pairing exists the table cannot be won.
     bool Hopplos(const SpelBord& b) const override {
         Kvar kvar = KortKvar(b.luckor);
         for (int v = 1; v <= 6; ++v) {
