@@ -247,26 +247,6 @@ HiscoreResultat Resultat(const Stallning& bord) {
 
 namespace {
 
-// Whether the card at `i` lies in its final place: a two at a row's left end, or the card
-// after the one to its left in suit, that one in place too.
-bool IHamn(const std::vector<Lucka>& luckor, int i) {
-    if (luckor[i].Tom())
-        return false;
-    const int forsta = i - i % kKolumner;
-    if (luckor[forsta].Tom() || luckor[forsta].GeKort().KortValor() != 2)
-        return false;
-    for (int j = forsta + 1; j <= i; ++j)
-        if (!FoljerPa(luckor[j], luckor[j - 1]))
-            return false;
-    return true;
-}
-
-bool TillHamn(const std::vector<Lucka>& luckor, const Drag& d) {
-    if (d.slag != DragSlag::Kort)
-        return false;
-    return ForstaKolumnen(d.till) || IHamn(luckor, d.till - 1);
-}
-
 class Kunskap final : public SokKunskap {
 public:
     // The rows play alike (a gap asks only for the card to its left, a row's left end for
@@ -282,20 +262,6 @@ public:
             nyckel += rad;
         nyckel.push_back(static_cast<char>(static_cast<const Stallning&>(b).forsok));
         nyckel.push_back(static_cast<char>(LekensTopp(b.luckor) + 1));
-    }
-
-    // Cards to their final place first, then the others, a two that leaves a row's left
-    // end last.
-    void Ordna(const SpelBord& b, std::vector<Drag>& dragen) const override {
-        auto rang = [&](const Drag& d) {
-            if (d.slag != DragSlag::Kort)
-                return 3;
-            if (TillHamn(b.luckor, d))
-                return ForstaKolumnen(d.fran) ? 2 : 0;
-            return ForstaKolumnen(d.fran) ? 2 : 1;
-        };
-        std::stable_sort(dragen.begin(), dragen.end(),
-                         [&](const Drag& x, const Drag& y) { return rang(x) < rang(y); });
     }
 
     std::string PlatsNamn(const SpelBord& b, int i) const override {
