@@ -2,6 +2,7 @@
 #include "games/Spelfabrik.h"
 #include "solver/Losare.h"
 #include "solver/Nyckeltabell.h"
+#include "support/PlainSokning.h"
 
 #include <QTest>
 
@@ -9,7 +10,6 @@
 #include <random>
 #include <string>
 #include <thread>
-#include <unordered_set>
 
 // The solver over every game's rules, without a window: moves made and taken back leave the
 // table exactly as it was, the wins it finds win, its "cannot be won" agrees with a plain
@@ -26,47 +26,6 @@ void SpelDatarad() {
     QTest::addColumn<int>("spel");
     for (int spel = 0; spel < kAntalSpel; ++spel)
         QTest::newRow(SpelNamn(spel)) << spel;
-}
-
-std::vector<Drag> Sokbara(const SpelRegler& regler, const SpelBord& bord) {
-    std::vector<Drag> dragen = regler.LagligaDrag(bord);
-    std::erase_if(dragen, [&](const Drag& d) { return !regler.Kunskap().Sokbart(d); });
-    return dragen;
-}
-
-// The plain search: every searchable move tried, in the rules' order, no safe moves; two
-// tables are one when every slot holds the same card and the hiscore's deal count is the
-// same. Returns 1 won, 0 cannot be won, -1 more than `max` tables.
-int PlainSok(const SpelRegler& regler, const SpelBord& start, std::size_t max) {
-    std::unordered_set<std::string> sedda;
-    auto nyckel = [&](const SpelBord& b) {
-        std::string n;
-        for (const Lucka& l : b.luckor)
-            n.push_back(KortKod(l));
-        n += std::to_string(regler.Resultat(b).giv);
-        return n;
-    };
-    std::vector<std::unique_ptr<SpelBord>> kvar;
-    kvar.push_back(start.Kopia());
-    sedda.insert(nyckel(start));
-    while (!kvar.empty()) {
-        std::unique_ptr<SpelBord> bord = std::move(kvar.back());
-        kvar.pop_back();
-        if (regler.KlarSpel(*bord))
-            return 1;
-        for (const Drag& d : Sokbara(regler, *bord)) {
-            auto nasta = bord->Kopia();
-            regler.GorDrag(*nasta, d, nullptr);
-            if (regler.KlarSpel(*nasta))
-                return 1;
-            if (!sedda.insert(nyckel(*nasta)).second)
-                continue;
-            if (sedda.size() > max)
-                return -1;
-            kvar.push_back(std::move(nasta));
-        }
-    }
-    return 0;
 }
 
 bool SpelarTillVinst(const SpelRegler& regler, const SpelBord& start,

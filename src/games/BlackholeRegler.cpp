@@ -5,6 +5,7 @@
 #include "games/KolumnRegler.h"
 #include "games/LekRegler.h"
 
+#include <array>
 #include <cstdlib>
 #include <string>
 
@@ -151,17 +152,98 @@ int KortIFlakt(const SpelBord& bord, int fran) {
     return antal;
 }
 
+// Each card goes in one value from the last, so the values the hole's top reaches run
+// round the ring ace..king without a gap. Whether some card's value (counted in `antal`)
+// lies beyond values no card left has, both ways round from the top's.
+bool Avskurna(const std::array<int, 14>& antal, int topp) {
+    std::array<bool, 14> nas{};
+    nas[static_cast<size_t>(topp)] = true;
+    for (int steg : {1, 12}) {
+        int v = topp;
+        for (int k = 0; k < 12; ++k) {
+            v = (v - 1 + steg) % 13 + 1;
+            if (antal[static_cast<size_t>(v)] == 0)
+                break;
+            nas[static_cast<size_t>(v)] = true;
+        }
+    }
+    for (int v = 1; v <= 13; ++v)
+        if (antal[static_cast<size_t>(v)] > 0 && !nas[static_cast<size_t>(v)])
+            return true;
+    return false;
+}
+
 class Kunskap final : public SokKunskap {
 public:
-    // The fans as they lie (each has its own place and neighbours) and the hole's top card:
-    // the cards beneath it never move again.
+    // How many cards each fan still holds (a fan only ever loses its top, so that tells its
+    // cards) and the value of the hole's top card: the cards beneath it never move again,
+    // and suits do not matter.
     void Nyckel(const SpelBord& b, std::string& nyckel) const override {
-        KortOchPlatser(b.luckor, kForstaSolfjader, kSistaSolfjader, nyckel);
+        unsigned packat = 0;
+        int i = 0;
+        for (int f = 0; f < kSolfjadrar; ++f) {
+            const int forsta = kForstaSolfjader + kPlatserPerSolfjader * f;
+            const int antal = b.luckor[forsta].Tom() ? 0 : Toppen(b.luckor, forsta) - forsta + 1;
+            packat |= static_cast<unsigned>(antal) << (2 * i);
+            if (++i == 4 || f == kSolfjadrar - 1) {
+                nyckel.push_back(static_cast<char>(packat));
+                packat = 0;
+                i = 0;
+            }
+        }
         int topp = HaletsTopp(b.luckor);
-        nyckel.push_back(topp < 0 ? '\0' : KortKod(b.luckor[topp]));
+        nyckel.push_back(static_cast<char>(topp < 0 ? 0 : b.luckor[topp].GeKort().KortValor()));
     }
-    // The moves after which the most fan tops fit the new hole card first (counting the card
-    // the move uncovers), then off the fullest fans: the cards buried deepest wait longest.
+
+    // Every card still in a fan goes into the hole right after a neighbour in value: the
+    // hole's top when the card is a fan top now, else a card that goes in before it. A card
+    // lying on it in its fan can be that only when it lies directly on it (the cards
+    // between would have to go in between); one under it never. So a card with no such
+    // neighbour can never go in. Likewise each card but the last is followed by a neighbour
+    // from another fan or lying directly under it: two cards without one cannot both be
+    // last.
+    bool Hopplos(const SpelBord& b) const override {
+        const std::vector<Lucka>& luckor = b.luckor;
+        const int haletsTopp = HaletsTopp(luckor);
+        std::array<int, 14> iAlla{};
+        for (int i = kForstaSolfjader; i <= kSistaSolfjader; ++i)
+            if (!luckor[i].Tom())
+                ++iAlla[static_cast<size_t>(luckor[i].GeKort().KortValor())];
+        if (haletsTopp >= 0 && Avskurna(iAlla, luckor[haletsTopp].GeKort().KortValor()))
+            return true;
+        int utanFoljare = 0;
+        for (int f = 0; f < kSolfjadrar; ++f) {
+            const int forsta = kForstaSolfjader + kPlatserPerSolfjader * f;
+            if (luckor[forsta].Tom())
+                continue;
+            const int topp = Toppen(luckor, forsta);
+            std::array<int, 14> iFlakten{};
+            for (int i = forsta; i <= topp; ++i)
+                ++iFlakten[static_cast<size_t>(luckor[i].GeKort().KortValor())];
+            for (int i = forsta; i <= topp; ++i) {
+                const Kort& kort = luckor[i].GeKort();
+                const int v = kort.KortValor();
+                const auto ned = static_cast<size_t>(v == 1 ? 13 : v - 1);
+                const auto upp = static_cast<size_t>(v == 13 ? 1 : v + 1);
+                const int iAndra = iAlla[ned] + iAlla[upp] - iFlakten[ned] - iFlakten[upp];
+                auto granne = [&](int j) {
+                    return j >= forsta && j <= topp && Passar(luckor[j].GeKort(), kort);
+                };
+                const bool foregangare =
+                    iAndra > 0 || granne(i + 1) ||
+                    (i == topp && haletsTopp >= 0 && Passar(kort, luckor[haletsTopp].GeKort()));
+                if (!foregangare)
+                    return true;
+                if (iAndra == 0 && !granne(i - 1) && ++utanFoljare > 1)
+                    return true;
+            }
+        }
+        return false;
+    }
+
+    // The moves off the fullest fans first, so the cards buried deepest do not wait longest;
+    // among those, the moves after which the most fan tops fit the new hole card (counting
+    // the card the move uncovers).
     void Ordna(const SpelBord& b, std::vector<Drag>& dragen) const override {
         auto foljare = [&](const Drag& d) {
             const Kort& kort = b.luckor[d.fran].GeKort();
@@ -176,7 +258,7 @@ public:
                 if (topp >= 0 && Passar(b.luckor[topp].GeKort(), kort))
                     ++antal;
             }
-            return antal * 8 + KortIFlakt(b, d.fran);
+            return KortIFlakt(b, d.fran) * 8 + antal;
         };
         std::vector<std::pair<int, Drag>> ordnade;
         for (const Drag& d : dragen)
@@ -185,6 +267,13 @@ public:
                          [](const auto& x, const auto& y) { return x.first < y.first; });
         for (std::size_t i = 0; i < dragen.size(); ++i)
             dragen[i] = ordnade[i].second;
+    }
+    // For the quick first pass: only the two most promising moves of each table.
+    bool HarTroligaDrag() const override { return true; }
+    void GallraHastigt(const SpelBord& b, std::vector<Drag>& dragen) const override {
+        Ordna(b, dragen);
+        if (dragen.size() > 2)
+            dragen.resize(2);
     }
 };
 

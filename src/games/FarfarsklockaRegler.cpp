@@ -5,6 +5,7 @@
 #include "games/LekRegler.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 
 namespace FarfarsklockaRegler {
@@ -200,15 +201,77 @@ HiscoreResultat Resultat(const Stallning& bord) {
 
 namespace {
 
+std::string HogensKort(const std::vector<Lucka>& luckor, int p) {
+    std::string kort;
+    for (int i = HogBas(p); i < HogBas(p) + kPlatserPerHog && !luckor[i].Tom(); ++i)
+        kort.push_back(KortKod(luckor[i]));
+    return kort;
+}
+
+bool TillKlockan(const Drag& d) {
+    return d.till <= kSistaKlocka;
+}
+
 class Kunskap final : public SokKunskap {
 public:
-    // The clock first, then the pile tops, and an empty pile last.
+    // How many cards each clock pile holds (it takes only its suit's next card, so that
+    // tells its cards), then the eight piles in order of their cards: they play alike, each
+    // built down regardless of suit and an empty one taking any card.
+    void Nyckel(const SpelBord& b, std::string& nyckel) const override {
+        const std::vector<Lucka>& luckor = b.luckor;
+        for (int k = 0; k < kAntalKlockhogar; ++k) {
+            int hojd = 0;
+            while (hojd < kPlatserPerHog && !luckor[KlockBas(k) + hojd].Tom())
+                ++hojd;
+            nyckel.push_back(static_cast<char>(hojd));
+        }
+        std::array<std::string, kAntalHogar> hogar;
+        for (int p = 0; p < kAntalHogar; ++p)
+            hogar[static_cast<size_t>(p)] = HogensKort(luckor, p);
+        std::sort(hogar.begin(), hogar.end());
+        for (const std::string& hog : hogar) {
+            nyckel += hog;
+            nyckel.push_back(0);
+        }
+    }
+
+    // The clock first, then the pile tops, and an empty pile last. Of a card's moves onto
+    // empty piles one is kept: the piles being alike, the others make the same table.
     void Ordna(const SpelBord&, std::vector<Drag>& dragen) const override {
-        auto rang = [](const Drag& d) {
-            return d.till <= kSistaKlocka ? 0 : ArHogBas(d.till) ? 2 : 1;
-        };
+        int senaste = -1;
+        std::erase_if(dragen, [&](const Drag& d) {
+            if (!ArHogBas(d.till))
+                return false;
+            const bool igen = senaste == d.fran;
+            senaste = d.fran;
+            return igen;
+        });
+        auto rang = [](const Drag& d) { return TillKlockan(d) ? 0 : ArHogBas(d.till) ? 2 : 1; };
         std::stable_sort(dragen.begin(), dragen.end(),
                          [&](const Drag& a, const Drag& b) { return rang(a) < rang(b); });
+    }
+
+    // A card to the clock when no card one lower (the king below the ace) is left in the
+    // piles: where it lies it could take nothing, so it only covers the cards under it,
+    // and moving it about the piles does nothing the clock does not do better.
+    int SakertDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
+        const std::vector<Lucka>& luckor = b.luckor;
+        std::array<int, 14> iHogarna{};
+        bool raknat = false;
+        for (std::size_t i = 0; i < dragen.size(); ++i) {
+            if (!TillKlockan(dragen[i]))
+                continue;
+            if (!raknat) {
+                for (int j = kForstaHog; j <= kSistaHog; ++j)
+                    if (!luckor[j].Tom())
+                        ++iHogarna[static_cast<size_t>(luckor[j].GeKort().KortValor())];
+                raknat = true;
+            }
+            const int v = luckor[dragen[i].fran].GeKort().KortValor();
+            if (iHogarna[static_cast<size_t>(v == 1 ? 13 : v - 1)] == 0)
+                return static_cast<int>(i);
+        }
+        return -1;
     }
 };
 

@@ -5,6 +5,8 @@
 #include "games/LekRegler.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <string>
 
 namespace GodnattvalsenRegler {
@@ -207,6 +209,30 @@ HiscoreResultat Resultat(const Stallning& bord) {
 
 namespace {
 
+// How many cards of each value lie on the foundations.
+std::array<int, 14> Hemma(const std::vector<Lucka>& luckor) {
+    std::array<int, 14> hemma{};
+    for (int c = 0; c < kKolumner; ++c)
+        for (int i = GrundBas(c); i < HogBas(c) && !luckor[i].Tom(); ++i)
+            ++hemma[static_cast<size_t>(luckor[i].GeKort().KortValor())];
+    return hemma;
+}
+
+// Whether each card of `vantar` can go home after its own card one value lower: a place
+// left free on the foundations (`lediga`) or a card of `fore` not barred to it (bit j of
+// `sparr[i]`: card j of `fore` lies under card i of `vantar` in a pile), each used once.
+bool RackerTill(const std::uint8_t* sparr, int antal, unsigned tagna, int lediga, int antalFore) {
+    if (antal == 0)
+        return true;
+    if (lediga > 0 && RackerTill(sparr + 1, antal - 1, tagna, lediga - 1, antalFore))
+        return true;
+    for (int j = 0; j < antalFore; ++j)
+        if ((((tagna | *sparr) >> j) & 1u) == 0 &&
+            RackerTill(sparr + 1, antal - 1, tagna | 1u << j, lediga, antalFore))
+            return true;
+    return false;
+}
+
 class Kunskap final : public SokKunskap {
 public:
     // Moving a card between foundations never changes which values lie on top, so tables
@@ -238,6 +264,70 @@ public:
             if (d.slag == DragSlag::Knapp)
                 ordning.push_back(d);
         dragen = ordning;
+    }
+    // The foundations are built by value alone, so what matters is how many cards of each
+    // value are home: a card of value v goes home while more cards of value v − 1 are home
+    // than of v. When all four cards one lower are home, that is true for every card of
+    // value v from then on; playing one at once then takes nothing from the others, and
+    // bares the card under it sooner.
+    int SakertDrag(const SpelBord& bord, const std::vector<Drag>& dragen) const override {
+        const std::array<int, 14> hemma = Hemma(bord.luckor);
+        for (std::size_t i = 0; i < dragen.size(); ++i) {
+            const Drag& d = dragen[i];
+            if (d.slag != DragSlag::Kort || !IHogen(d.fran))
+                continue;
+            const int v = bord.luckor[d.fran].GeKort().KortValor();
+            if (hemma[static_cast<size_t>(v - 1)] == 4)
+                return static_cast<int>(i);
+        }
+        return -1;
+    }
+
+    // So each card of value v still out needs its own card of v − 1 to go home before it:
+    // one home already and not yet used by a card of v, or one still out. A card lying
+    // under it in a pile goes home after it, so cannot be that one. When the cards of
+    // some value cannot all be given one, the table cannot be won.
+    bool Hopplos(const SpelBord& bord) const override {
+        const std::vector<Lucka>& luckor = bord.luckor;
+        const std::array<int, 14> hemma = Hemma(luckor);
+        // The cards still out by value: their pile (-1 in the stock) and slot.
+        constexpr int kHogst = 8;
+        std::array<std::array<std::pair<int, int>, kHogst>, 14> ute;
+        std::array<int, 14> antal{};
+        auto lagg = [&](int i, int hog) {
+            const auto v = static_cast<size_t>(luckor[i].GeKort().KortValor());
+            if (antal[v] < kHogst)
+                ute[v][static_cast<size_t>(antal[v])] = {hog, i};
+            ++antal[v];
+        };
+        for (int c = 0; c < kKolumner; ++c)
+            for (int i = HogBas(c); i < GrundBas(c) + kPerKolumn && !luckor[i].Tom(); ++i)
+                lagg(i, c);
+        for (int i = kForstaLek; i <= kSistaLek; ++i)
+            if (!luckor[i].Tom())
+                lagg(i, -1);
+        for (size_t v = 2; v <= 13; ++v) {
+            if (antal[v] > kHogst || antal[v - 1] > kHogst)
+                continue;
+            std::array<std::uint8_t, kHogst> sparr{};
+            bool nagonSparr = false;
+            for (int y = 0; y < antal[v]; ++y) {
+                const auto [hog, plats] = ute[v][static_cast<size_t>(y)];
+                for (int x = 0; x < antal[v - 1] && hog >= 0; ++x) {
+                    const auto [xHog, xPlats] = ute[v - 1][static_cast<size_t>(x)];
+                    if (xHog == hog && xPlats < plats) {
+                        sparr[static_cast<size_t>(y)] |= static_cast<std::uint8_t>(1u << x);
+                        nagonSparr = true;
+                    }
+                }
+            }
+            const int lediga = hemma[v - 1] - hemma[v];
+            if (nagonSparr && !RackerTill(sparr.data(), antal[v], 0, lediga, antal[v - 1]))
+                return true;
+            if (!nagonSparr && antal[v] > lediga + antal[v - 1])
+                return true;
+        }
+        return false;
     }
 };
 

@@ -4,6 +4,8 @@
 #include "games/KolumnRegler.h"
 
 #include <algorithm>
+#include <array>
+#include <string>
 
 namespace Idioten2Regler {
 
@@ -198,8 +200,142 @@ HiscoreResultat Resultat(const Stallning& bord) {
     return HiscoreResultat{kort, 1};
 }
 
+namespace {
+
+// How many cards each column holds; they lie from its base up without a gap.
+std::array<int, kKolumner> Hojder(const std::vector<Lucka>& luckor) {
+    std::array<int, kKolumner> hojd{};
+    for (int c = 0; c < kKolumner; ++c)
+        while (hojd[static_cast<size_t>(c)] < kPlatserPerKolumn &&
+               !luckor[KolumnBas(c) + hojd[static_cast<size_t>(c)]].Tom())
+            ++hojd[static_cast<size_t>(c)];
+    return hojd;
+}
+
+int KortILeken(const std::vector<Lucka>& luckor) {
+    int topp = kLeken.Topp(luckor);
+    return topp < 0 ? 0 : topp - kForstaLek + 1;
+}
+
+// Whether no column can come to hold a card in its last place, where the table's edge
+// cases lie (a top there beats nothing, and is not reached by a press).
+bool InomKanten(const std::vector<Lucka>& luckor) {
+    const std::array<int, kKolumner> hojd = Hojder(luckor);
+    const int givar = (KortILeken(luckor) + kKolumner - 1) / kKolumner;
+    return *std::max_element(hojd.begin(), hojd.end()) + givar < kPlatserPerKolumn;
+}
+
+// Whether a card of `farg` below `rang` is still in a column or the stock.
+bool LagreKvar(const std::vector<Lucka>& luckor, int farg, int rang) {
+    auto lagre = [&](int i) {
+        return !luckor[i].Tom() && luckor[i].GeKort().KortFarg() == farg &&
+               Rang(luckor[i].GeKort()) < rang;
+    };
+    for (int i = 0; i <= kSistaKolumnLucka; ++i)
+        if (lagre(i))
+            return true;
+    for (int i = kForstaLek; i <= kSistaLek; ++i)
+        if (lagre(i))
+            return true;
+    return false;
+}
+
+bool Kasserar(const Drag& d) {
+    return d.slag == DragSlag::Kort && d.till >= kForstaKasserad;
+}
+
+class Kunskap final : public SokKunskap {
+public:
+    // Each column's cards from the base up, and how many cards the stock holds (its order
+    // is the deal's): the discards are what is left. Once the stock is out the columns are
+    // alike, and are keyed in order of their cards.
+    void Nyckel(const SpelBord& b, std::string& nyckel) const override {
+        const std::vector<Lucka>& luckor = b.luckor;
+        std::array<std::string, kKolumner> kolumner;
+        for (int c = 0; c < kKolumner; ++c)
+            for (int p = 0; p < kPlatserPerKolumn && !luckor[KolumnBas(c) + p].Tom(); ++p)
+                kolumner[static_cast<size_t>(c)].push_back(KortKod(luckor[KolumnBas(c) + p]));
+        const int leken = KortILeken(luckor);
+        if (leken == 0 && InomKanten(luckor))
+            std::sort(kolumner.begin(), kolumner.end());
+        for (const std::string& k : kolumner) {
+            nyckel += k;
+            nyckel.push_back(0);
+        }
+        nyckel.push_back(static_cast<char>(leken));
+    }
+
+    // Discards first, then moves into an empty column, the card that uncovers an ace or
+    // leaves the tallest column first, then the stock.
+    void Ordna(const SpelBord& b, std::vector<Drag>& dragen) const override {
+        const std::array<int, kKolumner> hojd = Hojder(b.luckor);
+        auto rang = [&](const Drag& d) {
+            if (d.slag != DragSlag::Kort)
+                return 1000;
+            if (Kasserar(d))
+                return 0;
+            const int under = d.fran - 1;
+            if (!ArKolumnBas(d.fran) && b.luckor[under].GeKort().KortValor() == 1)
+                return 1;
+            return 100 - hojd[static_cast<size_t>(d.fran / kPlatserPerKolumn)];
+        };
+        std::stable_sort(dragen.begin(), dragen.end(),
+                         [&](const Drag& x, const Drag& y) { return rang(x) < rang(y); });
+    }
+
+    // A card whose suit has no lower card left in a column or the stock beats nothing
+    // it could ever meet: all it does where it lies is cover the cards under it, so
+    // throwing it out loses nothing. (Kept in mind: a column reaching its last place plays
+    // by other rules, so the rule is used only while no column can.)
+    int SakertDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
+        const std::vector<Lucka>& luckor = b.luckor;
+        bool inom = false;
+        bool provat = false;
+        for (std::size_t i = 0; i < dragen.size(); ++i) {
+            const Drag& d = dragen[i];
+            if (!Kasserar(d))
+                continue;
+            if (!provat) {
+                inom = InomKanten(luckor);
+                provat = true;
+            }
+            if (!inom)
+                return -1;
+            const Kort& kort = luckor[d.fran].GeKort();
+            if (!LagreKvar(luckor, kort.KortFarg(), Rang(kort)))
+                return static_cast<int>(i);
+        }
+        return -1;
+    }
+
+    // For the quick first pass: any card that can be thrown out is.
+    bool HarTroligaDrag() const override { return true; }
+    int TroligtDrag(const SpelBord&, const std::vector<Drag>& dragen) const override {
+        for (std::size_t i = 0; i < dragen.size(); ++i)
+            if (Kasserar(dragen[i]))
+                return static_cast<int>(i);
+        return -1;
+    }
+
+    std::string PlatsNamn(const SpelBord& b, int i) const override {
+        if (i >= 0 && i <= kSistaKolumnLucka)
+            return "column " + std::to_string(i / kPlatserPerKolumn + 1);
+        if (i >= kForstaKasserad && i <= kSistaKasserad)
+            return "the discards";
+        return SokKunskap::PlatsNamn(b, i);
+    }
+    std::string KnappNamn() const override { return "deal four from the stock"; }
+};
+
+const SokKunskap& Kunskapen() {
+    static const Kunskap kunskap;
+    return kunskap;
+}
+
+} // namespace
+
 const SpelRegler& Regler() {
-    return SpeletsRegler<Stallning>();
+    return SpeletsRegler<Stallning>(Kunskapen());
 }
 
 std::optional<Drag> KlickDrag(const Stallning& bord, int traff) {

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
 
 namespace IdiotenRegler {
 
@@ -244,8 +245,43 @@ HiscoreResultat Resultat(const Stallning& bord) {
     return HiscoreResultat{bord.klaraKort, bord.forsok};
 }
 
+namespace {
+
+class Kunskap final : public SokKunskap {
+public:
+    // The rows play alike (a gap asks only for the card to its left, a row's left end for
+    // any two, and each row is built alone), so the key holds the four rows in order of
+    // their cards. The stock, the aces and the deal stay as they were within an attempt.
+    void Nyckel(const SpelBord& b, std::string& nyckel) const override {
+        std::array<std::string, kRader> rader;
+        for (int r = 0; r < kRader; ++r)
+            for (int c = 0; c < kKolumner; ++c)
+                rader[static_cast<size_t>(r)].push_back(KortKod(b.luckor[kKolumner * r + c]));
+        std::sort(rader.begin(), rader.end());
+        for (const std::string& rad : rader)
+            nyckel += rad;
+        nyckel.push_back(static_cast<char>(static_cast<const Stallning&>(b).forsok));
+        nyckel.push_back(static_cast<char>(LekensTopp(b.luckor) + 1));
+    }
+
+    std::string PlatsNamn(const SpelBord& b, int i) const override {
+        if (IRutnatet(i))
+            return "row " + std::to_string(i / kKolumner + 1) + " place " +
+                   std::to_string(i % kKolumner + 1);
+        return SokKunskap::PlatsNamn(b, i);
+    }
+    std::string KnappNamn() const override { return "deal again"; }
+};
+
+const SokKunskap& Kunskapen() {
+    static const Kunskap kunskap;
+    return kunskap;
+}
+
+} // namespace
+
 const SpelRegler& Regler() {
-    return SpeletsRegler<Stallning>();
+    return SpeletsRegler<Stallning>(Kunskapen());
 }
 
 } // namespace IdiotenRegler

@@ -183,18 +183,64 @@ HiscoreResultat Resultat(const Stallning& bord) {
 
 namespace {
 
-// The key is the default, the cards alone: there is no last deal, so the deal's number
-// is only the score and two tables of the same cards have the same future.
+bool TillGrunden(const Drag& d) {
+    return d.slag == DragSlag::Kort && d.till <= kSistaGrund;
+}
+
+// The foundations first; then the moves between piles that bare a card the foundations
+// take or empty a pile; then the button; the other moves between piles last.
+int Rang(const std::vector<Lucka>& luckor, const Drag& d) {
+    if (d.slag == DragSlag::Knapp)
+        return 2;
+    if (TillGrunden(d))
+        return 0;
+    if (ArBas(d.fran))
+        return 1;
+    const Kort& under = luckor[d.fran - 1].GeKort();
+    for (int k = 0; k < 4; ++k) {
+        const int t = LekRegler::Lek{GrundBas(k), GrundBas(k) + kPlatserPerHog - 1}.Topp(luckor);
+        if (t >= 0 && luckor[t].GeKort().KortFarg() == under.KortFarg() &&
+            luckor[t].GeKort().KortValor() + 1 == under.KortValor())
+            return 1;
+    }
+    return 3;
+}
+
 class Kunskap final : public SokKunskap {
 public:
-    // The foundations first, then the button, then the moves between piles.
-    void Ordna(const SpelBord&, std::vector<Drag>& dragen) const override {
-        auto rang = [](const Drag& d) {
-            return d.slag == DragSlag::Knapp ? 1 : d.till <= kSistaGrund ? 0 : 2;
-        };
-        std::stable_sort(dragen.begin(), dragen.end(),
-                         [&](const Drag& a, const Drag& b) { return rang(a) < rang(b); });
+    // How far each foundation has come, then each pile's cards from its base up. There is
+    // no last deal, so the deal's number is only the score: two tables of the same cards
+    // have the same future.
+    void Nyckel(const SpelBord& b, std::string& nyckel) const override {
+        const std::vector<Lucka>& luckor = b.luckor;
+        for (int k = 0; k < 4; ++k) {
+            int hojd = 0;
+            while (hojd < kPlatserPerHog && !luckor[GrundBas(k) + hojd].Tom())
+                ++hojd;
+            nyckel.push_back(static_cast<char>(hojd));
+        }
+        for (int p = 0; p < kAntalHogar; ++p) {
+            for (int j = 0; j < kPlatserPerHog && !luckor[HogBas(p) + j].Tom(); ++j)
+                nyckel.push_back(KortKod(luckor[HogBas(p) + j]));
+            nyckel.push_back(0);
+        }
     }
+
+    void Ordna(const SpelBord& b, std::vector<Drag>& dragen) const override {
+        std::stable_sort(dragen.begin(), dragen.end(), [&](const Drag& x, const Drag& y) {
+            return Rang(b.luckor, x) < Rang(b.luckor, y);
+        });
+    }
+
+    // For the quick first pass: a card the foundations take goes there.
+    bool HarTroligaDrag() const override { return true; }
+    int TroligtDrag(const SpelBord&, const std::vector<Drag>& dragen) const override {
+        for (std::size_t i = 0; i < dragen.size(); ++i)
+            if (TillGrunden(dragen[i]))
+                return static_cast<int>(i);
+        return -1;
+    }
+
     std::string KnappNamn() const override { return "gather and deal again"; }
 };
 

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
+#include <cstdint>
 #include <string>
 
 namespace PyramidenRegler {
@@ -373,13 +375,165 @@ HiscoreResultat Resultat(const Stallning& bord) {
 
 namespace {
 
+using Maske = std::uint32_t;
+
+// For each pyramid slot, the pyramid slots that stay covered until its card is gone: the
+// slots it lies on, directly or through others.
+std::array<Maske, kPyramidKort> OverTabell() {
+    std::array<Maske, kPyramidKort> under{}; // each slot and every slot below it
+    for (int i = kSistaPyramid; i >= kForstaPyramid; --i) {
+        Maske m = 1u << i;
+        const int ned = i + StegNed(i);
+        if (ned <= kSistaPyramid)
+            m |= under[static_cast<size_t>(ned)] | under[static_cast<size_t>(ned + 1)];
+        under[static_cast<size_t>(i)] = m;
+    }
+    std::array<Maske, kPyramidKort> over{};
+    for (int j = kForstaPyramid; j <= kSistaPyramid; ++j)
+        for (int i = kForstaPyramid; i <= kSistaPyramid; ++i)
+            if (i != j && ((under[static_cast<size_t>(j)] >> i) & 1u) != 0)
+                over[static_cast<size_t>(i)] |= 1u << j;
+    return over;
+}
+
+const std::array<Maske, kPyramidKort>& Over() {
+    static const std::array<Maske, kPyramidKort> over = OverTabell();
+    return over;
+}
+
+// Where the cards not yet discarded lie, by value: pyramid slots as bits, and how many are
+// in the stock or on the waste.
+struct Kvar {
+    std::array<Maske, 14> pyramid{};
+    std::array<int, 14> lekOchHog{};
+    int Antal(int valor) const {
+        return std::popcount(pyramid[static_cast<size_t>(valor)]) +
+               lekOchHog[static_cast<size_t>(valor)];
+    }
+};
+
+Kvar KortKvar(const std::vector<Lucka>& luckor) {
+    Kvar kvar;
+    for (int i = kForstaPyramid; i <= kSistaPyramid; ++i)
+        if (!luckor[i].Tom())
+            kvar.pyramid[static_cast<size_t>(luckor[i].GeKort().KortValor())] |= 1u << i;
+    auto rakna = [&](int fran, int till) {
+        for (int j = fran; j <= till; ++j)
+            if (!luckor[j].Tom())
+                ++kvar.lekOchHog[static_cast<size_t>(luckor[j].GeKort().KortValor())];
+    };
+    rakna(kForstaHog, kSistaHog);
+    rakna(kForstaLek, kSistaLek);
+    return kvar;
+}
+
+// Whether the pyramid cards `ena` (bits) and `andra` of the two values of a pair can
+// all be paired: with each other where neither lies on the other, or with the other value's
+// cards in the stock and the waste (`lekEna`, `lekAndra` of them), each card once.
+bool KanParas(Maske ena, Maske andra, int lekEna, int lekAndra) {
+    if (ena == 0)
+        return std::popcount(andra) <= lekEna;
+    const int i = std::countr_zero(ena);
+    const Maske resten = ena & (ena - 1);
+    if (lekAndra > 0 && KanParas(resten, andra, lekEna, lekAndra - 1))
+        return true;
+    const std::array<Maske, kPyramidKort>& over = Over();
+    for (Maske m = andra; m != 0; m &= m - 1) {
+        const int j = std::countr_zero(m);
+        const bool ivagen = ((over[static_cast<size_t>(i)] >> j) & 1u) != 0 ||
+                            ((over[static_cast<size_t>(j)] >> i) & 1u) != 0;
+        if (!ivagen && KanParas(resten, andra & ~(1u << j), lekEna, lekAndra))
+            return true;
+    }
+    return false;
+}
+
+bool KastarKung(const SpelBord& b, const Drag& d) {
+    return d.slag == DragSlag::Kort && ArKung(b.luckor[d.fran]);
+}
+
+// A press that also takes a card, a quirk of where the stock lies under the pyramid's
+// bottom row.
+bool TryckMedKort(const Drag& d) {
+    return d.slag == DragSlag::Knapp && d.fran >= 0;
+}
+
 class Kunskap final : public SokKunskap {
 public:
-    // The cards and the deal: the stock turns over once.
+    // The pyramid's cards as bits, then the waste from the bottom and the stock from the
+    // bottom, and the pass: the discards are what is left over, and the slots a card lies
+    // in within the waste or stock follow from its place in that order.
     void Nyckel(const SpelBord& b, std::string& nyckel) const override {
-        SokKunskap::Nyckel(b, nyckel);
+        const std::vector<Lucka>& luckor = b.luckor;
+        Maske pyramid = 0;
+        for (int i = kForstaPyramid; i <= kSistaPyramid; ++i)
+            if (!luckor[i].Tom())
+                pyramid |= 1u << i;
+        for (int k = 0; k < 4; ++k)
+            nyckel.push_back(static_cast<char>((pyramid >> (8 * k)) & 0xffu));
+        for (int j = kForstaHog; j <= kSistaHog; ++j)
+            if (!luckor[j].Tom())
+                nyckel.push_back(KortKod(luckor[j]));
+        nyckel.push_back(0);
+        for (int j = kForstaLek; j <= kSistaLek; ++j)
+            if (!luckor[j].Tom())
+                nyckel.push_back(KortKod(luckor[j]));
         nyckel.push_back(static_cast<char>(static_cast<const Stallning&>(b).giv));
     }
+
+    // Kings first, then pairs within the pyramid, then pairs with the waste, then the
+    // stock. A press that also takes a card is left out: the table it makes is made as
+    // well by the pair or king and the press one after the other, both of which stay.
+    void Ordna(const SpelBord&, std::vector<Drag>& dragen) const override {
+        std::erase_if(dragen, TryckMedKort);
+        auto rang = [&](const Drag& d) {
+            if (d.slag == DragSlag::Kort)
+                return 0;
+            if (d.slag == DragSlag::Par)
+                return IPyramiden(d.fran) && IPyramiden(d.andra) ? 1 : 2;
+            return 3;
+        };
+        std::stable_sort(dragen.begin(), dragen.end(),
+                         [&](const Drag& x, const Drag& y) { return rang(x) < rang(y); });
+    }
+
+    // A king pairs with nothing: where it lies it only covers cards, so taking it away at
+    // once loses nothing. Two cards that are the last of their two values can only ever go
+    // with each other, so they too may go at once.
+    int SakertDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
+        for (std::size_t i = 0; i < dragen.size(); ++i)
+            if (KastarKung(b, dragen[i]))
+                return static_cast<int>(i);
+        Kvar kvar = KortKvar(b.luckor);
+        for (std::size_t i = 0; i < dragen.size(); ++i) {
+            const Drag& d = dragen[i];
+            if (d.slag != DragSlag::Par)
+                continue;
+            int v = b.luckor[d.fran].GeKort().KortValor();
+            if (kvar.Antal(v) == 1 && kvar.Antal(13 - v) == 1)
+                return static_cast<int>(i);
+        }
+        return -1;
+    }
+
+    // Every pyramid card must go, and all but a king go with a partner free at the same
+    // time, each card with one partner only. Of two cards one of which lies on the other,
+    // directly or through others, the lower is free only after the upper is gone, so they
+    // are never free together. So for each two values that make 13, the pyramid's cards of
+    // the one must find partners among the pyramid's cards of the other that neither lie
+    // on them nor under them, or among the cards of the stock and the waste, each used
+    // once; when no such pairing exists the table cannot be won.
+    bool Hopplos(const SpelBord& b) const override {
+        Kvar kvar = KortKvar(b.luckor);
+        for (int v = 1; v <= 6; ++v) {
+            const auto w = static_cast<size_t>(13 - v);
+            const auto u = static_cast<size_t>(v);
+            if (!KanParas(kvar.pyramid[u], kvar.pyramid[w], kvar.lekOchHog[u], kvar.lekOchHog[w]))
+                return true;
+        }
+        return false;
+    }
+
     std::string KnappNamn() const override { return "turn the stock"; }
 };
 

@@ -3,7 +3,9 @@
 #include "cards/Flyttar.h"
 #include "cards/Luckor.h"
 #include "games/LekRegler.h"
+
 #include <algorithm>
+#include <array>
 #include <string>
 
 namespace StrategyRegler {
@@ -190,29 +192,88 @@ HiscoreResultat Resultat(const Stallning& bord) {
 
 namespace {
 
+// A pile's cards from its base up.
+std::string HogensKort(const std::vector<Lucka>& luckor, int c) {
+    std::string kort;
+    for (int i = HogBas(c); i < HogBas(c) + kPerHog && !luckor[i].Tom(); ++i)
+        kort.push_back(KortKod(luckor[i]));
+    return kort;
+}
+
 class Kunskap final : public SokKunskap {
 public:
+    // Any pile takes any card, and any empty foundation an ace: the piles are alike, and so
+    // are the foundations. The key holds how far each suit has come home, how many cards
+    // the stock still holds (its order is the deal's), and the piles in order of their
+    // cards.
+    void Nyckel(const SpelBord& bord, std::string& nyckel) const override {
+        const std::vector<Lucka>& luckor = bord.luckor;
+        std::array<char, 4> hemma{};
+        for (int bas = kForstaGrund; bas < kForstaLek; bas += kPerHog) {
+            int hojd = 0;
+            while (hojd < kPerHog && !luckor[bas + hojd].Tom())
+                ++hojd;
+            if (hojd > 0)
+                hemma[static_cast<size_t>(luckor[bas].GeKort().KortFarg())] =
+                    static_cast<char>(hojd);
+        }
+        nyckel.append(hemma.begin(), hemma.end());
+        nyckel.push_back(static_cast<char>(LekensTopp(luckor) - kForstaLek + 1));
+        std::array<std::string, kHogar> hogar;
+        for (int c = 0; c < kHogar; ++c)
+            hogar[static_cast<size_t>(c)] = HogensKort(luckor, c);
+        std::sort(hogar.begin(), hogar.end());
+        for (const std::string& hog : hogar) {
+            nyckel += hog;
+            nyckel.push_back(0);
+        }
+    }
+
     // Foundations first; then the stock's card onto the pile whose top is the lowest card
-    // not below it, so that the piles fall towards their tops and come home in order.
+    // not below it, one of its own suit before another at the same distance, so that the
+    // piles fall towards their tops and come home in order. Of
+    // the moves onto empty piles, and of those onto empty foundations, one is kept: the
+    // others make the same table but for which place is which.
     void Ordna(const SpelBord& bord, std::vector<Drag>& dragen) const override {
+        const std::vector<Lucka>& luckor = bord.luckor;
+        bool tomHog = false;
+        bool tomGrund = false;
+        std::erase_if(dragen, [&](const Drag& d) {
+            if (!Bas(d.till) || d.fran < kForstaLek)
+                return false;
+            bool& sedd = IGrunden(d.till) ? tomGrund : tomHog;
+            const bool igen = sedd;
+            sedd = true;
+            return igen;
+        });
         auto vikt = [&](const Drag& d) {
             if (IGrunden(d.till))
                 return -1;
-            int valor = bord.luckor[d.fran].GeKort().KortValor();
+            int valor = luckor[d.fran].GeKort().KortValor();
             if (Bas(d.till))
                 return 100;
-            int under = bord.luckor[d.till - 1].GeKort().KortValor();
-            return under >= valor ? under - valor : 200 + valor - under;
+            const Kort& under = luckor[d.till - 1].GeKort();
+            const int steg = under.KortValor() >= valor ? 2 * (under.KortValor() - valor)
+                                                        : 400 + 2 * (valor - under.KortValor());
+            return steg - (under.KortFarg() == luckor[d.fran].GeKort().KortFarg() ? 1 : 0);
         };
         std::stable_sort(dragen.begin(), dragen.end(),
                          [&](const Drag& a, const Drag& b) { return vikt(a) < vikt(b); });
     }
     // Once the stock is out the only moves are pile tops to the foundations, and making one
     // takes none of the others away: each foundation wants its own suit's next card.
+    // Before that, an ace from the stock goes home at once: put on a pile instead it would
+    // only wait there for the cards put on it later to go home first, while the table
+    // without it can play every card the same way.
     int SakertDrag(const SpelBord& bord, const std::vector<Drag>& dragen) const override {
-        if (LekensTopp(bord.luckor) >= 0 || dragen.empty())
+        if (dragen.empty())
             return -1;
-        return 0;
+        if (LekensTopp(bord.luckor) < 0)
+            return 0;
+        for (std::size_t i = 0; i < dragen.size(); ++i)
+            if (IGrunden(dragen[i].till))
+                return static_cast<int>(i);
+        return -1;
     }
     // A pile's cards leave only once the stock is out, and then only to their foundations:
     // each card after the one above it in its pile and after its suit's card one lower. When
@@ -254,6 +315,13 @@ public:
                 if (--fore[efter[klara[j]][e]] == 0)
                     klara[n++] = efter[klara[j]][e];
         return n < kvar;
+    }
+    // For the quick first pass: only the three most promising moves of each table.
+    bool HarTroligaDrag() const override { return true; }
+    void GallraHastigt(const SpelBord& bord, std::vector<Drag>& dragen) const override {
+        Ordna(bord, dragen);
+        if (dragen.size() > 3)
+            dragen.resize(3);
     }
 };
 

@@ -5,6 +5,9 @@
 #include "games/LekRegler.h"
 
 #include <algorithm>
+#include <array>
+#include <optional>
+#include <string>
 
 namespace TowerRegler {
 
@@ -175,8 +178,101 @@ HiscoreResultat Resultat(const Stallning&) {
     return HiscoreResultat{0, 1};
 }
 
+namespace {
+
+// Where each value lies when every tower falls from its base up: the tower of each card
+// (index 1..9), or nothing while some card lies on a smaller one.
+std::optional<std::array<int, 10>> Ordnade(const std::vector<Lucka>& luckor) {
+    std::array<int, 10> torn{};
+    for (int t = 0; t < kTorn; ++t) {
+        int forra = 10;
+        for (int i = kPerTorn * t; i < kPerTorn * (t + 1) && Fylld(luckor, i); ++i) {
+            const int v = luckor[i].GeKort().KortValor();
+            if (v >= forra || v < 1 || v > 9)
+                return std::nullopt;
+            torn[static_cast<size_t>(v)] = t;
+            forra = v;
+        }
+    }
+    return torn;
+}
+
+// The next move of the shortest way to put cards 1..k onto tower `mal`, as (card, tower),
+// or card 0 when they are there: the cards below k go out of the way, then k moves.
+std::pair<int, int> NastaFlytt(const std::array<int, 10>& torn, int k, int mal) {
+    if (k == 0)
+        return {0, 0};
+    if (torn[static_cast<size_t>(k)] == mal)
+        return NastaFlytt(torn, k - 1, mal);
+    const int tredje = 3 - torn[static_cast<size_t>(k)] - mal;
+    std::pair<int, int> forst = NastaFlytt(torn, k - 1, tredje);
+    if (forst.first != 0)
+        return forst;
+    return {k, mal};
+}
+
+class Kunskap final : public SokKunskap {
+public:
+    // The towers in order of their cards: any card may go onto a larger one or into an empty
+    // tower, and any tower may end the game, so the towers play alike.
+    void Nyckel(const SpelBord& b, std::string& nyckel) const override {
+        std::array<std::string, kTorn> torn;
+        for (int t = 0; t < kTorn; ++t)
+            for (int i = kPerTorn * t; i < kPerTorn * (t + 1) && Fylld(b.luckor, i); ++i)
+                torn[static_cast<size_t>(t)].push_back(KortKod(b.luckor[i]));
+        std::sort(torn.begin(), torn.end());
+        for (const std::string& t : torn) {
+            nyckel += t;
+            nyckel.push_back(0);
+        }
+    }
+
+    // A card onto the card one higher first, then onto other cards, then into an empty
+    // tower; the larger cards first.
+    void Ordna(const SpelBord& b, std::vector<Drag>& dragen) const override {
+        auto rang = [&](const Drag& d) {
+            const int valor = b.luckor[d.fran].GeKort().KortValor();
+            if (TornBas(d.till))
+                return 200 - valor;
+            const int under = b.luckor[d.till - 1].GeKort().KortValor();
+            return (under == valor + 1 ? 0 : 100) - valor;
+        };
+        std::stable_sort(dragen.begin(), dragen.end(),
+                         [&](const Drag& x, const Drag& y) { return rang(x) < rang(y); });
+    }
+
+    // For the quick first pass: once every tower falls from its base up, the moves of the
+    // shortest way to gather them all on the nine's tower.
+    bool HarTroligaDrag() const override { return true; }
+    int TroligtDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
+        std::optional<std::array<int, 10>> torn = Ordnade(b.luckor);
+        if (!torn)
+            return -1;
+        auto [kort, mal] = NastaFlytt(*torn, 8, (*torn)[9]);
+        for (std::size_t i = 0; i < dragen.size(); ++i) {
+            const Drag& d = dragen[i];
+            if (b.luckor[d.fran].GeKort().KortValor() == kort && d.till / kPerTorn == mal)
+                return static_cast<int>(i);
+        }
+        return -1;
+    }
+
+    std::string PlatsNamn(const SpelBord& b, int i) const override {
+        if (i >= 0 && i <= kSistaTornLucka)
+            return "tower " + std::to_string(i / kPerTorn + 1);
+        return SokKunskap::PlatsNamn(b, i);
+    }
+};
+
+const SokKunskap& Kunskapen() {
+    static const Kunskap kunskap;
+    return kunskap;
+}
+
+} // namespace
+
 const SpelRegler& Regler() {
-    return SpeletsRegler<Stallning>();
+    return SpeletsRegler<Stallning>(Kunskapen());
 }
 
 } // namespace TowerRegler
