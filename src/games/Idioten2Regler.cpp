@@ -317,13 +317,6 @@ public:
         return -1;
     }
 
-    std::string PlatsNamn(const SpelBord& b, int i) const override {
-        if (i >= 0 && i <= kSistaKolumnLucka)
-            return "column " + std::to_string(i / kPlatserPerKolumn + 1);
-        if (i >= kForstaKasserad && i <= kSistaKasserad)
-            return "the discards";
-        return SokKunskap::PlatsNamn(b, i);
-    }
     std::string KnappNamn() const override { return "deal four from the stock"; }
 };
 

@@ -264,12 +264,6 @@ public:
         nyckel.push_back(static_cast<char>(LekensTopp(b.luckor) + 1));
     }
 
-    std::string PlatsNamn(const SpelBord& b, int i) const override {
-        if (IRutnatet(i))
-            return "row " + std::to_string(i / kKolumner + 1) + " place " +
-                   std::to_string(i % kKolumner + 1);
-        return SokKunskap::PlatsNamn(b, i);
-    }
     std::string KnappNamn() const override { return "deal again"; }
 };
 

@@ -256,12 +256,6 @@ public:
         }
         return -1;
     }
-
-    std::string PlatsNamn(const SpelBord& b, int i) const override {
-        if (i >= 0 && i <= kSistaTornLucka)
-            return "tower " + std::to_string(i / kPerTorn + 1);
-        return SokKunskap::PlatsNamn(b, i);
-    }
 };
 
 const SokKunskap& Kunskapen() {
