@@ -7,6 +7,7 @@
 #include "games/Spelfabrik.h"
 #include "platform/Meddelande.h"
 #include "support/Gester.h"
+#include "support/Hjalpkorning.h"
 #include "welcome/WelcomeView.h"
 
 #include <QAction>
@@ -23,58 +24,7 @@
 
 namespace {
 
-constexpr int kVanta = 60000;
-
-void Behandla() {
-    for (int i = 0; i < 3; ++i) {
-        QCoreApplication::sendPostedEvents();
-        QCoreApplication::processEvents();
-    }
-}
-
-// One run of the program on its own data folder, cards moving at once.
-struct Korning {
-    QTemporaryDir dir;
-    std::unique_ptr<FjolkWin> win;
-
-    Korning() {
-        AttributeStore::SetDataDirectory(dir.path().toStdString());
-        win = std::make_unique<FjolkWin>(BRect(0, 0, 800, 600), AttributeStore::Program());
-        win->ValkomstVy()->animeringsRuta->setChecked(false);
-        win->ValkomstVy()->spelarFalt->setText(QStringLiteral("Spelare"));
-        Behandla();
-    }
-    Spelhjalp& Hjalp() { return *win->Hjalp(); }
-    FjolkView& Vy() { return *win->SpelVy(); }
-    Patiens& Spel() { return *win->SpelVy()->Spel(); }
-    void Posta(type_code what) {
-        QCoreApplication::postEvent(win.get(), new Meddelande(what));
-        Behandla();
-    }
-    // Game `spel` dealt with random numbers seeded by `fro`.
-    void Starta(int spel, unsigned fro) {
-        std::srand(fro);
-        win->InitSpel(spel, TitelNamn(spel));
-        win->SpelVy()->TaEmotSpel(
-            [&] { return SkapaSpel(spel, win->SpelVy(), win->SpelVy()->Bounds(), false); });
-        win->MenusBeginning();
-        Behandla();
-    }
-    void Gor(const Drag& d) {
-        std::optional<Gest> gest = Spel().GestFor(d);
-        QVERIFY2(gest.has_value(), Beskriv(d).c_str());
-        GorGest(Vy(), *gest);
-        Behandla();
-    }
-    void VantaPaSvar() { QTRY_VERIFY_WITH_TIMEOUT(!Hjalp().Soker(), kVanta); }
-    HighScoreTable Forsta(int spel) {
-        HiscoreLista tabell{};
-        std::string namn = "FJOLK:Spel" + std::to_string(spel);
-        AttributeStore::Program().ReadAttr(namn.c_str(), B_RAW_TYPE, 0, tabell.data(),
-                                           sizeof tabell);
-        return tabell[0];
-    }
-};
+constexpr int kVanta = kVantaPaLosaren;
 
 bool Listat(const SpelRegler& regler, const SpelBord& bord, const Drag& drag) {
     for (const Drag& d : regler.LagligaDrag(bord))
@@ -325,60 +275,6 @@ private slots:
         QTest::mouseRelease(&k.Vy(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
         QVERIFY(!k.Hjalp().Slutfors());
         QVERIFY(!k.Spel().KlarSpel());
-    }
-
-    // In games of each family: along the moves of a solution nothing is said; the move that
-    // loses the deal is named by the notice, and Undo takes the notice away.
-    void forloratSagsExaktPaDragetSomForlorade() {
-        int varnade = 0;
-        SokGranser snabb;
-        snabb.lagen = 20000;
-        // One game of each family whose solutions pass a table with a move that loses.
-        for (int spel : {0, 7, 8, 10}) {
-            unsigned fro = VinnbarFroFor(spel);
-            const SpelRegler& regler = *ReglerFor(spel);
-            auto bord = GivFor(spel, fro);
-            SokSvar svar = Los(regler, *bord, Spelhjalp::SpelarGranser());
-            QVERIFY(svar.utfall == Utfall::Vinnbar);
-            std::vector<Drag> vag;
-            std::optional<Drag> forlorar;
-            for (std::size_t steg = 0; steg < svar.drag.size() && steg < 30 && !forlorar; ++steg) {
-                for (const Drag& d : regler.LagligaDrag(*bord))
-                    if (regler.Kunskap().Sokbart(d) && !(d == svar.drag[steg]) &&
-                        Los(regler, *Efter(regler, *bord, d), snabb).utfall == Utfall::Ovinnbar) {
-                        forlorar = d;
-                        break;
-                    }
-                if (!forlorar) {
-                    vag.push_back(svar.drag[steg]);
-                    bord = Efter(regler, *bord, svar.drag[steg]);
-                }
-            }
-            QVERIFY2(forlorar.has_value(), SpelNamn(spel));
-            Korning k;
-            k.Hjalp().forlorasRuta->setChecked(true);
-            k.Starta(spel, fro);
-            k.VantaPaSvar();
-            for (const Drag& d : vag) {
-                k.Gor(d);
-                k.VantaPaSvar();
-                QVERIFY2(k.Hjalp().notis->Text().isEmpty(), qPrintable(k.Hjalp().notis->Text()));
-            }
-            QCOMPARE(k.Hjalp().Utfallet(), std::optional<Utfall>(Utfall::Vinnbar));
-            QString ord = QString::fromStdString(DragIOrd(regler, k.Spel().Tabell(), *forlorar));
-            k.Gor(*forlorar);
-            k.VantaPaSvar();
-            QCOMPARE(k.Hjalp().Utfallet(), std::optional<Utfall>(Utfall::Ovinnbar));
-            QCOMPARE(
-                k.Hjalp().notis->Text(),
-                QStringLiteral("The move ") + ord +
-                    QStringLiteral(" lost this deal: it can no longer be won. Undo may help."));
-            k.Posta(kAngra);
-            k.VantaPaSvar();
-            QVERIFY(k.Hjalp().notis->Text().isEmpty());
-            ++varnade;
-        }
-        QCOMPARE(varnade, 4);
     }
 
     void fonstretSvararMedanLosarenSoker() {

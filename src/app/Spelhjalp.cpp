@@ -15,6 +15,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include <algorithm>
 #include <cstdlib>
 #include <utility>
 
@@ -50,7 +51,7 @@ std::unique_ptr<SpelBord> Efter(const SpelRegler& regler, const SpelBord& fore, 
 
 } // namespace
 
-Bordsnotis::Bordsnotis(FjolkView* vy) : QWidget(vy) {
+Bordsnotis::Bordsnotis(FjolkView* view) : QWidget(view), vy(view) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setObjectName(QStringLiteral("notice"));
     setGeometry(vy->rect());
@@ -67,6 +68,7 @@ void Bordsnotis::Visa(const QString& nyText, std::vector<QRect> nyaRamar, int ms
     if (ms > 0)
         klocka.start(ms);
     setGeometry(parentWidget()->rect());
+    Placera();
     show();
     raise();
     update();
@@ -76,13 +78,73 @@ void Bordsnotis::Rensa() {
     klocka.stop();
     text.clear();
     ramar.clear();
+    ruta = QRect();
     hide();
 }
 
 bool Bordsnotis::eventFilter(QObject* mal, QEvent* e) {
-    if (mal == parentWidget() && e->type() == QEvent::Resize)
+    if (mal == parentWidget() && e->type() == QEvent::Resize) {
         setGeometry(parentWidget()->rect());
+        Placera();
+    }
     return false;
+}
+
+QFont Bordsnotis::Font() {
+    QFont font = KortSpel::BordsFont();
+    font.setPixelSize(15);
+    font.setBold(true);
+    return font;
+}
+
+std::vector<QRect> Bordsnotis::Hinder() const {
+    std::vector<QRect> hinder;
+    const Patiens* spel = vy->Spel();
+    if (spel == nullptr)
+        return hinder;
+    for (const Lucka& l : spel->Luckor())
+        if (!l.Tom())
+            hinder.push_back(ToQRect(l.GePos()));
+    for (const Patiens::KnappPlats& knapp : spel->Knappar())
+        hinder.push_back(ToQRect(knapp.ruta));
+    return hinder;
+}
+
+// The widest box that fits in a free part of the table, as low as it can lie and as near the
+// middle; when the cards leave no room, at the bottom over them.
+void Bordsnotis::Placera() {
+    ruta = QRect();
+    if (text.isEmpty())
+        return;
+    constexpr int kKant = 6;
+    QFontMetrics matt(Font());
+    std::vector<QRect> hinder = Hinder();
+    auto ledig = [&](const QRect& r) {
+        QRect med = r.adjusted(-2, -2, 2, 2);
+        return std::none_of(hinder.begin(), hinder.end(),
+                            [&](const QRect& h) { return h.intersects(med); });
+    };
+    auto storlek = [&](int bredd) {
+        QRect inne = matt.boundingRect(QRect(0, 0, bredd - 20, 10000), Qt::TextWordWrap, text);
+        return QSize(std::min(bredd, inne.width() + 20), inne.height() + 12);
+    };
+    const int storst = width() - 2 * kKant;
+    for (int bredd = storst; bredd >= std::min(storst, 160); bredd -= std::max(8, storst / 12)) {
+        QSize s = storlek(bredd);
+        for (int y = height() - kKant - s.height(); y >= kKant; y -= 3) {
+            int mitt = (width() - s.width()) / 2;
+            for (int dx = 0; dx <= mitt - kKant; dx += 6)
+                for (int x : {mitt - dx, mitt + dx}) {
+                    QRect r(QPoint(x, y), s);
+                    if (ledig(r)) {
+                        ruta = r;
+                        return;
+                    }
+                }
+        }
+    }
+    QSize s = storlek(storst);
+    ruta = QRect(QPoint((width() - s.width()) / 2, height() - kKant - s.height()), s);
 }
 
 void Bordsnotis::paintEvent(QPaintEvent*) {
@@ -94,17 +156,12 @@ void Bordsnotis::paintEvent(QPaintEvent*) {
         p.drawRoundedRect(QRectF(r).adjusted(-3, -3, 3, 3), 5, 5);
     if (text.isEmpty())
         return;
-    p.setFont(KortSpel::BordsFont());
-    QRect ruta = p.fontMetrics()
-                     .boundingRect(rect().adjusted(20, 0, -20, 0), Qt::TextWordWrap, text)
-                     .adjusted(-10, -6, 10, 6);
-    ruta.moveBottom(height() - 12);
-    ruta.moveLeft((width() - ruta.width()) / 2);
-    p.setPen(Qt::NoPen);
-    p.setBrush(QColor(255, 255, 230, 235));
-    p.drawRoundedRect(ruta, 6, 6);
+    p.setFont(Font());
+    p.setPen(QPen(QColor(60, 60, 40), 1));
+    p.setBrush(QColor(255, 255, 230));
+    p.drawRoundedRect(QRectF(ruta).adjusted(0.5, 0.5, -0.5, -0.5), 6, 6);
     p.setPen(Qt::black);
-    p.drawText(ruta, Qt::AlignCenter | Qt::TextWordWrap, text);
+    p.drawText(ruta.adjusted(10, 6, -10, -6), Qt::AlignCenter | Qt::TextWordWrap, text);
 }
 
 Spelhjalp::Spelhjalp(QWidget* fonster, FjolkView* view, WelcomeView* valkomstVy,
@@ -362,8 +419,12 @@ void Spelhjalp::Besvara(int id, const SokSvar& svar) {
                     dragText = QStringLiteral("The move ") + DragText(*fore, d);
                     break;
                 }
-            notis->Visa(dragText + QStringLiteral(" lost this deal: it can no longer be won. "
-                                                  "Undo may help."));
+            // A redeal that clears the undo records leaves nothing to undo.
+            notis->Visa(dragText + (vy->Spel()->Has_Undos()
+                                        ? QStringLiteral(" lost this deal: it can no longer be "
+                                                         "won. Undo may help.")
+                                        : QStringLiteral(" lost this deal: it can no longer be "
+                                                         "won.")));
         }
         MenusBeginning();
         return;
