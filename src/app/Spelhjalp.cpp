@@ -90,9 +90,9 @@ bool Bordsnotis::eventFilter(QObject* mal, QEvent* e) {
     return false;
 }
 
-QFont Bordsnotis::Font() {
+QFont Bordsnotis::Font(int pixlar) {
     QFont font = KortSpel::BordsFont();
-    font.setPixelSize(15);
+    font.setPixelSize(pixlar);
     font.setBold(true);
     return font;
 }
@@ -111,39 +111,41 @@ std::vector<QRect> Bordsnotis::Hinder() const {
 }
 
 // The widest box that fits in a free part of the table, as low as it can lie and as near the
-// middle; when the cards leave no room, at the bottom over them.
+// middle, in a smaller type when the table leaves too little room for the usual one; when the
+// cards leave no room at all, at the bottom over them.
 void Bordsnotis::Placera() {
     ruta = QRect();
+    pixlar = kPixlar.front();
     if (text.isEmpty())
         return;
     constexpr int kKant = 6;
-    QFontMetrics matt(Font());
     std::vector<QRect> hinder = Hinder();
     auto ledig = [&](const QRect& r) {
         QRect med = r.adjusted(-2, -2, 2, 2);
         return std::none_of(hinder.begin(), hinder.end(),
                             [&](const QRect& h) { return h.intersects(med); });
     };
-    auto storlek = [&](int bredd) {
-        QRect inne = matt.boundingRect(QRect(0, 0, bredd - 20, 10000), Qt::TextWordWrap, text);
+    auto storlek = [&](int px, int bredd) {
+        QRect inne = QFontMetrics(Font(px)).boundingRect(QRect(0, 0, bredd - 20, 10000),
+                                                         Qt::TextWordWrap, text);
         return QSize(std::min(bredd, inne.width() + 20), inne.height() + 12);
     };
     const int storst = width() - 2 * kKant;
-    for (int bredd = storst; bredd >= std::min(storst, 160); bredd -= std::max(8, storst / 12)) {
-        QSize s = storlek(bredd);
-        for (int y = height() - kKant - s.height(); y >= kKant; y -= 3) {
+    for (int px : kPixlar)
+        for (int bredd = storst; bredd >= std::min(storst, 160);
+             bredd -= std::max(8, storst / 16)) {
+            QSize s = storlek(px, bredd);
             int mitt = (width() - s.width()) / 2;
-            for (int dx = 0; dx <= mitt - kKant; dx += 6)
-                for (int x : {mitt - dx, mitt + dx}) {
-                    QRect r(QPoint(x, y), s);
-                    if (ledig(r)) {
-                        ruta = r;
-                        return;
-                    }
-                }
+            for (int y = height() - kKant - s.height(); y >= kKant; y -= 3)
+                for (int dx = 0; dx <= mitt - kKant; dx += 6)
+                    for (int x : {mitt - dx, mitt + dx})
+                        if (ledig(QRect(QPoint(x, y), s))) {
+                            ruta = QRect(QPoint(x, y), s);
+                            pixlar = px;
+                            return;
+                        }
         }
-    }
-    QSize s = storlek(storst);
+    QSize s = storlek(pixlar, storst);
     ruta = QRect(QPoint((width() - s.width()) / 2, height() - kKant - s.height()), s);
 }
 
@@ -156,7 +158,7 @@ void Bordsnotis::paintEvent(QPaintEvent*) {
         p.drawRoundedRect(QRectF(r).adjusted(-3, -3, 3, 3), 5, 5);
     if (text.isEmpty())
         return;
-    p.setFont(Font());
+    p.setFont(Font(pixlar));
     p.setPen(QPen(QColor(60, 60, 40), 1));
     p.setBrush(QColor(255, 255, 230));
     p.drawRoundedRect(QRectF(ruta).adjusted(0.5, 0.5, -0.5, -0.5), 6, 6);

@@ -8,6 +8,7 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <array>
 #include <chrono>
 #include <deque>
 #include <functional>
@@ -37,7 +38,7 @@ public:
     const std::vector<QRect>& Ramar() const { return ramar; }
     // Where the text's box lies in the view; empty while there is no text.
     QRect Ruta() const { return ruta; }
-    static QFont Font();
+    static QFont Font(int pixlar);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -48,10 +49,14 @@ private:
     // What the box must not hide: the cards on the table and its buttons.
     std::vector<QRect> Hinder() const;
 
+    // The type sizes the text is set in, the first where the table leaves room.
+    static constexpr std::array<int, 3> kPixlar{15, 13, 11};
+
     FjolkView* vy;
     QString text;
     std::vector<QRect> ramar;
     QRect ruta;
+    int pixlar = kPixlar.front();
     QTimer klocka;
 };
 
