@@ -8,6 +8,7 @@
 #include "platform/Meddelande.h"
 #include "support/Gester.h"
 #include "support/Hjalpkorning.h"
+#include "support/Smabord.h"
 #include "welcome/WelcomeView.h"
 
 #include <QAction>
@@ -112,44 +113,37 @@ private slots:
         }
     }
 
-    // In every game: the hint is a move the rules list, and from a winnable table the table
-    // after it can still be won.
+    // In every game, on a small table laid out by hand: the hint is a move the rules list,
+    // nothing moves, and the table after it can still be won.
     void tipsetArEttListatDragSomHallerBordetVinnbart() {
         for (int spel = 0; spel < kAntalSpel; ++spel) {
             Korning k;
-            k.Starta(spel, VinnbarFroFor(spel));
+            k.Starta(spel, 1);
+            LaggUt(k, SmaBord(spel));
             const SpelRegler& regler = k.Spel().Regler();
             auto fore = k.Spel().Tabell().Kopia();
-            SokSvar svar = Los(regler, *fore, Spelhjalp::SpelarGranser());
+            QCOMPARE(Los(regler, *fore, Spelhjalp::SpelarGranser()).utfall, Utfall::Vinnbar);
             k.Hjalp().Tips();
             k.VantaPaSvar();
-            if (svar.utfall == Utfall::Ovinnbar) {
-                QVERIFY(!k.Hjalp().SenasteTips().has_value());
-                continue;
-            }
             QVERIFY2(k.Hjalp().SenasteTips().has_value(), SpelNamn(spel));
             const Drag& tips = *k.Hjalp().SenasteTips();
             QVERIFY2(Listat(regler, *fore, tips), SpelNamn(spel));
-            // Nothing moved.
             QVERIFY(k.Spel().Tabell().Lika(*fore));
-            if (svar.utfall == Utfall::Vinnbar) {
-                QVERIFY2(k.Hjalp().notis->Text().startsWith(QStringLiteral("Hint: ")),
-                         qPrintable(k.Hjalp().notis->Text()));
-                QVERIFY(!k.Hjalp().notis->Ramar().empty());
-                QCOMPARE(
-                    Los(regler, *Efter(regler, *fore, tips), Spelhjalp::SpelarGranser()).utfall,
-                    Utfall::Vinnbar);
-            }
+            QVERIFY2(k.Hjalp().notis->Text().startsWith(QStringLiteral("Hint: ")),
+                     qPrintable(k.Hjalp().notis->Text()));
+            QVERIFY(!k.Hjalp().notis->Ramar().empty());
+            QCOMPARE(Los(regler, *Efter(regler, *fore, tips), Spelhjalp::SpelarGranser()).utfall,
+                     Utfall::Vinnbar);
         }
     }
 
     void tipsPaEttForloratBordSagerDet() {
         Korning k;
-        // Black hole: a deal the solver proves cannot be won.
-        unsigned fro = 1;
-        while (Los(*ReglerFor(10), *GivFor(10, fro)).utfall != Utfall::Ovinnbar)
-            ++fro;
-        k.Starta(10, fro);
+        // Black hole's small table after the move that loses it.
+        Uppstallning b = SmaBord(10);
+        k.Starta(10, 1);
+        LaggUt(k, b);
+        k.Gor(b.forlorar);
         k.Hjalp().Tips();
         k.VantaPaSvar();
         QCOMPARE(k.Hjalp().notis->Text(),
@@ -202,6 +196,63 @@ private slots:
             QCOMPARE(Korten(k.Spel().Tabell()), Korten(*GivFor(10, giv.fro)));
             QCOMPARE(k.Hjalp().notis->Text(), QString::fromStdString(VinnbarText(10, giv)));
         }
+    }
+
+    void vinnbarTextenSagerHurDetGick() {
+        VinnbarGiv hittad{7, 3, true};
+        QCOMPARE(QString::fromStdString(VinnbarText(2, hittad)),
+                 QStringLiteral("Deal 3 of 3 tried can be won"));
+        VinnbarGiv ingen{7, 100, false};
+        QCOMPARE(QString::fromStdString(VinnbarText(2, ingen)),
+                 QStringLiteral("None of the 100 deals of Godnattvalsen tried could be shown to be "
+                                "winnable in time: this one is dealt, and it may not be"));
+    }
+
+    // The search for a winnable deal runs beside the window: held on the solver's thread, the
+    // window still takes commands, and closing the game ends the search without a deal.
+    void givSokningenSlutarNarSpeletStangs() {
+        Korning k;
+        k.Hjalp().vinnbaraRuta->setChecked(true);
+        k.win->show();
+        QVERIFY(QTest::qWaitForWindowExposed(k.win.get()));
+        HallnaSokningar h(k);
+        k.Posta(kStartaSpel0 + 2);
+        QTRY_VERIFY_WITH_TIMEOUT(h.inne.load() > 0, kVanta);
+        QVERIFY(k.Hjalp().Soker());
+        QCOMPARE(k.Hjalp().notis->Text(),
+                 QStringLiteral("Looking for a deal that can be won (deal 1)..."));
+        QVERIFY(!k.Hjalp().tipsItem->isEnabled());
+        k.Posta(kStang);
+        QVERIFY(!k.Hjalp().Soker());
+        QVERIFY(k.Vy().Spel() == nullptr);
+        QCOMPARE(k.Hjalp().notis->Text(), QString());
+        h.slapp = true;
+        QTest::qWait(100);
+        Behandla();
+        QVERIFY(k.Vy().Spel() == nullptr);
+        QCOMPARE(k.Hjalp().notis->Text(), QString());
+    }
+
+    // A new deal asked for while the search runs starts the search over, from deal 1.
+    void nyGivUnderSokningenBorjarOm() {
+        Korning k;
+        k.win->show();
+        QVERIFY(QTest::qWaitForWindowExposed(k.win.get()));
+        k.Starta(3, 1);
+        k.Hjalp().vinnbaraRuta->setChecked(true);
+        HallnaSokningar h(k);
+        k.Posta(kNyGiv);
+        QTRY_VERIFY_WITH_TIMEOUT(h.inne.load() > 0, kVanta);
+        QVERIFY(k.Hjalp().Soker());
+        k.Posta(kNyGiv);
+        QVERIFY(k.Hjalp().Soker());
+        QCOMPARE(k.Hjalp().notis->Text(),
+                 QStringLiteral("Looking for a deal that can be won (deal 1)..."));
+        h.slapp = true;
+        k.VantaPaSvar();
+        QVERIFY2(k.Hjalp().notis->Text().startsWith(QStringLiteral("Deal ")),
+                 qPrintable(k.Hjalp().notis->Text()));
+        QVERIFY(k.Vy().isEnabled());
     }
 
     // Finish plays the solution through the play view as the player's own moves: the same
@@ -280,15 +331,9 @@ private slots:
     void fonstretSvararMedanLosarenSoker() {
         Korning k;
         k.Starta(8, 1);
-        std::atomic<bool> inne{false};
-        std::atomic<bool> slapp{false};
-        k.Hjalp().Trad().SattTestKrok([&] {
-            inne = true;
-            while (!slapp)
-                std::this_thread::yield();
-        });
+        HallnaSokningar h(k);
         k.Hjalp().Tips();
-        QTRY_VERIFY_WITH_TIMEOUT(inne.load(), kVanta);
+        QTRY_VERIFY_WITH_TIMEOUT(h.inne.load() > 0, kVanta);
         QVERIFY(k.Hjalp().Soker());
         QCOMPARE(k.Hjalp().tipsItem->text(), QStringLiteral("Hint (searching...)"));
         // Meanwhile the game's own first choice, said to be a guess.
@@ -305,7 +350,7 @@ private slots:
         k.Gor(dragen.front());
         QVERIFY(!k.Spel().Tabell().Lika(*fore));
         QVERIFY(!k.Hjalp().Soker());
-        slapp = true;
+        h.slapp = true;
     }
 };
 

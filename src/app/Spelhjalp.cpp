@@ -617,7 +617,9 @@ void Spelhjalp::ProvaNastaGiv() {
         std::srand(klar.giv.fro);
         klar.dela();
         EfterDrag();
-        notis->Visa(QString::fromStdString(VinnbarText(klar.spel, klar.giv)), {}, kBeskedTid);
+        // Told for a few seconds when a winnable deal was found; else until the first move.
+        notis->Visa(QString::fromStdString(VinnbarText(klar.spel, klar.giv)), {},
+                    klar.giv.hittad ? kBeskedTid : 0);
         MenusBeginning();
         return;
     }

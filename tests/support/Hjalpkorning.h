@@ -16,9 +16,11 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <atomic>
 #include <cstdlib>
 #include <memory>
 #include <string>
+#include <thread>
 
 // The longest a test waits for the solver's answer.
 inline constexpr int kVantaPaLosaren = 60000;
@@ -72,4 +74,25 @@ struct Korning {
                                            sizeof tabell);
         return tabell[0];
     }
+};
+
+// Holds every search of a run's solver thread at its first check until `slapp` is set: the
+// window's side of a search that takes long. Let go when it goes; the solver's thread may
+// outlive it, so what the hook reads is shared with it.
+struct HallnaSokningar {
+    struct Lage {
+        std::atomic<int> inne{0};
+        std::atomic<bool> slapp{false};
+    };
+    std::shared_ptr<Lage> lage = std::make_shared<Lage>();
+    std::atomic<int>& inne = lage->inne;
+    std::atomic<bool>& slapp = lage->slapp;
+    explicit HallnaSokningar(Korning& k) {
+        k.Hjalp().Trad().SattTestKrok([l = lage] {
+            ++l->inne;
+            while (!l->slapp)
+                std::this_thread::yield();
+        });
+    }
+    ~HallnaSokningar() { slapp = true; }
 };
