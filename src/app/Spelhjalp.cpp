@@ -614,6 +614,9 @@ void Spelhjalp::ProvaNastaGiv() {
         GivSok klar = std::move(sok);
         givSok.reset();
         vy->setEnabled(true);
+        // Disabled while the search ran, the view lost the keyboard; the player's keys are
+        // for the table again.
+        vy->setFocus();
         std::srand(klar.giv.fro);
         klar.dela();
         EfterDrag();
