@@ -107,6 +107,9 @@ std::vector<QRect> Bordsnotis::Hinder() const {
             hinder.push_back(ToQRect(l.GePos()));
     for (const Patiens::KnappPlats& knapp : spel->Knappar())
         hinder.push_back(ToQRect(knapp.ruta));
+    // The outlines a hint draws around its cards.
+    for (const QRect& r : ramar)
+        hinder.push_back(r.adjusted(-5, -5, 5, 5));
     return hinder;
 }
 

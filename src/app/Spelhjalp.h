@@ -46,7 +46,7 @@ protected:
 
 private:
     void Placera();
-    // What the box must not hide: the cards on the table and its buttons.
+    // What the box must not hide: the cards on the table, its buttons and a hint's outlines.
     std::vector<QRect> Hinder() const;
 
     // The type sizes the text is set in, the first where the table leaves room.
