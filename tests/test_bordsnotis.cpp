@@ -61,6 +61,18 @@ private slots:
         QVERIFY(kort > 0);
         for (const Patiens::KnappPlats& knapp : k.Spel().Knappar())
             QVERIFY2(!ToQRect(knapp.ruta).intersects(ruta), knapp.namn.c_str());
+        // At 640 x 480 and larger the table leaves room clear of all that is drawn on it,
+        // counters and the outlines of empty places too: the box covers only the green.
+        if (storlek.isValid()) {
+            const QImage& ram = k.Vy().OffBitmap();
+            const QRgb gron = qRgb(0, 160, 0);
+            const qreal kvot = ram.devicePixelRatio();
+            for (int y = ruta.top(); y <= ruta.bottom(); ++y)
+                for (int x = ruta.left(); x <= ruta.right(); ++x)
+                    QVERIFY2((ram.pixel(static_cast<int>(x * kvot), static_cast<int>(y * kvot)) |
+                              0xff000000u) == gron,
+                             qPrintable(Text(ruta)));
+        }
         notis.Rensa();
         QVERIFY(notis.Ruta().isEmpty());
     }

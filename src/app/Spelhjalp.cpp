@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -113,9 +114,57 @@ std::vector<QRect> Bordsnotis::Hinder() const {
     return hinder;
 }
 
+namespace {
+
+// What the plain green table shows besides its green, in cells of kCell × kCell view pixels,
+// summed so that any rectangle's count is four look-ups.
+class Ritat {
+public:
+    static constexpr int kCell = 4;
+    Ritat(const QImage& ram, QSize vy)
+        : bredd(vy.width() / kCell + 1), hojd(vy.height() / kCell + 1) {
+        summa.assign(static_cast<std::size_t>((bredd + 1) * (hojd + 1)), 0);
+        const qreal kvot = ram.devicePixelRatio();
+        const QRgb gron = qRgb(kBordsGron.red, kBordsGron.green, kBordsGron.blue);
+        const int w = std::min(ram.width(), static_cast<int>(vy.width() * kvot));
+        const int h = std::min(ram.height(), static_cast<int>(vy.height() * kvot));
+        std::vector<char> fylld(static_cast<std::size_t>(bredd * hojd), 0);
+        for (int y = 0; y < h; ++y) {
+            const QRgb* rad = reinterpret_cast<const QRgb*>(ram.constScanLine(y));
+            const int cy = static_cast<int>(y / kvot) / kCell;
+            for (int x = 0; x < w; ++x)
+                if ((rad[x] | 0xff000000u) != gron)
+                    fylld[static_cast<std::size_t>(cy * bredd +
+                                                   static_cast<int>(x / kvot) / kCell)] = 1;
+        }
+        for (int cy = 0; cy < hojd; ++cy)
+            for (int cx = 0; cx < bredd; ++cx)
+                At(cx + 1, cy + 1) = fylld[static_cast<std::size_t>(cy * bredd + cx)] +
+                                     At(cx, cy + 1) + At(cx + 1, cy) - At(cx, cy);
+    }
+    bool Tomt(const QRect& r) const {
+        int x0 = std::clamp(r.left() / kCell, 0, bredd),
+            x1 = std::clamp(r.right() / kCell + 1, 0, bredd);
+        int y0 = std::clamp(r.top() / kCell, 0, hojd),
+            y1 = std::clamp(r.bottom() / kCell + 1, 0, hojd);
+        return At(x1, y1) - At(x0, y1) - At(x1, y0) + At(x0, y0) == 0;
+    }
+
+private:
+    int& At(int x, int y) { return summa[static_cast<std::size_t>(y * (bredd + 1) + x)]; }
+    int At(int x, int y) const { return summa[static_cast<std::size_t>(y * (bredd + 1) + x)]; }
+    int bredd;
+    int hojd;
+    std::vector<int> summa;
+};
+
+} // namespace
+
 // The widest box that fits in a free part of the table, as low as it can lie and as near the
-// middle, in a smaller type when the table leaves too little room for the usual one; when the
-// cards leave no room at all, at the bottom over them.
+// middle, in a smaller type when the table leaves too little room for the usual one. On the
+// plain green table it keeps clear of all that is drawn on it (a game's counters and empty
+// places too) when it can, else of the cards, buttons and a hint's outlines; when the cards
+// leave no room at all, it lies at the bottom over them.
 void Bordsnotis::Placera() {
     ruta = QRect();
     pixlar = kPixlar.front();
@@ -123,31 +172,39 @@ void Bordsnotis::Placera() {
         return;
     constexpr int kKant = 6;
     std::vector<QRect> hinder = Hinder();
-    auto ledig = [&](const QRect& r) {
-        QRect med = r.adjusted(-2, -2, 2, 2);
-        return std::none_of(hinder.begin(), hinder.end(),
-                            [&](const QRect& h) { return h.intersects(med); });
-    };
+    std::optional<Ritat> ritat;
+    if (vy->HarRam() && vy->BakgrundsBild().isNull() && vy->Spel() != nullptr)
+        ritat.emplace(vy->OffBitmap(), size());
     auto storlek = [&](int px, int bredd) {
         QRect inne = QFontMetrics(Font(px)).boundingRect(QRect(0, 0, bredd - 20, 10000),
                                                          Qt::TextWordWrap, text);
         return QSize(std::min(bredd, inne.width() + 20), inne.height() + 12);
     };
     const int storst = width() - 2 * kKant;
-    for (int px : kPixlar)
-        for (int bredd = storst; bredd >= std::min(storst, 160);
-             bredd -= std::max(8, storst / 16)) {
-            QSize s = storlek(px, bredd);
-            int mitt = (width() - s.width()) / 2;
-            for (int y = height() - kKant - s.height(); y >= kKant; y -= 3)
-                for (int dx = 0; dx <= mitt - kKant; dx += 6)
-                    for (int x : {mitt - dx, mitt + dx})
-                        if (ledig(QRect(QPoint(x, y), s))) {
-                            ruta = QRect(QPoint(x, y), s);
-                            pixlar = px;
-                            return;
-                        }
-        }
+    for (bool allt : {true, false}) {
+        if (allt && !ritat)
+            continue;
+        auto ledig = [&](const QRect& r) {
+            QRect med = r.adjusted(-2, -2, 2, 2);
+            return (!allt || ritat->Tomt(med)) &&
+                   std::none_of(hinder.begin(), hinder.end(),
+                                [&](const QRect& h) { return h.intersects(med); });
+        };
+        for (int px : kPixlar)
+            for (int bredd = storst; bredd >= std::min(storst, 160);
+                 bredd -= std::max(8, storst / 16)) {
+                QSize s = storlek(px, bredd);
+                int mitt = (width() - s.width()) / 2;
+                for (int y = height() - kKant - s.height(); y >= kKant; y -= 3)
+                    for (int dx = 0; dx <= mitt - kKant; dx += 6)
+                        for (int x : {mitt - dx, mitt + dx})
+                            if (ledig(QRect(QPoint(x, y), s))) {
+                                ruta = QRect(QPoint(x, y), s);
+                                pixlar = px;
+                                return;
+                            }
+            }
+    }
     QSize s = storlek(pixlar, storst);
     ruta = QRect(QPoint((width() - s.width()) / 2, height() - kKant - s.height()), s);
 }
