@@ -601,9 +601,17 @@ void Spelhjalp::NastaSlutDrag() {
     }
     Drag d = slutDrag.front();
     slutDrag.pop_front();
+    // A card the window is too small to show cannot be pressed: no gesture makes the move, or
+    // it would miss.
     std::optional<Gest> gest = spel->GestFor(d);
-    if (!gest) {
+    const QRect synligt = vy->rect();
+    if (!gest || !synligt.contains(ToQPoint(gest->fran)) ||
+        (!gest->klick && !synligt.contains(ToQPoint(gest->till)))) {
         SlutaSlutfora();
+        notis->Visa(QStringLiteral("Finish stopped: the move ") + DragText(spel->Tabell(), d) +
+                        QStringLiteral(" cannot be made in the window as it is. A larger "
+                                       "window may show its card."),
+                    {}, kBeskedTid);
         return;
     }
     egnaGester = true;
