@@ -288,6 +288,27 @@ private slots:
         QVERIFY(k.win->HiInfo() != nullptr);
     }
 
+    // A card the window is too small to show cannot be pressed: Finish stops and says so
+    // rather than pressing beside it.
+    void slutforSagerTillNarKortetArUtanforFonstret() {
+        Korning k;
+        k.win->show();
+        QVERIFY(QTest::qWaitForWindowExposed(k.win.get()));
+        k.Starta(8, 1);
+        k.win->resize(320, 130);
+        Behandla();
+        LaggUt(k, SmaBord(8));
+        auto fore = k.Spel().Tabell().Kopia();
+        k.Hjalp().Slutfor();
+        QTRY_VERIFY_WITH_TIMEOUT(!k.Hjalp().Soker() && !k.Hjalp().Slutfors(), kVanta);
+        QVERIFY2(k.Hjalp().notis->Text().startsWith(QStringLiteral("Finish stopped: the move ")),
+                 qPrintable(k.Hjalp().notis->Text()));
+        QVERIFY(k.Hjalp().notis->Text().endsWith(
+            QStringLiteral(" cannot be made in the window as it is. A larger window may show "
+                           "its card.")));
+        QVERIFY(k.Spel().Tabell().Lika(*fore));
+    }
+
     // With "Finish by Itself" on, once every card left can go home the game plays them there:
     // the player makes only the first moves of a solution.
     void slutforSjalvSpelarHemKortenNarInteAnnatBehovs() {
