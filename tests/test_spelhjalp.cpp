@@ -7,6 +7,8 @@
 #include "games/Spelfabrik.h"
 #include "platform/Meddelande.h"
 #include "support/Gester.h"
+#include "support/Hjalpkorning.h"
+#include "support/Smabord.h"
 #include "welcome/WelcomeView.h"
 
 #include <QAction>
@@ -23,58 +25,7 @@
 
 namespace {
 
-constexpr int kVanta = 60000;
-
-void Behandla() {
-    for (int i = 0; i < 3; ++i) {
-        QCoreApplication::sendPostedEvents();
-        QCoreApplication::processEvents();
-    }
-}
-
-// One run of the program on its own data folder, cards moving at once.
-struct Korning {
-    QTemporaryDir dir;
-    std::unique_ptr<FjolkWin> win;
-
-    Korning() {
-        AttributeStore::SetDataDirectory(dir.path().toStdString());
-        win = std::make_unique<FjolkWin>(BRect(0, 0, 800, 600), AttributeStore::Program());
-        win->ValkomstVy()->animeringsRuta->setChecked(false);
-        win->ValkomstVy()->spelarFalt->setText(QStringLiteral("Spelare"));
-        Behandla();
-    }
-    Spelhjalp& Hjalp() { return *win->Hjalp(); }
-    FjolkView& Vy() { return *win->SpelVy(); }
-    Patiens& Spel() { return *win->SpelVy()->Spel(); }
-    void Posta(type_code what) {
-        QCoreApplication::postEvent(win.get(), new Meddelande(what));
-        Behandla();
-    }
-    // Game `spel` dealt with random numbers seeded by `fro`.
-    void Starta(int spel, unsigned fro) {
-        std::srand(fro);
-        win->InitSpel(spel, TitelNamn(spel));
-        win->SpelVy()->TaEmotSpel(
-            [&] { return SkapaSpel(spel, win->SpelVy(), win->SpelVy()->Bounds(), false); });
-        win->MenusBeginning();
-        Behandla();
-    }
-    void Gor(const Drag& d) {
-        std::optional<Gest> gest = Spel().GestFor(d);
-        QVERIFY2(gest.has_value(), Beskriv(d).c_str());
-        GorGest(Vy(), *gest);
-        Behandla();
-    }
-    void VantaPaSvar() { QTRY_VERIFY_WITH_TIMEOUT(!Hjalp().Soker(), kVanta); }
-    HighScoreTable Forsta(int spel) {
-        HiscoreLista tabell{};
-        std::string namn = "FJOLK:Spel" + std::to_string(spel);
-        AttributeStore::Program().ReadAttr(namn.c_str(), B_RAW_TYPE, 0, tabell.data(),
-                                           sizeof tabell);
-        return tabell[0];
-    }
-};
+constexpr int kVanta = kVantaPaLosaren;
 
 bool Listat(const SpelRegler& regler, const SpelBord& bord, const Drag& drag) {
     for (const Drag& d : regler.LagligaDrag(bord))
@@ -162,44 +113,37 @@ private slots:
         }
     }
 
-    // In every game: the hint is a move the rules list, and from a winnable table the table
-    // after it can still be won.
+    // In every game, on a small table laid out by hand: the hint is a move the rules list,
+    // nothing moves, and the table after it can still be won.
     void tipsetArEttListatDragSomHallerBordetVinnbart() {
         for (int spel = 0; spel < kAntalSpel; ++spel) {
             Korning k;
-            k.Starta(spel, VinnbarFroFor(spel));
+            k.Starta(spel, 1);
+            LaggUt(k, SmaBord(spel));
             const SpelRegler& regler = k.Spel().Regler();
             auto fore = k.Spel().Tabell().Kopia();
-            SokSvar svar = Los(regler, *fore, Spelhjalp::SpelarGranser());
+            QCOMPARE(Los(regler, *fore, Spelhjalp::SpelarGranser()).utfall, Utfall::Vinnbar);
             k.Hjalp().Tips();
             k.VantaPaSvar();
-            if (svar.utfall == Utfall::Ovinnbar) {
-                QVERIFY(!k.Hjalp().SenasteTips().has_value());
-                continue;
-            }
             QVERIFY2(k.Hjalp().SenasteTips().has_value(), SpelNamn(spel));
             const Drag& tips = *k.Hjalp().SenasteTips();
             QVERIFY2(Listat(regler, *fore, tips), SpelNamn(spel));
-            // Nothing moved.
             QVERIFY(k.Spel().Tabell().Lika(*fore));
-            if (svar.utfall == Utfall::Vinnbar) {
-                QVERIFY2(k.Hjalp().notis->Text().startsWith(QStringLiteral("Hint: ")),
-                         qPrintable(k.Hjalp().notis->Text()));
-                QVERIFY(!k.Hjalp().notis->Ramar().empty());
-                QCOMPARE(
-                    Los(regler, *Efter(regler, *fore, tips), Spelhjalp::SpelarGranser()).utfall,
-                    Utfall::Vinnbar);
-            }
+            QVERIFY2(k.Hjalp().notis->Text().startsWith(QStringLiteral("Hint: ")),
+                     qPrintable(k.Hjalp().notis->Text()));
+            QVERIFY(!k.Hjalp().notis->Ramar().empty());
+            QCOMPARE(Los(regler, *Efter(regler, *fore, tips), Spelhjalp::SpelarGranser()).utfall,
+                     Utfall::Vinnbar);
         }
     }
 
     void tipsPaEttForloratBordSagerDet() {
         Korning k;
-        // Black hole: a deal the solver proves cannot be won.
-        unsigned fro = 1;
-        while (Los(*ReglerFor(10), *GivFor(10, fro)).utfall != Utfall::Ovinnbar)
-            ++fro;
-        k.Starta(10, fro);
+        // Black hole's small table after the move that loses it.
+        Uppstallning b = SmaBord(10);
+        k.Starta(10, 1);
+        LaggUt(k, b);
+        k.Gor(b.forlorar);
         k.Hjalp().Tips();
         k.VantaPaSvar();
         QCOMPARE(k.Hjalp().notis->Text(),
@@ -254,6 +198,63 @@ private slots:
         }
     }
 
+    void vinnbarTextenSagerHurDetGick() {
+        VinnbarGiv hittad{7, 3, true};
+        QCOMPARE(QString::fromStdString(VinnbarText(2, hittad)),
+                 QStringLiteral("Deal 3 of 3 tried can be won"));
+        VinnbarGiv ingen{7, 100, false};
+        QCOMPARE(QString::fromStdString(VinnbarText(2, ingen)),
+                 QStringLiteral("None of the 100 deals of Godnattvalsen tried could be shown to be "
+                                "winnable in time: this one is dealt, and it may not be"));
+    }
+
+    // The search for a winnable deal runs beside the window: held on the solver's thread, the
+    // window still takes commands, and closing the game ends the search without a deal.
+    void givSokningenSlutarNarSpeletStangs() {
+        Korning k;
+        k.Hjalp().vinnbaraRuta->setChecked(true);
+        k.win->show();
+        QVERIFY(QTest::qWaitForWindowExposed(k.win.get()));
+        HallnaSokningar h(k);
+        k.Posta(kStartaSpel0 + 2);
+        QTRY_VERIFY_WITH_TIMEOUT(h.inne.load() > 0, kVanta);
+        QVERIFY(k.Hjalp().Soker());
+        QCOMPARE(k.Hjalp().notis->Text(),
+                 QStringLiteral("Looking for a deal that can be won (deal 1)..."));
+        QVERIFY(!k.Hjalp().tipsItem->isEnabled());
+        k.Posta(kStang);
+        QVERIFY(!k.Hjalp().Soker());
+        QVERIFY(k.Vy().Spel() == nullptr);
+        QCOMPARE(k.Hjalp().notis->Text(), QString());
+        h.slapp = true;
+        QTest::qWait(100);
+        Behandla();
+        QVERIFY(k.Vy().Spel() == nullptr);
+        QCOMPARE(k.Hjalp().notis->Text(), QString());
+    }
+
+    // A new deal asked for while the search runs starts the search over, from deal 1.
+    void nyGivUnderSokningenBorjarOm() {
+        Korning k;
+        k.win->show();
+        QVERIFY(QTest::qWaitForWindowExposed(k.win.get()));
+        k.Starta(3, 1);
+        k.Hjalp().vinnbaraRuta->setChecked(true);
+        HallnaSokningar h(k);
+        k.Posta(kNyGiv);
+        QTRY_VERIFY_WITH_TIMEOUT(h.inne.load() > 0, kVanta);
+        QVERIFY(k.Hjalp().Soker());
+        k.Posta(kNyGiv);
+        QVERIFY(k.Hjalp().Soker());
+        QCOMPARE(k.Hjalp().notis->Text(),
+                 QStringLiteral("Looking for a deal that can be won (deal 1)..."));
+        h.slapp = true;
+        k.VantaPaSvar();
+        QVERIFY2(k.Hjalp().notis->Text().startsWith(QStringLiteral("Deal ")),
+                 qPrintable(k.Hjalp().notis->Text()));
+        QVERIFY(k.Vy().isEnabled());
+    }
+
     // Finish plays the solution through the play view as the player's own moves: the same
     // hiscore entry as the same moves made by hand.
     void slutforVinnerMedSammaPostSomForHand() {
@@ -285,6 +286,27 @@ private slots:
         QCOMPARE(slutford.giv, forHand.giv);
         QCOMPARE(slutford.angra, forHand.angra);
         QVERIFY(k.win->HiInfo() != nullptr);
+    }
+
+    // A card the window is too small to show cannot be pressed: Finish stops and says so
+    // rather than pressing beside it.
+    void slutforSagerTillNarKortetArUtanforFonstret() {
+        Korning k;
+        k.win->show();
+        QVERIFY(QTest::qWaitForWindowExposed(k.win.get()));
+        k.Starta(8, 1);
+        k.win->resize(320, 130);
+        Behandla();
+        LaggUt(k, SmaBord(8));
+        auto fore = k.Spel().Tabell().Kopia();
+        k.Hjalp().Slutfor();
+        QTRY_VERIFY_WITH_TIMEOUT(!k.Hjalp().Soker() && !k.Hjalp().Slutfors(), kVanta);
+        QVERIFY2(k.Hjalp().notis->Text().startsWith(QStringLiteral("Finish stopped: the move ")),
+                 qPrintable(k.Hjalp().notis->Text()));
+        QVERIFY(k.Hjalp().notis->Text().endsWith(
+            QStringLiteral(" cannot be made in the window as it is. A larger window may show "
+                           "its card.")));
+        QVERIFY(k.Spel().Tabell().Lika(*fore));
     }
 
     // With "Finish by Itself" on, once every card left can go home the game plays them there:
@@ -327,80 +349,12 @@ private slots:
         QVERIFY(!k.Spel().KlarSpel());
     }
 
-    // In games of each family: along the moves of a solution nothing is said; the move that
-    // loses the deal is named by the notice, and Undo takes the notice away.
-    void forloratSagsExaktPaDragetSomForlorade() {
-        int varnade = 0;
-        SokGranser snabb;
-        snabb.lagen = 20000;
-        // One game of each family whose solutions pass a table with a move that loses: the
-        // first won-able deal whose solution does so early, of the first few won-able ones.
-        for (int spel : {0, 7, 8, 10}) {
-            const SpelRegler& regler = *ReglerFor(spel);
-            unsigned fro = 0;
-            std::vector<Drag> vag;
-            std::optional<Drag> forlorar;
-            for (unsigned bas = 1, provade = 0; provade < 4 && !forlorar; ++provade) {
-                fro = HittaVinnbarGiv(spel, bas).fro;
-                bas = fro + 1;
-                auto bord = GivFor(spel, fro);
-                SokSvar svar = Los(regler, *bord, Spelhjalp::SpelarGranser());
-                QVERIFY(svar.utfall == Utfall::Vinnbar);
-                vag.clear();
-                for (std::size_t steg = 0; steg < svar.drag.size() && steg < 30 && !forlorar;
-                     ++steg) {
-                    for (const Drag& d : regler.LagligaDrag(*bord))
-                        if (regler.Kunskap().Sokbart(d) && !(d == svar.drag[steg]) &&
-                            Los(regler, *Efter(regler, *bord, d), snabb).utfall ==
-                                Utfall::Ovinnbar) {
-                            forlorar = d;
-                            break;
-                        }
-                    if (!forlorar) {
-                        vag.push_back(svar.drag[steg]);
-                        bord = Efter(regler, *bord, svar.drag[steg]);
-                    }
-                }
-            }
-            QVERIFY2(forlorar.has_value(), SpelNamn(spel));
-            Korning k;
-            k.Hjalp().forlorasRuta->setChecked(true);
-            k.Starta(spel, fro);
-            k.VantaPaSvar();
-            for (const Drag& d : vag) {
-                k.Gor(d);
-                k.VantaPaSvar();
-                QVERIFY2(k.Hjalp().notis->Text().isEmpty(), qPrintable(k.Hjalp().notis->Text()));
-            }
-            QCOMPARE(k.Hjalp().Utfallet(), std::optional<Utfall>(Utfall::Vinnbar));
-            QString ord = QString::fromStdString(DragIOrd(regler, k.Spel().Tabell(), *forlorar));
-            k.Gor(*forlorar);
-            k.VantaPaSvar();
-            QCOMPARE(k.Hjalp().Utfallet(), std::optional<Utfall>(Utfall::Ovinnbar));
-            QCOMPARE(
-                k.Hjalp().notis->Text(),
-                QStringLiteral("The move ") + ord +
-                    QStringLiteral(" lost this deal: it can no longer be won. Undo may help."));
-            k.Posta(kAngra);
-            k.VantaPaSvar();
-            QVERIFY(k.Hjalp().notis->Text().isEmpty());
-            ++varnade;
-        }
-        QCOMPARE(varnade, 4);
-    }
-
     void fonstretSvararMedanLosarenSoker() {
         Korning k;
         k.Starta(8, 1);
-        std::atomic<bool> inne{false};
-        std::atomic<bool> slapp{false};
-        k.Hjalp().Trad().SattTestKrok([&] {
-            inne = true;
-            while (!slapp)
-                std::this_thread::yield();
-        });
+        HallnaSokningar h(k);
         k.Hjalp().Tips();
-        QTRY_VERIFY_WITH_TIMEOUT(inne.load(), kVanta);
+        QTRY_VERIFY_WITH_TIMEOUT(h.inne.load() > 0, kVanta);
         QVERIFY(k.Hjalp().Soker());
         QCOMPARE(k.Hjalp().tipsItem->text(), QStringLiteral("Hint (searching...)"));
         // Meanwhile the game's own first choice, said to be a guess.
@@ -417,7 +371,7 @@ private slots:
         k.Gor(dragen.front());
         QVERIFY(!k.Spel().Tabell().Lika(*fore));
         QVERIFY(!k.Hjalp().Soker());
-        slapp = true;
+        h.slapp = true;
     }
 };
 

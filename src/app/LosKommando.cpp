@@ -107,6 +107,6 @@ std::string VinnbarText(int spel, const VinnbarGiv& giv) {
     if (giv.hittad)
         return "Deal " + std::to_string(giv.forsok) + " of " + std::to_string(giv.forsok) +
                " tried can be won";
-    return std::string("No deal of ") + SpelNamn(spel) + " found that can be won in " +
-           std::to_string(giv.forsok) + " tried; the last one is played";
+    return "None of the " + std::to_string(giv.forsok) + " deals of " + SpelNamn(spel) +
+           " tried could be shown to be winnable in time: this one is dealt, and it may not be";
 }

@@ -37,5 +37,5 @@ struct VinnbarGiv {
 };
 // Tries the deals from `bas` on this thread.
 VinnbarGiv HittaVinnbarGiv(int spel, unsigned bas);
-// "Deal 3 of 3 tried can be won", or what was played when none was found.
+// "Deal 3 of 3 tried can be won", or, when none was found, that the deal played may not be.
 std::string VinnbarText(int spel, const VinnbarGiv& giv);

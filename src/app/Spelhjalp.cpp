@@ -15,7 +15,9 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include <algorithm>
 #include <cstdlib>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -50,7 +52,7 @@ std::unique_ptr<SpelBord> Efter(const SpelRegler& regler, const SpelBord& fore, 
 
 } // namespace
 
-Bordsnotis::Bordsnotis(FjolkView* vy) : QWidget(vy) {
+Bordsnotis::Bordsnotis(FjolkView* view) : QWidget(view), vy(view) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setObjectName(QStringLiteral("notice"));
     setGeometry(vy->rect());
@@ -67,6 +69,7 @@ void Bordsnotis::Visa(const QString& nyText, std::vector<QRect> nyaRamar, int ms
     if (ms > 0)
         klocka.start(ms);
     setGeometry(parentWidget()->rect());
+    Placera();
     show();
     raise();
     update();
@@ -78,13 +81,134 @@ void Bordsnotis::Rensa() {
     klocka.stop();
     text.clear();
     ramar.clear();
+    ruta = QRect();
     hide();
 }
 
 bool Bordsnotis::eventFilter(QObject* mal, QEvent* e) {
-    if (mal == parentWidget() && e->type() == QEvent::Resize)
+    if (mal == parentWidget() && e->type() == QEvent::Resize) {
         setGeometry(parentWidget()->rect());
+        Placera();
+    }
     return false;
+}
+
+QFont Bordsnotis::Font(int pixlar) {
+    QFont font = KortSpel::BordsFont();
+    font.setPixelSize(pixlar);
+    font.setBold(true);
+    return font;
+}
+
+std::vector<QRect> Bordsnotis::Hinder() const {
+    std::vector<QRect> hinder;
+    const Patiens* spel = vy->Spel();
+    if (spel == nullptr)
+        return hinder;
+    for (const Lucka& l : spel->Luckor())
+        if (!l.Tom())
+            hinder.push_back(ToQRect(l.GePos()));
+    for (const Patiens::KnappPlats& knapp : spel->Knappar())
+        hinder.push_back(ToQRect(knapp.ruta));
+    // The outlines a hint draws around its cards.
+    for (const QRect& r : ramar)
+        hinder.push_back(r.adjusted(-5, -5, 5, 5));
+    return hinder;
+}
+
+namespace {
+
+// What the plain green table shows besides its green, in cells of kCell × kCell view pixels,
+// summed so that any rectangle's count is four look-ups.
+class Ritat {
+public:
+    static constexpr int kCell = 4;
+    Ritat(const QImage& ram, QSize vy)
+        : bredd(vy.width() / kCell + 1), hojd(vy.height() / kCell + 1) {
+        summa.assign(static_cast<std::size_t>((bredd + 1) * (hojd + 1)), 0);
+        const qreal kvot = ram.devicePixelRatio();
+        const QRgb gron = qRgb(kBordsGron.red, kBordsGron.green, kBordsGron.blue);
+        const int w = std::min(ram.width(), static_cast<int>(vy.width() * kvot));
+        const int h = std::min(ram.height(), static_cast<int>(vy.height() * kvot));
+        std::vector<char> fylld(static_cast<std::size_t>(bredd * hojd), 0);
+        for (int y = 0; y < h; ++y) {
+            const QRgb* rad = reinterpret_cast<const QRgb*>(ram.constScanLine(y));
+            const int cy = static_cast<int>(y / kvot) / kCell;
+            for (int x = 0; x < w; ++x)
+                if ((rad[x] | 0xff000000u) != gron)
+                    fylld[static_cast<std::size_t>(cy * bredd +
+                                                   static_cast<int>(x / kvot) / kCell)] = 1;
+        }
+        for (int cy = 0; cy < hojd; ++cy)
+            for (int cx = 0; cx < bredd; ++cx)
+                At(cx + 1, cy + 1) = fylld[static_cast<std::size_t>(cy * bredd + cx)] +
+                                     At(cx, cy + 1) + At(cx + 1, cy) - At(cx, cy);
+    }
+    bool Tomt(const QRect& r) const {
+        int x0 = std::clamp(r.left() / kCell, 0, bredd),
+            x1 = std::clamp(r.right() / kCell + 1, 0, bredd);
+        int y0 = std::clamp(r.top() / kCell, 0, hojd),
+            y1 = std::clamp(r.bottom() / kCell + 1, 0, hojd);
+        return At(x1, y1) - At(x0, y1) - At(x1, y0) + At(x0, y0) == 0;
+    }
+
+private:
+    int& At(int x, int y) { return summa[static_cast<std::size_t>(y * (bredd + 1) + x)]; }
+    int At(int x, int y) const { return summa[static_cast<std::size_t>(y * (bredd + 1) + x)]; }
+    int bredd;
+    int hojd;
+    std::vector<int> summa;
+};
+
+} // namespace
+
+// The widest box that fits in a free part of the table, as low as it can lie and as near the
+// middle, in a smaller type when the table leaves too little room for the usual one. On the
+// plain green table it keeps clear of all that is drawn on it (a game's counters and empty
+// places too) when it can, else of the cards, buttons and a hint's outlines; when the cards
+// leave no room at all, it lies at the bottom over them.
+void Bordsnotis::Placera() {
+    ruta = QRect();
+    pixlar = kPixlar.front();
+    if (text.isEmpty())
+        return;
+    constexpr int kKant = 6;
+    std::vector<QRect> hinder = Hinder();
+    std::optional<Ritat> ritat;
+    if (vy->HarRam() && vy->BakgrundsBild().isNull() && vy->Spel() != nullptr)
+        ritat.emplace(vy->OffBitmap(), size());
+    auto storlek = [&](int px, int bredd) {
+        QRect inne = QFontMetrics(Font(px)).boundingRect(QRect(0, 0, bredd - 20, 10000),
+                                                         Qt::TextWordWrap, text);
+        return QSize(std::min(bredd, inne.width() + 20), inne.height() + 12);
+    };
+    const int storst = width() - 2 * kKant;
+    for (bool allt : {true, false}) {
+        if (allt && !ritat)
+            continue;
+        auto ledig = [&](const QRect& r) {
+            QRect med = r.adjusted(-2, -2, 2, 2);
+            return (!allt || ritat->Tomt(med)) &&
+                   std::none_of(hinder.begin(), hinder.end(),
+                                [&](const QRect& h) { return h.intersects(med); });
+        };
+        for (int px : kPixlar)
+            for (int bredd = storst; bredd >= std::min(storst, 160);
+                 bredd -= std::max(8, storst / 16)) {
+                QSize s = storlek(px, bredd);
+                int mitt = (width() - s.width()) / 2;
+                for (int y = height() - kKant - s.height(); y >= kKant; y -= 3)
+                    for (int dx = 0; dx <= mitt - kKant; dx += 6)
+                        for (int x : {mitt - dx, mitt + dx})
+                            if (ledig(QRect(QPoint(x, y), s))) {
+                                ruta = QRect(QPoint(x, y), s);
+                                pixlar = px;
+                                return;
+                            }
+            }
+    }
+    QSize s = storlek(pixlar, storst);
+    ruta = QRect(QPoint((width() - s.width()) / 2, height() - kKant - s.height()), s);
 }
 
 void Bordsnotis::paintEvent(QPaintEvent*) {
@@ -96,17 +220,12 @@ void Bordsnotis::paintEvent(QPaintEvent*) {
         p.drawRoundedRect(QRectF(r).adjusted(-3, -3, 3, 3), 5, 5);
     if (text.isEmpty())
         return;
-    p.setFont(KortSpel::BordsFont());
-    QRect ruta = p.fontMetrics()
-                     .boundingRect(rect().adjusted(20, 0, -20, 0), Qt::TextWordWrap, text)
-                     .adjusted(-10, -6, 10, 6);
-    ruta.moveBottom(height() - 12);
-    ruta.moveLeft((width() - ruta.width()) / 2);
-    p.setPen(Qt::NoPen);
-    p.setBrush(QColor(255, 255, 230, 235));
-    p.drawRoundedRect(ruta, 6, 6);
+    p.setFont(Font(pixlar));
+    p.setPen(QPen(QColor(60, 60, 40), 1));
+    p.setBrush(QColor(255, 255, 230));
+    p.drawRoundedRect(QRectF(ruta).adjusted(0.5, 0.5, -0.5, -0.5), 6, 6);
     p.setPen(Qt::black);
-    p.drawText(ruta, Qt::AlignCenter | Qt::TextWordWrap, text);
+    p.drawText(ruta.adjusted(10, 6, -10, -6), Qt::AlignCenter | Qt::TextWordWrap, text);
 }
 
 Spelhjalp::Spelhjalp(QWidget* fonster, FjolkView* view, WelcomeView* valkomstVy,
@@ -364,8 +483,12 @@ void Spelhjalp::Besvara(int id, const SokSvar& svar) {
                     dragText = QStringLiteral("The move ") + DragText(*fore, d);
                     break;
                 }
-            notis->Visa(dragText + QStringLiteral(" lost this deal: it can no longer be won. "
-                                                  "Undo may help."));
+            // A redeal that clears the undo records leaves nothing to undo.
+            notis->Visa(dragText + (vy->Spel()->Has_Undos()
+                                        ? QStringLiteral(" lost this deal: it can no longer be "
+                                                         "won. Undo may help.")
+                                        : QStringLiteral(" lost this deal: it can no longer be "
+                                                         "won.")));
         }
         MenusBeginning();
         return;
@@ -480,9 +603,17 @@ void Spelhjalp::NastaSlutDrag() {
     }
     Drag d = slutDrag.front();
     slutDrag.pop_front();
+    // A card the window is too small to show cannot be pressed: no gesture makes the move, or
+    // it would miss.
     std::optional<Gest> gest = spel->GestFor(d);
-    if (!gest) {
+    const QRect synligt = vy->rect();
+    if (!gest || !synligt.contains(ToQPoint(gest->fran)) ||
+        (!gest->klick && !synligt.contains(ToQPoint(gest->till)))) {
         SlutaSlutfora();
+        notis->Visa(QStringLiteral("Finish stopped: the move ") + DragText(spel->Tabell(), d) +
+                        QStringLiteral(" cannot be made in the window as it is. A larger "
+                                       "window may show its card."),
+                    {}, kBeskedTid);
         return;
     }
     egnaGester = true;
@@ -553,10 +684,15 @@ void Spelhjalp::ProvaNastaGiv() {
         GivSok klar = std::move(sok);
         givSok.reset();
         vy->setEnabled(true);
+        // Disabled while the search ran, the view lost the keyboard; the player's keys are
+        // for the table again.
+        vy->setFocus();
         std::srand(klar.giv.fro);
         klar.dela();
         EfterDrag();
-        notis->Visa(QString::fromStdString(VinnbarText(klar.spel, klar.giv)), {}, kBeskedTid);
+        // Told for a few seconds when a winnable deal was found; else until the first move.
+        notis->Visa(QString::fromStdString(VinnbarText(klar.spel, klar.giv)), {},
+                    klar.giv.hittad ? kBeskedTid : 0);
         MenusBeginning();
         return;
     }

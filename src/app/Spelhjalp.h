@@ -8,6 +8,7 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <array>
 #include <chrono>
 #include <deque>
 #include <functional>
@@ -24,7 +25,8 @@ class QMenu;
 class WelcomeView;
 
 // A quiet line over the table, and the cards a hint names outlined for a moment. It takes
-// no input: the table under it plays on.
+// no input: the table under it plays on, and its box lies where it hides no card or button
+// when the table leaves room for it anywhere.
 class Bordsnotis : public QWidget {
 public:
     explicit Bordsnotis(FjolkView* vy);
@@ -34,14 +36,27 @@ public:
     void Rensa();
     const QString& Text() const { return text; }
     const std::vector<QRect>& Ramar() const { return ramar; }
+    // Where the text's box lies in the view; empty while there is no text.
+    QRect Ruta() const { return ruta; }
+    static QFont Font(int pixlar);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     bool eventFilter(QObject* mal, QEvent* event) override;
 
 private:
+    void Placera();
+    // What the box must not hide: the cards on the table, its buttons and a hint's outlines.
+    std::vector<QRect> Hinder() const;
+
+    // The type sizes the text is set in, the first where the table leaves room.
+    static constexpr std::array<int, 3> kPixlar{15, 13, 11};
+
+    FjolkView* vy;
     QString text;
     std::vector<QRect> ramar;
+    QRect ruta;
+    int pixlar = kPixlar.front();
     QTimer klocka;
 };
 
