@@ -342,7 +342,8 @@ private slots:
         k.Posta(kAnimering);
         k.Starta(3, VinnbarFroFor(3));
         k.Hjalp().Slutfor();
-        QTRY_VERIFY_WITH_TIMEOUT(k.Hjalp().Slutfors(), kVanta);
+        QTRY_VERIFY2_WITH_TIMEOUT(k.Hjalp().Slutfors(), qPrintable(k.Hjalp().notis->Text()),
+                                  kVanta);
         QTest::mousePress(&k.Vy(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
         QTest::mouseRelease(&k.Vy(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
         QVERIFY(!k.Hjalp().Slutfors());
