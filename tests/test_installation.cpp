@@ -239,10 +239,12 @@ private slots:
         QCOMPARE(antal, static_cast<int>(std::size(kOptions)));
         QCOMPARE(manual.count(".TP\n"
                               "\\fB"),
-                 antal);        QVERIFY(manual.contains(".SH KEYS\n"));
+                 antal);
+        QVERIFY(manual.contains(".SH KEYS\n"));
         for (const KeyHelp& key : kPlayKeys) {
             // A line of roff that starts with a dot starts with \& to be read as text.
-            QByteArray namn = key.keys[0] == '.' ? "\\&" + QByteArray(key.keys) : QByteArray(key.keys);
+            QByteArray namn =
+                key.keys[0] == '.' ? "\\&" + QByteArray(key.keys) : QByteArray(key.keys);
             QVERIFY2(manual.contains(".TP\n.B " + namn + "\n"), key.keys);
         }
         // What a screen reader hears follows the keys.
