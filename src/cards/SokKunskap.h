@@ -16,6 +16,10 @@ public:
     // have the same moves to the same (keyed) tables and be won alike. The default is every
     // card with its slot.
     virtual void Nyckel(const SpelBord& bord, std::string& nyckel) const;
+    // Lists into `dragen` (emptied first) the same moves as the rules' LagligaDrag, in any
+    // order, without a new list; false (the default) where the game has no such listing and
+    // the rules' own is used.
+    virtual bool ListaDrag(const SpelBord& bord, std::vector<Drag>& dragen) const;
     // Puts the moves in the order to try them, most promising first. A move may be dropped
     // only when another one kept leads to a table with the same key.
     virtual void Ordna(const SpelBord& bord, std::vector<Drag>& dragen) const;

@@ -72,7 +72,8 @@ private:
             n.drag.clear();
             return;
         }
-        n.drag = regler.LagligaDrag(*bord);
+        if (!kunskap.ListaDrag(*bord, n.drag))
+            n.drag = regler.LagligaDrag(*bord);
         std::erase_if(n.drag, [&](const Drag& d) {
             if (kunskap.Sokbart(d))
                 return false;
