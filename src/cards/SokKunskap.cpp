@@ -44,6 +44,10 @@ int SokKunskap::TroligtDrag(const SpelBord&, const std::vector<Drag>&) const {
     return -1;
 }
 
+int SokKunskap::Avstand(const SpelBord&) const {
+    return -1;
+}
+
 void SokKunskap::GallraHastigt(const SpelBord&, std::vector<Drag>&) const {}
 
 bool SokKunskap::TasTillbaka(const SpelBord&, const Drag& drag) const {

@@ -34,6 +34,10 @@ public:
     virtual int TroligtDrag(const SpelBord& bord, const std::vector<Drag>& dragen) const;
     // Leaves out, for that quick pass alone, moves that seldom lead anywhere.
     virtual void GallraHastigt(const SpelBord& bord, std::vector<Drag>& dragen) const;
+    // How far the table seems from won, lower nearer: a search then tries first the moves
+    // to the nearest tables, the game's order (Ordna) among equals. -1 (the default): the
+    // game has no such measure.
+    virtual int Avstand(const SpelBord& bord) const;
     // Whether the game offers such moves at all (a search then starts with a quick pass).
     virtual bool HarTroligaDrag() const { return false; }
     // Whether the rules' Angra takes `drag` back to exactly this table (the undo count

@@ -749,6 +749,34 @@ public:
     }
     bool HarTroligaDrag() const override { return true; }
 
+    // Cards not yet home weigh most, then the cards that lie above a lower card in their
+    // pile (each must move before that one can go home), then the free cells taken; an
+    // empty column brings the table nearer.
+    int Avstand(const SpelBord& b) const override {
+        const Plan& plan = *static_cast<const Stallning&>(b).plan;
+        const std::vector<Lucka>& l = b.luckor;
+        int over = 0;
+        int tomma = 0;
+        for (int c = 0; c < plan.kolumner + plan.reserver; ++c) {
+            int lagst = 14;
+            const int bas = c * kPlatserPerKolumn;
+            if (l[bas].Tom())
+                ++tomma;
+            for (int p = 0; p < kPlatserPerKolumn && !l[bas + p].Tom(); ++p) {
+                int v = l[bas + p].GeKort().KortValor();
+                if (v > lagst)
+                    ++over;
+                else
+                    lagst = v;
+            }
+        }
+        int celler = 0;
+        for (int i = 0; i < plan.friceller; ++i)
+            if (!l[kForstaFricell + 2 * i].Tom())
+                ++celler;
+        return 3 * (52 - KortPaGrunden(plan, l)) + 2 * over + celler - 3 * tomma;
+    }
+
     // Nothing off the foundations, no card from one free cell to another, none from a card it
     // could be built on to another such card, no whole pile into an empty column, and of the
     // runs of one column into an empty column only the longest.
