@@ -40,6 +40,11 @@ Kandidater KandidaterPa(const Plan& plan, const std::vector<Lucka>& luckor) {
     }
     return k;
 }
+// A free cell's spare slot lies where its cell does, under the cell's card: a press there
+// picks the cell's card and all above it, so no run starts at the spare.
+bool FricellsReserv(const Plan& plan, int i) {
+    return i > kForstaFricell && Fricell(plan, i - 1);
+}
 // The yes/no flag Eight off compares along a run.
 bool SvitFlagga(const Kort& k) {
     return k.KortFarg() != HJARTER;
@@ -365,6 +370,8 @@ std::vector<Drag> LagligaDrag(const Stallning& bord) {
                 drag.push_back(KortDrag(forsta, till));
             continue;
         }
+        if (FricellsReserv(plan, forsta))
+            continue;
         int antal = topp - forsta + 1;
         std::vector<RadMal> mal;
         RadMal klick = KlickRadMalBland(plan, luckor, forsta, topp, kand);
@@ -510,7 +517,7 @@ void ListaDrag(const Stallning& bord, std::vector<Drag>& ut) {
             topp = Toppen(luckor, forsta);
         if (forsta == topp)
             KortetsDrag(plan, luckor, m, forsta, ut);
-        else if (topp - forsta <= fria)
+        else if (topp - forsta <= fria && !FricellsReserv(plan, forsta))
             RadensDrag(plan, luckor, m, fria, forsta, topp, ut);
     }
 }
