@@ -349,6 +349,25 @@ private slots:
         QVERIFY(b.spel->AntalUndo() >= 3);
     }
 
+    // A search sends an ace or a two home at once (nothing but an ace can lie on a two),
+    // never a three.
+    void essOchTvaGarHemDirektISokningen() {
+        Bord b;
+        b.Lagg(184, SPADER, 1);
+        b.Lagg(0, SPADER, 2);
+        b.Lagg(22, HJARTER, 3);
+        const SokKunskap& k = Regler().Kunskap();
+        std::vector<Drag> dragen = Regler().LagligaDrag(b.spel->Tabell());
+        int saker = k.SakertDrag(b.spel->Tabell(), dragen);
+        QVERIFY(saker >= 0);
+        QCOMPARE(dragen[static_cast<std::size_t>(saker)], KortDrag(0, 185));
+        b.Lagg(185, SPADER, 2);
+        b.Lagg(0, SPADER, 3);
+        dragen = Regler().LagligaDrag(b.spel->Tabell());
+        QVERIFY(std::find(dragen.begin(), dragen.end(), KortDrag(0, 186)) != dragen.end());
+        QCOMPARE(k.SakertDrag(b.spel->Tabell(), dragen), -1);
+    }
+
     void vinnerGenomRiktigtSpel() {
         Bord b(kVinstFro, false, 1280, 1024);
         SokSvar svar = Los(Regler(), b.spel->Tabell(), SokGranser{400000});

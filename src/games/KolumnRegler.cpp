@@ -884,20 +884,30 @@ public:
             dragen.push_back(o.second);
     }
 
-    // An ace off a column or a free cell to a foundation (Freecell, Glädjespridaren): no card
-    // can ever lie on an ace in a column, so the ace only covers the card beneath it and
-    // takes a place. Play any winning line without the ace's own moves: every other move
-    // stays legal (a run ending in the ace is shorter and needs fewer free places), and
-    // every table has as many empty places or more; the suits' foundations are
-    // interchangeable. Not in Eight off, whose first foundation base counts as a free place.
+    // An ace or a two off a column, reserve pile or free cell to its foundation (Freecell,
+    // Glädjespridaren). Nothing can lie on an ace in a column, and only an ace on a two.
+    // Take any winning line from the table before the move and play it from the table
+    // after, keeping home a set S of aces and twos that the line has out (at first the card
+    // moved), each with the lower card of its suit home too. S's cards lie only at the tops
+    // of piles or in free cells, so every other card lies as in the line, and every pile is
+    // the line's or shorter by cards of S, with as many empty places or more. So: a move of
+    // cards of S alone is left out (one going home leaves S); a run ending in cards of S
+    // moves without them (shorter, needing fewer free places); an ace the line puts on a
+    // two of S goes home instead and joins S (its suit's foundation is not begun, and four
+    // bases serve four suits); an ace the line takes off under a two of S stays home and
+    // joins S; every other move is made as in the line, onto the same card or place, and a
+    // card going home finds the card below it on top of its foundation, as the suits'
+    // foundations are interchangeable. The line's last table has every card home, and so
+    // has this one. Not in Eight off, whose first foundation base counts as a free place.
     int SakertDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
         const Plan& plan = *static_cast<const Stallning&>(b).plan;
         if (NioPar(plan))
             return -1;
         for (std::size_t i = 0; i < dragen.size(); ++i) {
             const Drag& d = dragen[i];
-            if (d.slag == DragSlag::Kort && d.fran < plan.forstaGrund && GrundBas(plan, d.till) &&
-                b.luckor[d.fran].GeKort().KortValor() == 1)
+            if (d.slag == DragSlag::Kort && d.fran < plan.forstaGrund &&
+                d.till >= plan.forstaGrund && d.till <= SistaGrund(plan) &&
+                b.luckor[d.fran].GeKort().KortValor() <= 2)
                 return static_cast<int>(i);
         }
         return -1;
