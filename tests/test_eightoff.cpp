@@ -197,6 +197,24 @@ private slots:
         QVERIFY(b.L()[187].Tom());
     }
 
+    // A run cannot start at a free cell's spare slot: the spare lies under its cell's card,
+    // and a press there picks the cell's card and all above it. The rules list no such run,
+    // and every move they list here has a gesture.
+    void ingenRadFranFricellensReservplats() {
+        Bord b;
+        b.Kungar({1, 2, 3, 4, 5, 6, 7});
+        b.Lagg(186, KLOVER, 5);
+        b.Lagg(187, KLOVER, 6);
+        b.Lagg(188, SPADER, 5);
+        b.Lagg(0, KLOVER, 7);
+        std::vector<Drag> dragen = Regler().LagligaDrag(b.spel->Tabell());
+        QVERIFY(std::find(dragen.begin(), dragen.end(), KortDrag(188, 176)) != dragen.end());
+        for (const Drag& d : dragen) {
+            QVERIFY2(d.fran != 187, Beskriv(d).c_str());
+            QVERIFY2(b.spel->GestFor(d).has_value(), Beskriv(d).c_str());
+        }
+    }
+
     void essSlappsPaTomGrund() {
         Bord b;
         b.Kungar({1, 2, 3, 4, 5, 6, 7});

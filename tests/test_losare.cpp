@@ -10,6 +10,8 @@
 #include <random>
 #include <string>
 #include <thread>
+#include <tuple>
+#include <unordered_set>
 
 // The solver over every game's rules, without a window: moves made and taken back leave the
 // table exactly as it was, the wins it finds win, its "cannot be won" agrees with a plain
@@ -46,6 +48,39 @@ class TestLosare : public QObject {
     Q_OBJECT
 
 private slots:
+    // Where a game lists the moves for a search its own way, that is exactly the set its rules
+    // list, on the tables along random games (cards taken back off the foundations included).
+    void egenListningArReglernas_data() { SpelDatarad(); }
+    void egenListningArReglernas() {
+        QFETCH(int, spel);
+        const SpelRegler& regler = R(spel);
+        std::vector<Drag> egna;
+        if (!regler.Kunskap().ListaDrag(*GivFor(spel, 1), egna))
+            QSKIP("the game lists its moves through its rules alone");
+        auto ordning = [](const Drag& a, const Drag& b) {
+            return std::tie(a.slag, a.fran, a.antal, a.andra, a.till) <
+                   std::tie(b.slag, b.fran, b.antal, b.andra, b.till);
+        };
+        std::mt19937 slump(11);
+        int jamforda = 0;
+        for (unsigned fro = 1; fro <= 40; ++fro) {
+            auto bord = GivFor(spel, fro);
+            for (int steg = 0; steg < 150; ++steg) {
+                std::vector<Drag> dragen = regler.LagligaDrag(*bord);
+                QVERIFY(regler.Kunskap().ListaDrag(*bord, egna));
+                std::sort(dragen.begin(), dragen.end(), ordning);
+                std::sort(egna.begin(), egna.end(), ordning);
+                QVERIFY2(egna == dragen,
+                         ("seed " + std::to_string(fro) + " step " + std::to_string(steg)).c_str());
+                ++jamforda;
+                if (dragen.empty())
+                    break;
+                regler.GorDrag(*bord, dragen[slump() % dragen.size()], nullptr);
+            }
+        }
+        QVERIFY(jamforda > 1000);
+    }
+
     // Every searchable move of the tables along random games, made and taken back the
     // search's way, gives back the very table, undo records and undo count included.
     void gjortOchTagetTillbakaArSammaBord_data() { SpelDatarad(); }

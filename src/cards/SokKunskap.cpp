@@ -26,6 +26,10 @@ void SokKunskap::Nyckel(const SpelBord& bord, std::string& nyckel) const {
     KortOchPlatser(bord.luckor, 0, static_cast<int>(bord.luckor.size()) - 1, nyckel);
 }
 
+bool SokKunskap::ListaDrag(const SpelBord&, std::vector<Drag>&) const {
+    return false;
+}
+
 void SokKunskap::Ordna(const SpelBord&, std::vector<Drag>&) const {}
 
 int SokKunskap::SakertDrag(const SpelBord&, const std::vector<Drag>&) const {
@@ -37,6 +41,10 @@ bool SokKunskap::Hopplos(const SpelBord&) const {
 }
 
 int SokKunskap::TroligtDrag(const SpelBord&, const std::vector<Drag>&) const {
+    return -1;
+}
+
+int SokKunskap::Avstand(const SpelBord&) const {
     return -1;
 }
 

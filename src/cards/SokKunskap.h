@@ -16,6 +16,10 @@ public:
     // have the same moves to the same (keyed) tables and be won alike. The default is every
     // card with its slot.
     virtual void Nyckel(const SpelBord& bord, std::string& nyckel) const;
+    // Lists into `dragen` (emptied first) the same moves as the rules' LagligaDrag, in any
+    // order, without a new list; false (the default) where the game has no such listing and
+    // the rules' own is used.
+    virtual bool ListaDrag(const SpelBord& bord, std::vector<Drag>& dragen) const;
     // Puts the moves in the order to try them, most promising first. A move may be dropped
     // only when another one kept leads to a table with the same key.
     virtual void Ordna(const SpelBord& bord, std::vector<Drag>& dragen) const;
@@ -30,6 +34,10 @@ public:
     virtual int TroligtDrag(const SpelBord& bord, const std::vector<Drag>& dragen) const;
     // Leaves out, for that quick pass alone, moves that seldom lead anywhere.
     virtual void GallraHastigt(const SpelBord& bord, std::vector<Drag>& dragen) const;
+    // How far the table seems from won, lower nearer: a search then tries first the moves
+    // to the nearest tables, the game's order (Ordna) among equals. -1 (the default): the
+    // game has no such measure.
+    virtual int Avstand(const SpelBord& bord) const;
     // Whether the game offers such moves at all (a search then starts with a quick pass).
     virtual bool HarTroligaDrag() const { return false; }
     // Whether the rules' Angra takes `drag` back to exactly this table (the undo count

@@ -27,8 +27,4 @@ KolumnRegler::Rutnat RaknaUtLuckor(std::vector<Lucka>& luckor, BRect ram);
 // The deal: deck slot 236 + d into column slot in this order (d from 51 down).
 std::vector<std::pair<int, int>> GivOrdning();
 
-// A winning line of single-card moves (from slot, to slot) from this table, each legal
-// by the drop rules; empty when none was found within `maxLagen` positions.
-std::vector<std::pair<int, int>> Losning(const std::vector<Lucka>& luckor, int maxLagen);
-
 } // namespace FreecellRegler

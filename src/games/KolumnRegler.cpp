@@ -4,6 +4,8 @@
 #include "games/LekRegler.h"
 
 #include <algorithm>
+#include <array>
+#include <cstring>
 #include <string>
 
 namespace KolumnRegler {
@@ -37,6 +39,11 @@ Kandidater KandidaterPa(const Plan& plan, const std::vector<Lucka>& luckor) {
             k.push_back(j);
     }
     return k;
+}
+// A free cell's spare slot lies where its cell does, under the cell's card: a press there
+// picks the cell's card and all above it, so no run starts at the spare.
+bool FricellsReserv(const Plan& plan, int i) {
+    return i > kForstaFricell && Fricell(plan, i - 1);
 }
 // The yes/no flag Eight off compares along a run.
 bool SvitFlagga(const Kort& k) {
@@ -363,6 +370,8 @@ std::vector<Drag> LagligaDrag(const Stallning& bord) {
                 drag.push_back(KortDrag(forsta, till));
             continue;
         }
+        if (FricellsReserv(plan, forsta))
+            continue;
         int antal = topp - forsta + 1;
         std::vector<RadMal> mal;
         RadMal klick = KlickRadMalBland(plan, luckor, forsta, topp, kand);
@@ -376,6 +385,141 @@ std::vector<Drag> LagligaDrag(const Stallning& bord) {
         }
     }
     return drag;
+}
+
+namespace {
+
+// The places a card or run can go, found once for a table: the entries of KandidaterPa
+// sorted by what they take.
+struct Malen {
+    struct Kolumn {
+        int j;
+        bool topp;    // a column's top card, else an empty column base
+        bool tomOvan; // the slot above an empty base is empty too
+    };
+    std::array<int, 64> grundToppar;
+    std::array<int, 8> tommaGrunder;
+    std::array<Kolumn, 64> kolumner;
+    std::array<int, 32> tommaPlatser;
+    int antalGrundToppar = 0;
+    int antalTommaGrunder = 0;
+    int antalKolumner = 0;
+    int antalTommaPlatser = 0;
+};
+
+Malen MalenPa(const Plan& plan, const std::vector<Lucka>& luckor) {
+    Malen m;
+    const int forstaReserv = plan.kolumner * kPlatserPerKolumn;
+    const int efterReserver = forstaReserv + plan.reserver * kPlatserPerKolumn;
+    const int sistaKolumn = SistaKolumnLucka(plan);
+    const int sistaPlats = SistaPlats(plan);
+    for (int j = 0; j < plan.forstaLek; ++j) {
+        if (j == forstaReserv)
+            j = efterReserver;
+        if (j >= plan.forstaLek)
+            break;
+        const bool tom = luckor[j].Tom();
+        const bool tomOvan = TomLucka(luckor, j + 1);
+        const bool topp = !tom && tomOvan;
+        const bool bas = KolumnBas(plan, j);
+        const bool cell = Fricell(plan, j);
+        const bool grund = GrundBas(plan, j);
+        if (!(topp || bas || cell || grund))
+            continue;
+        if (j >= plan.dropGrundFran && j <= plan.dropGrundTill) {
+            if (topp)
+                m.grundToppar[m.antalGrundToppar++] = j;
+            if (tom && grund)
+                m.tommaGrunder[m.antalTommaGrunder++] = j;
+        }
+        if (j <= sistaKolumn && (topp || (tom && bas)))
+            m.kolumner[m.antalKolumner++] = {j, topp, tomOvan};
+        if (j <= sistaPlats && tom && tomOvan && (bas || cell))
+            m.tommaPlatser[m.antalTommaPlatser++] = j;
+    }
+    return m;
+}
+
+void LaggTillNy(std::vector<Drag>& ut, std::size_t fran, const Drag& d) {
+    if (std::find(ut.begin() + static_cast<std::ptrdiff_t>(fran), ut.end(), d) == ut.end())
+        ut.push_back(d);
+}
+
+// A single card's places, as a drop finds them; a click finds one of them.
+void KortetsDrag(const Plan& plan, const std::vector<Lucka>& luckor, const Malen& m, int forsta,
+                 std::vector<Drag>& ut) {
+    const std::size_t borjan = ut.size();
+    const Kort& k = luckor[forsta].GeKort();
+    for (int i = 0; i < m.antalGrundToppar; ++i) {
+        const Kort& g = luckor[m.grundToppar[i]].GeKort();
+        if (g.KortValor() + 1 == k.KortValor() && g.KortFarg() == k.KortFarg())
+            LaggTillNy(ut, borjan, KortDrag(forsta, m.grundToppar[i] + 1));
+    }
+    if (k.KortValor() == 1)
+        for (int i = 0; i < m.antalTommaGrunder; ++i)
+            LaggTillNy(ut, borjan, KortDrag(forsta, m.tommaGrunder[i]));
+    for (int i = 0; i < m.antalKolumner; ++i)
+        if (m.kolumner[i].topp && PassarPaKolumn(plan, luckor[m.kolumner[i].j].GeKort(), k))
+            LaggTillNy(ut, borjan, KortDrag(forsta, m.kolumner[i].j + 1));
+    for (int i = 0; i < m.antalTommaPlatser; ++i)
+        LaggTillNy(ut, borjan, KortDrag(forsta, m.tommaPlatser[i]));
+}
+
+// A run's places: every one a drop reaches, and the one a click sends it to.
+void RadensDrag(const Plan& plan, const std::vector<Lucka>& luckor, const Malen& m, int fria,
+                int forsta, int topp, std::vector<Drag>& ut) {
+    const int n = topp - forsta + 1;
+    const std::size_t borjan = ut.size();
+    const Kort& f = luckor[forsta].GeKort();
+    if (GiltigRad(plan, luckor, forsta, topp, true))
+        for (int i = 0; i < m.antalKolumner; ++i) {
+            const Malen::Kolumn& k = m.kolumner[i];
+            if (k.topp && PassarPaKolumn(plan, luckor[k.j].GeKort(), f))
+                ut.push_back(RadDragMot(forsta, n, {k.j, k.j + 1}));
+            else if (!k.topp && n - 1 <= fria - 1)
+                ut.push_back(RadDragMot(forsta, n, {k.j, k.j}));
+        }
+    if (!GiltigRad(plan, luckor, forsta, topp, false))
+        return;
+    int kvar = fria;
+    for (int i = 0; i < m.antalKolumner; ++i) {
+        const Malen::Kolumn& k = m.kolumner[i];
+        if (k.topp && PassarPaKolumn(plan, luckor[k.j].GeKort(), f)) {
+            LaggTillNy(ut, borjan, RadDragMot(forsta, n, {k.j, k.j + 1}));
+            return;
+        }
+        if (!k.topp && k.tomOvan && n - 1 <= --kvar) {
+            LaggTillNy(ut, borjan, RadDragMot(forsta, n, {k.j, k.j}));
+            return;
+        }
+    }
+}
+
+} // namespace
+
+void ListaDrag(const Stallning& bord, std::vector<Drag>& ut) {
+    const Plan& plan = *bord.plan;
+    const std::vector<Lucka>& luckor = bord.luckor;
+    ut.clear();
+    // A click finds one of the places a drop finds when its foundations are among the drop's.
+    if (plan.forstaGrund < plan.dropGrundFran || SistaGrund(plan) > plan.dropGrundTill) {
+        ut = LagligaDrag(bord);
+        return;
+    }
+    const Malen m = MalenPa(plan, luckor);
+    const int fria = FriaPlatser(plan, luckor);
+    const int sista = plan.sistaTraff < 0 ? plan.forstaLek - 1 : plan.sistaTraff;
+    int topp = -1;
+    for (int forsta = 0; forsta <= sista; ++forsta) {
+        if (luckor[forsta].Tom())
+            continue;
+        if (forsta > topp)
+            topp = Toppen(luckor, forsta);
+        if (forsta == topp)
+            KortetsDrag(plan, luckor, m, forsta, ut);
+        else if (topp - forsta <= fria && !FricellsReserv(plan, forsta))
+            RadensDrag(plan, luckor, m, fria, forsta, topp, ut);
+    }
 }
 
 void GorDrag(Stallning& bord, const Drag& drag, Flygledare* flyg) {
@@ -486,16 +630,30 @@ std::vector<Hog> HogTabell(const Stallning& bord) {
 
 namespace {
 
-// The cards from slot `forsta` up to the first empty one.
-void Hogen(const std::vector<Lucka>& luckor, int forsta, int sista, std::string& ut) {
-    for (int i = forsta; i <= sista && !luckor[i].Tom(); ++i)
-        ut.push_back(KortKod(luckor[i]));
-}
-
-void SorteradeHogar(std::vector<std::string>& hogar, std::string& nyckel) {
-    std::sort(hogar.begin(), hogar.end());
-    for (const std::string& h : hogar) {
-        nyckel += h;
+// The piles of `antal` × 22 slots from `forsta`, each its cards up to the first empty slot
+// and a '|', in an order that does not depend on where each pile stands.
+void SorteradeHogar(const std::vector<Lucka>& luckor, int forsta, int antal, std::string& nyckel) {
+    constexpr int kMest = 16;
+    std::array<std::array<char, kPlatserPerKolumn>, kMest> kort;
+    std::array<int, kMest> langd{};
+    std::array<int, kMest> ordning{};
+    for (int h = 0; h < antal; ++h) {
+        const int bas = forsta + h * kPlatserPerKolumn;
+        int n = 0;
+        while (n < kPlatserPerKolumn && !luckor[bas + n].Tom()) {
+            kort[h][n] = KortKod(luckor[bas + n]);
+            ++n;
+        }
+        langd[h] = n;
+        ordning[h] = h;
+    }
+    std::sort(ordning.begin(), ordning.begin() + antal, [&](int a, int b) {
+        int c = std::memcmp(kort[a].data(), kort[b].data(),
+                            static_cast<std::size_t>(std::min(langd[a], langd[b])));
+        return c != 0 ? c < 0 : langd[a] < langd[b];
+    });
+    for (int i = 0; i < antal; ++i) {
+        nyckel.append(kort[ordning[i]].data(), static_cast<std::size_t>(langd[ordning[i]]));
         nyckel.push_back('|');
     }
 }
@@ -559,6 +717,11 @@ int Rang(const Plan& plan, const std::vector<Lucka>& luckor, const Drag& d) {
 
 class Kunskap final : public SokKunskap {
 public:
+    bool ListaDrag(const SpelBord& b, std::vector<Drag>& dragen) const override {
+        KolumnRegler::ListaDrag(static_cast<const Stallning&>(b), dragen);
+        return true;
+    }
+
     // A card home when no card that could lie on it is still out of its foundation (the
     // two one lower of the other colour, or in Eight off the one lower of its suit), and an
     // ace or a two always. Usually right, not always: a card taken back off a foundation
@@ -593,6 +756,34 @@ public:
     }
     bool HarTroligaDrag() const override { return true; }
 
+    // Cards not yet home weigh most, then the cards that lie above a lower card in their
+    // pile (each must move before that one can go home), then the free cells taken; an
+    // empty column brings the table nearer.
+    int Avstand(const SpelBord& b) const override {
+        const Plan& plan = *static_cast<const Stallning&>(b).plan;
+        const std::vector<Lucka>& l = b.luckor;
+        int over = 0;
+        int tomma = 0;
+        for (int c = 0; c < plan.kolumner + plan.reserver; ++c) {
+            int lagst = 14;
+            const int bas = c * kPlatserPerKolumn;
+            if (l[bas].Tom())
+                ++tomma;
+            for (int p = 0; p < kPlatserPerKolumn && !l[bas + p].Tom(); ++p) {
+                int v = l[bas + p].GeKort().KortValor();
+                if (v > lagst)
+                    ++over;
+                else
+                    lagst = v;
+            }
+        }
+        int celler = 0;
+        for (int i = 0; i < plan.friceller; ++i)
+            if (!l[kForstaFricell + 2 * i].Tom())
+                ++celler;
+        return 3 * (52 - KortPaGrunden(plan, l)) + 2 * over + celler - 3 * tomma;
+    }
+
     // Nothing off the foundations, no card from one free cell to another, none from a card it
     // could be built on to another such card, no whole pile into an empty column, and of the
     // runs of one column into an empty column only the longest.
@@ -626,26 +817,28 @@ public:
     void Nyckel(const SpelBord& b, std::string& nyckel) const override {
         const Plan& plan = *static_cast<const Stallning&>(b).plan;
         const std::vector<Lucka>& l = b.luckor;
-        std::vector<std::string> hogar(static_cast<std::size_t>(plan.kolumner));
-        for (int c = 0; c < plan.kolumner; ++c)
-            Hogen(l, c * kPlatserPerKolumn, (c + 1) * kPlatserPerKolumn - 1, hogar[c]);
-        SorteradeHogar(hogar, nyckel);
-        hogar.assign(static_cast<std::size_t>(plan.reserver), {});
-        for (int r = 0; r < plan.reserver; ++r) {
-            int forsta = (plan.kolumner + r) * kPlatserPerKolumn;
-            Hogen(l, forsta, forsta + kPlatserPerKolumn - 1, hogar[r]);
-        }
-        SorteradeHogar(hogar, nyckel);
-        std::vector<std::string> celler;
+        SorteradeHogar(l, 0, plan.kolumner, nyckel);
+        SorteradeHogar(l, plan.kolumner * kPlatserPerKolumn, plan.reserver, nyckel);
+        std::array<int, 8> celler{};
+        int antal = 0;
         for (int i = 0; i < plan.friceller; ++i) {
             int cell = kForstaFricell + 2 * i;
-            std::string c{KortKod(l[cell]), KortKod(l[cell + 1])};
-            if (NioPar(plan) && i == 0)
-                nyckel += c;
-            else
-                celler.push_back(c);
+            int c = static_cast<unsigned char>(KortKod(l[cell])) * 256 +
+                    static_cast<unsigned char>(KortKod(l[cell + 1]));
+            if (NioPar(plan) && i == 0) {
+                nyckel.push_back(KortKod(l[cell]));
+                nyckel.push_back(KortKod(l[cell + 1]));
+            } else {
+                celler[antal++] = c;
+            }
         }
-        SorteradeHogar(celler, nyckel);
+        for (int i = 1; i < antal; ++i)
+            for (int j = i; j > 0 && celler[j - 1] > celler[j]; --j)
+                std::swap(celler[j - 1], celler[j]);
+        for (int i = 0; i < antal; ++i) {
+            nyckel.push_back(static_cast<char>(celler[i] / 256));
+            nyckel.push_back(static_cast<char>(celler[i] % 256));
+        }
         if (NioPar(plan)) {
             int topp = Toppen(l, plan.forstaGrund);
             nyckel.push_back(topp < 0 ? '\0' : KortKod(l[topp]));
@@ -677,20 +870,30 @@ public:
             dragen.push_back(o.second);
     }
 
-    // An ace off a column or a free cell to a foundation (Freecell, Glädjespridaren): no card
-    // can ever lie on an ace in a column, so the ace only covers the card beneath it and
-    // takes a place. Play any winning line without the ace's own moves: every other move
-    // stays legal (a run ending in the ace is shorter and needs fewer free places), and
-    // every table has as many empty places or more; the suits' foundations are
-    // interchangeable. Not in Eight off, whose first foundation base counts as a free place.
+    // An ace or a two off a column, reserve pile or free cell to its foundation (Freecell,
+    // Glädjespridaren). Nothing can lie on an ace in a column, and only an ace on a two.
+    // Take any winning line from the table before the move and play it from the table
+    // after, keeping home a set S of aces and twos that the line has out (at first the card
+    // moved), each with the lower card of its suit home too. S's cards lie only at the tops
+    // of piles or in free cells, so every other card lies as in the line, and every pile is
+    // the line's or shorter by cards of S, with as many empty places or more. So: a move of
+    // cards of S alone is left out (one going home leaves S); a run ending in cards of S
+    // moves without them (shorter, needing fewer free places); an ace the line puts on a
+    // two of S goes home instead and joins S (its suit's foundation is not begun, and four
+    // bases serve four suits); an ace the line takes off under a two of S stays home and
+    // joins S; every other move is made as in the line, onto the same card or place, and a
+    // card going home finds the card below it on top of its foundation, as the suits'
+    // foundations are interchangeable. The line's last table has every card home, and so
+    // has this one. Not in Eight off, whose first foundation base counts as a free place.
     int SakertDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
         const Plan& plan = *static_cast<const Stallning&>(b).plan;
         if (NioPar(plan))
             return -1;
         for (std::size_t i = 0; i < dragen.size(); ++i) {
             const Drag& d = dragen[i];
-            if (d.slag == DragSlag::Kort && d.fran < plan.forstaGrund && GrundBas(plan, d.till) &&
-                b.luckor[d.fran].GeKort().KortValor() == 1)
+            if (d.slag == DragSlag::Kort && d.fran < plan.forstaGrund &&
+                d.till >= plan.forstaGrund && d.till <= SistaGrund(plan) &&
+                b.luckor[d.fran].GeKort().KortValor() <= 2)
                 return static_cast<int>(i);
         }
         return -1;

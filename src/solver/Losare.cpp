@@ -23,7 +23,8 @@ public:
     Sokning(const SpelRegler& r, const SpelBord& start, const SokGranser& g, std::stop_token s,
             const SokKrok& k, bool h)
         : regler(r), kunskap(r.Kunskap()), granser(g), stopp(std::move(s)), krok(k),
-          bord(start.Kopia()), drag(r, *bord), borjan(Klocka::now()), hastig(h) {}
+          bord(start.Kopia()), drag(r, *bord), borjan(Klocka::now()), hastig(h),
+          narmast(h && kunskap.Avstand(start) >= 0) {}
 
     SokSvar Kor() {
         if (regler.KlarSpel(*bord))
@@ -68,29 +69,54 @@ private:
             nivaer.resize(djup + 1);
         Niva& n = nivaer[djup];
         n.nasta = 0;
+        Lista(n.drag);
+    }
+
+    // The moves of the table: the one safe move alone when there is one, else all the search
+    // may make, in the game's order.
+    void Lista(std::vector<Drag>& dragen) {
         if (kunskap.Hopplos(*bord)) {
-            n.drag.clear();
+            dragen.clear();
             return;
         }
-        n.drag = regler.LagligaDrag(*bord);
-        std::erase_if(n.drag, [&](const Drag& d) {
+        if (!kunskap.ListaDrag(*bord, dragen))
+            dragen = regler.LagligaDrag(*bord);
+        std::erase_if(dragen, [&](const Drag& d) {
             if (kunskap.Sokbart(d))
                 return false;
             svar.inomForsoket = true;
             return true;
         });
-        int saker = kunskap.SakertDrag(*bord, n.drag);
+        int saker = kunskap.SakertDrag(*bord, dragen);
         if (saker < 0 && hastig) {
-            saker = kunskap.TroligtDrag(*bord, n.drag);
+            saker = kunskap.TroligtDrag(*bord, dragen);
             if (saker < 0)
-                kunskap.GallraHastigt(*bord, n.drag);
+                kunskap.GallraHastigt(*bord, dragen);
         }
         if (saker >= 0) {
-            Drag d = n.drag[static_cast<std::size_t>(saker)];
-            n.drag.assign(1, d);
+            Drag d = dragen[static_cast<std::size_t>(saker)];
+            dragen.assign(1, d);
         } else {
-            kunskap.Ordna(*bord, n.drag);
+            kunskap.Ordna(*bord, dragen);
+            if (narmast)
+                NarmastForst(dragen);
         }
+    }
+
+    // Orders the moves by how near the table after each is to won, the game's order among
+    // equals.
+    void NarmastForst(std::vector<Drag>& dragen) {
+        avstand.clear();
+        for (std::size_t i = 0; i < dragen.size(); ++i) {
+            drag.Gor(dragen[i]);
+            avstand.emplace_back(kunskap.Avstand(*bord), static_cast<int>(i));
+            drag.TaTillbaka();
+        }
+        std::sort(avstand.begin(), avstand.end());
+        ordnade.clear();
+        for (auto [a, i] : avstand)
+            ordnade.push_back(dragen[static_cast<std::size_t>(i)]);
+        dragen.swap(ordnade);
     }
 
     bool Sett(const SpelBord& b) {
@@ -139,10 +165,14 @@ private:
     DragPaBord drag;
     std::vector<Niva> nivaer;
     Nyckeltabell sedda;
+    std::vector<std::pair<int, int>> avstand;
+    std::vector<Drag> ordnade;
+
     std::string nyckel;
     SokSvar svar;
     Klocka::time_point borjan;
     bool hastig;
+    bool narmast; // the quick pass of a game that measures how far a table is from won
 };
 
 } // namespace

@@ -4,17 +4,29 @@
 
 namespace {
 
-std::uint64_t Hash(std::string_view s) {
-    // FNV-1a, then mixed so that the low bits spread.
-    std::uint64_t h = 1469598103934665603ull;
-    for (char c : s) {
-        h ^= static_cast<unsigned char>(c);
-        h *= 1099511628211ull;
-    }
+std::uint64_t Blanda(std::uint64_t h) {
     h ^= h >> 29;
     h *= 0xbf58476d1ce4e5b9ull;
     h ^= h >> 32;
     return h;
+}
+
+// Eight bytes at a time, each word mixed in by a multiplication; the length goes in too.
+std::uint64_t Hash(std::string_view s) {
+    std::uint64_t h = 0x9e3779b97f4a7c15ull ^ s.size();
+    std::size_t i = 0;
+    for (; i + 8 <= s.size(); i += 8) {
+        std::uint64_t w = 0;
+        std::memcpy(&w, s.data() + i, 8);
+        h = (h ^ w) * 0xff51afd7ed558ccdull;
+        h ^= h >> 31;
+    }
+    if (i < s.size()) {
+        std::uint64_t w = 0;
+        std::memcpy(&w, s.data() + i, s.size() - i);
+        h = (h ^ w) * 0xff51afd7ed558ccdull;
+    }
+    return Blanda(h);
 }
 
 } // namespace
