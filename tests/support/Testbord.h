@@ -202,7 +202,10 @@ template <typename Spel> struct Testbord {
         VunnetMedEttBesked(kort, giv);
         std::strcpy(tangenter->spelarNamn, "Vinnare");
         const int plats = tangenter->Spel()->AddHiscore();
-        QVERIFY(plats == 1 || plats == 2);
+        QVERIFY2(plats == 1 || plats == 2,
+                 qPrintable(QStringLiteral("place %1; the store says: %2")
+                                .arg(plats)
+                                .arg(QString::fromStdString(AttributeStore::Program().Problem()))));
         HighScoreTable medMus = Post(3 - plats);
         HighScoreTable medTangenter = Post(plats);
         QCOMPARE(QByteArray(medTangenter.namn), QByteArray(medMus.namn));
