@@ -6,12 +6,11 @@
 
 namespace {
 
-// One place of the table; it reads the place at its index as the table is now.
-class TillgangligPlats : public QAccessibleInterface {
+// Something of the table with nothing inside it, owned by the table's view.
+class TillgangligtBlad : public QAccessibleInterface {
 public:
-    TillgangligPlats(const TillgangligtBord* bord, int index) : bordet(bord), nr(index) {}
+    explicit TillgangligtBlad(const TillgangligtBord* bord) : bordet(bord) {}
 
-    bool isValid() const override { return Platsen() != nullptr; }
     QObject* object() const override { return nullptr; }
     QWindow* window() const override { return bordet->window(); }
     QAccessibleInterface* focusChild() const override { return nullptr; }
@@ -22,13 +21,24 @@ public:
     QAccessibleInterface* child(int) const override { return nullptr; }
     int childCount() const override { return 0; }
     int indexOfChild(const QAccessibleInterface*) const override { return -1; }
+    void setText(QAccessible::Text, const QString&) override {}
+
+protected:
+    const TillgangligtBord* bordet;
+};
+
+// One place of the table; it reads the place at its index as the table is now.
+class TillgangligPlats : public TillgangligtBlad {
+public:
+    TillgangligPlats(const TillgangligtBord* bord, int index) : TillgangligtBlad(bord), nr(index) {}
+
+    bool isValid() const override { return Platsen() != nullptr; }
     QString text(QAccessible::Text t) const override {
         const BordsPlats* p = Platsen();
         if (p == nullptr || t != QAccessible::Name)
             return {};
         return QString::fromStdString(p->namn);
     }
-    void setText(QAccessible::Text, const QString&) override {}
     QRect rect() const override {
         const BordsPlats* p = Platsen();
         if (p == nullptr)
@@ -55,38 +65,25 @@ private:
         return nr < static_cast<int>(platser.size()) ? &platser[nr] : nullptr;
     }
 
-    const TillgangligtBord* bordet;
     int nr;
 };
 
 // One thing told of the table: shown once, as a notification with these words.
-class TillgangligtUtrop : public QAccessibleInterface {
+class TillgangligtUtrop : public TillgangligtBlad {
 public:
     TillgangligtUtrop(const TillgangligtBord* bord, QString text)
-        : bordet(bord), orden(std::move(text)) {}
+        : TillgangligtBlad(bord), orden(std::move(text)) {}
 
     bool isValid() const override { return true; }
-    QObject* object() const override { return nullptr; }
-    QWindow* window() const override { return bordet->window(); }
-    QAccessibleInterface* focusChild() const override { return nullptr; }
-    QAccessibleInterface* childAt(int, int) const override { return nullptr; }
-    QAccessibleInterface* parent() const override {
-        return QAccessible::queryAccessibleInterface(bordet->Vy());
-    }
-    QAccessibleInterface* child(int) const override { return nullptr; }
-    int childCount() const override { return 0; }
-    int indexOfChild(const QAccessibleInterface*) const override { return -1; }
     QString text(QAccessible::Text t) const override {
         return t == QAccessible::Name ? orden : QString();
     }
-    void setText(QAccessible::Text, const QString&) override {}
     // Nowhere on the screen: the words are for the ear.
     QRect rect() const override { return QRect(bordet->Vy()->mapToGlobal(QPoint(0, 0)), QSize()); }
     QAccessible::Role role() const override { return QAccessible::Notification; }
     QAccessible::State state() const override { return {}; }
 
 private:
-    const TillgangligtBord* bordet;
     QString orden;
 };
 
