@@ -200,14 +200,13 @@ template <typename Spel> struct Testbord {
         QCOMPARE(SpelaMedTangenter(*tangenter, dragen), QString());
         QVERIFY(tangenter->Spel()->Tabell().Lika(spel->Tabell()));
         VunnetMedEttBesked(kort, giv);
+        // A new result's time of play counts in its rank but a stored one's does not, so the
+        // keys' result is entered into a table of its own and compared with the mouse's.
+        HighScoreTable medMus = Post(1);
+        GlomHiscore();
         std::strcpy(tangenter->spelarNamn, "Vinnare");
-        const int plats = tangenter->Spel()->AddHiscore();
-        QVERIFY2(plats == 1 || plats == 2,
-                 qPrintable(QStringLiteral("place %1; the store says: %2")
-                                .arg(plats)
-                                .arg(QString::fromStdString(AttributeStore::Program().Problem()))));
-        HighScoreTable medMus = Post(3 - plats);
-        HighScoreTable medTangenter = Post(plats);
+        QCOMPARE(tangenter->Spel()->AddHiscore(), 1);
+        HighScoreTable medTangenter = Post(1);
         QCOMPARE(QByteArray(medTangenter.namn), QByteArray(medMus.namn));
         QCOMPARE(medTangenter.kort, medMus.kort);
         QCOMPARE(medTangenter.giv, medMus.giv);
