@@ -90,6 +90,22 @@ void VarjeSpel() {
             QTest::addRow("%s", SpelNamn(nr)) << nr;
 }
 
+// The results of a game won with the mouse and the same game won with keys, entered into a
+// fresh hiscore table: the same entry twice.
+void SammaPostMedMusOchTangenter(int spelNr, FjolkView& mus, FjolkView& tangenter) {
+    AttributeStore::Program().RemoveAttr(HiscoreAttributNamn(spelNr).c_str());
+    QCOMPARE(mus.Spel()->AddHiscore(), 1);
+    // The same result, a moment later: first or second, whichever the clocks say.
+    int plats = tangenter.Spel()->AddHiscore();
+    QVERIFY(plats == 1 || plats == 2);
+    HiscoreLista tabell = LasHiscore(spelNr);
+    QCOMPARE(tabell[2].kort, -1);
+    QCOMPARE(tabell[0].kort, tabell[1].kort);
+    QCOMPARE(tabell[0].giv, tabell[1].giv);
+    QCOMPARE(tabell[0].angra, tabell[1].angra);
+    QCOMPARE(QByteArray(tabell[0].namn), QByteArray(tabell[1].namn));
+}
+
 } // namespace
 
 class TangentbordTest : public QObject {
@@ -278,17 +294,7 @@ private slots:
         QVERIFY(mus->Spel()->KlarSpel());
         QVERIFY(tangenter->Spel()->KlarSpel());
         QCOMPARE(tangenter->Meddelat(), std::string("won"));
-        AttributeStore::Program().RemoveAttr(HiscoreAttributNamn(spelNr).c_str());
-        QCOMPARE(mus->Spel()->AddHiscore(), 1);
-        // The same result, a moment later: first or second, whichever the clocks say.
-        int plats = tangenter->Spel()->AddHiscore();
-        QVERIFY(plats == 1 || plats == 2);
-        QCOMPARE(LasHiscore(spelNr)[2].kort, -1);
-        HiscoreLista tabell = LasHiscore(spelNr);
-        QCOMPARE(tabell[0].kort, tabell[1].kort);
-        QCOMPARE(tabell[0].giv, tabell[1].giv);
-        QCOMPARE(tabell[0].angra, tabell[1].angra);
-        QCOMPARE(QByteArray(tabell[0].namn), QByteArray(tabell[1].namn));
+        SammaPostMedMusOchTangenter(spelNr, *mus, *tangenter);
     }
 
     // A screen reader reads the table's places by name, follows the frame as the focus and
@@ -343,15 +349,8 @@ private slots:
         auto tangenter = VyMedSpel(spelNr, 3, 1280, 1024);
         for (FjolkView* vy : {mus.get(), tangenter.get()}) {
             Patiens& spel = *vy->Spel();
-            std::vector<Lucka>& luckor = spel.LuckorForTest();
-            for (Lucka& l : luckor)
-                l.TaBortKort();
-            spel.Tabell().undoLista.clear();
-            auto lagg = [&](int i, kortfarg farg, int valor) {
-                Kort k(farg, valor, BRect(0, 0, 0, 0));
-                k.NyPos(spel.FramsidaFor(k));
-                luckor[i].TaEmotKort(k);
-            };
+            TommaBordet(spel);
+            auto lagg = [&](int i, kortfarg farg, int valor) { LaggKort(spel, i, farg, valor); };
             for (int f = 0; f < 4; ++f) {
                 auto farg = static_cast<kortfarg>(f);
                 if (spelNr == 0) {
@@ -386,15 +385,7 @@ private slots:
         QVERIFY(mus->Spel()->KlarSpel());
         QVERIFY(tangenter->Spel()->KlarSpel());
         QCOMPARE(tangenter->Meddelat(), std::string("won"));
-        AttributeStore::Program().RemoveAttr(HiscoreAttributNamn(spelNr).c_str());
-        QCOMPARE(mus->Spel()->AddHiscore(), 1);
-        int plats = tangenter->Spel()->AddHiscore();
-        QVERIFY(plats == 1 || plats == 2);
-        HiscoreLista tabell = LasHiscore(spelNr);
-        QCOMPARE(tabell[0].kort, tabell[1].kort);
-        QCOMPARE(tabell[0].giv, tabell[1].giv);
-        QCOMPARE(tabell[0].angra, tabell[1].angra);
-        QCOMPARE(QByteArray(tabell[0].namn), QByteArray(tabell[1].namn));
+        SammaPostMedMusOchTangenter(spelNr, *mus, *tangenter);
     }
 
     // The frame: two pixels of yellow between dark edges, around the place, on the screen but

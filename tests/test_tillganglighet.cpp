@@ -103,15 +103,8 @@ void Behandla() {
 // four moves from won.
 void NastanVunnet(FjolkView& vy) {
     Patiens& spel = *vy.Spel();
-    std::vector<Lucka>& luckor = spel.LuckorForTest();
-    for (Lucka& l : luckor)
-        l.TaBortKort();
-    spel.Tabell().undoLista.clear();
-    auto lagg = [&](int i, kortfarg farg, int valor) {
-        Kort k(farg, valor, BRect(0, 0, 0, 0));
-        k.NyPos(spel.FramsidaFor(k));
-        luckor[i].TaEmotKort(k);
-    };
+    TommaBordet(spel);
+    auto lagg = [&](int i, kortfarg farg, int valor) { LaggKort(spel, i, farg, valor); };
     for (int f = 0; f < 4; ++f) {
         auto farg = static_cast<kortfarg>(f);
         for (int v = 1; v <= 12; ++v)

@@ -90,3 +90,15 @@ std::vector<LuckaBild> Bordet(const SpelBord& bord) {
                         lucka.GeKantLinje(), lucka.GePos()});
     return bild;
 }
+
+void TommaBordet(Patiens& spel) {
+    for (Lucka& l : spel.LuckorForTest())
+        l.TaBortKort();
+    spel.Tabell().undoLista.clear();
+}
+
+void LaggKort(Patiens& spel, int lucka, kortfarg farg, int valor) {
+    Kort k(farg, valor, BRect(0, 0, 0, 0));
+    k.NyPos(spel.FramsidaFor(k));
+    spel.LuckorForTest()[lucka].TaEmotKort(k);
+}

@@ -30,6 +30,11 @@ BPoint Mitt(BRect r);
 std::unique_ptr<FjolkView> VyMedSpel(int spelNr, unsigned seed, int bredd, int hojd,
                                      bool animera = false);
 
+// Every slot of the game's table emptied, and the undo records with them.
+void TommaBordet(Patiens& spel);
+// A card laid face up in slot `lucka`, drawn at the game's card size.
+void LaggKort(Patiens& spel, int lucka, kortfarg farg, int valor);
+
 // Everything that describes a table: each slot's emptiness, card and marks.
 struct LuckaBild {
     bool tom;

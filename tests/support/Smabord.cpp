@@ -235,14 +235,9 @@ Uppstallning Tower() {
 
 void LaggUt(Korning& k, const Uppstallning& b) {
     Patiens& spel = k.Spel();
-    for (Lucka& l : spel.LuckorForTest())
-        l.TaBortKort();
-    spel.Tabell().undoLista.clear();
-    for (const Kortet& kort : b.kort) {
-        Kort nytt(kort.farg, kort.valor, BRect(0, 0, 0, 0));
-        nytt.NyPos(spel.FramsidaFor(nytt));
-        spel.LuckorForTest()[kort.lucka].TaEmotKort(nytt);
-    }
+    TommaBordet(spel);
+    for (const Kortet& kort : b.kort)
+        LaggKort(spel, kort.lucka, kort.farg, kort.valor);
     if (b.mer)
         b.mer(spel);
     spel.Regler().KlarSpel(spel.Tabell());

@@ -61,16 +61,8 @@ template <typename Spel> struct Testbord {
 
     std::vector<Lucka>& L() { return spel->LuckorForTest(); }
     // Every slot emptied, and the undo records with them.
-    void Tomt() {
-        for (Lucka& l : L())
-            l.TaBortKort();
-        spel->Tabell().undoLista.clear();
-    }
-    void Lagg(int lucka, kortfarg farg, int valor) {
-        Kort k(farg, valor, BRect(0, 0, 0, 0));
-        k.NyPos(spel->FramsidaFor(k));
-        L()[lucka].TaEmotKort(k);
-    }
+    void Tomt() { TommaBordet(*spel); }
+    void Lagg(int lucka, kortfarg farg, int valor) { LaggKort(*spel, lucka, farg, valor); }
     bool Har(int lucka, kortfarg farg, int valor) {
         return !L()[lucka].Tom() && L()[lucka].GeKort().KortFarg() == farg &&
                L()[lucka].GeKort().KortValor() == valor;
