@@ -58,6 +58,7 @@ Resultat KorSpel(int spel, unsigned antalGivar, int gransMs) {
     Resultat r;
     SokGranser granser;
     granser.tid = std::chrono::milliseconds(gransMs);
+    granser.tradTid = true;
     for (unsigned fro = 1; fro <= antalGivar; ++fro) {
         auto bord = GivFor(spel, fro);
         double fore = CpuMs();

@@ -253,6 +253,24 @@ private slots:
         QVERIFY(svar.lagen <= kKollIntervall);
     }
 
+    // A limit on the thread's processor time leaves out the time the thread waits: a search
+    // that waits longer than its limit at every check still ends decided, where the clock's
+    // limit stops it at the first wait.
+    void tradensTidRaknarInteVantan() {
+        auto bord = GivFor(3, 1); // a Tower of Hanoi deal decided in a few milliseconds
+        auto sok = [&](bool tradTid) {
+            SokGranser granser;
+            granser.tid = std::chrono::milliseconds(100);
+            granser.tradTid = tradTid;
+            return Los(R(3), *bord, granser, {},
+                       [&] { std::this_thread::sleep_for(std::chrono::milliseconds(110)); });
+        };
+        SokSvar tradens = sok(true);
+        QCOMPARE(tradens.utfall, Utfall::Vinnbar);
+        QVERIFY(tradens.tid < std::chrono::milliseconds(100));
+        QCOMPARE(sok(false).utfall, Utfall::Okant);
+    }
+
     // The checks come at least every kKollIntervall tables, however the search goes.
     void kollarOfta() {
         for (auto [spel, fro] : {std::pair{10, 1u}, std::pair{0, 1u}, std::pair{4, 3u}}) {

@@ -1,6 +1,7 @@
 #include "platform/SystemTime.h"
 
 #include <chrono>
+#include <ctime>
 #include <thread>
 #include <utility>
 
@@ -18,6 +19,12 @@ bigtime_t system_time() {
         return Ersattning()();
     using namespace std::chrono;
     return duration_cast<microseconds>(steady_clock::now().time_since_epoch()).count();
+}
+
+bigtime_t thread_time() {
+    timespec t{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
+    return static_cast<bigtime_t>(t.tv_sec) * 1000000 + t.tv_nsec / 1000;
 }
 
 void snooze(bigtime_t microseconds) {

@@ -11,6 +11,10 @@ using bigtime_t = int64_t;
 // may take a time of zero or below to mean "not given".
 bigtime_t system_time();
 
+// Microseconds of processor time the calling thread has used: a measure of work that other
+// programs on a busy machine do not lengthen.
+bigtime_t thread_time();
+
 // Sleeps for the given number of microseconds (nothing for zero or less).
 void snooze(bigtime_t microseconds);
 

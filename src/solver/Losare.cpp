@@ -1,6 +1,7 @@
 #include "solver/Losare.h"
 
 #include "cards/Hogar.h"
+#include "platform/SystemTime.h"
 #include "solver/Nyckeltabell.h"
 
 #include <algorithm>
@@ -23,7 +24,8 @@ public:
     Sokning(const SpelRegler& r, const SpelBord& start, const SokGranser& g, std::stop_token s,
             const SokKrok& k, bool h)
         : regler(r), kunskap(r.Kunskap()), granser(g), stopp(std::move(s)), krok(k),
-          bord(start.Kopia()), drag(r, *bord), borjan(Klocka::now()), hastig(h),
+          bord(start.Kopia()), drag(r, *bord), borjan(Klocka::now()),
+          tradBorjan(g.tradTid ? thread_time() : 0), hastig(h),
           narmast(h && kunskap.Avstand(start) >= 0) {}
 
     SokSvar Kor() {
@@ -134,12 +136,18 @@ private:
         }
         if (granser.lagen != 0 && svar.lagen >= granser.lagen)
             return true;
-        if (granser.tid.count() != 0 && Klocka::now() - borjan >= granser.tid)
+        if (granser.tid.count() != 0 && Forbrukat() >= granser.tid)
             return true;
         std::size_t minne = Minne();
         if (minne > svar.minne)
             svar.minne = minne;
         return granser.minne != 0 && minne >= granser.minne;
+    }
+
+    std::chrono::microseconds Forbrukat() const {
+        if (granser.tradTid)
+            return std::chrono::microseconds(thread_time() - tradBorjan);
+        return std::chrono::duration_cast<std::chrono::microseconds>(Klocka::now() - borjan);
     }
 
     std::size_t Minne() const {
@@ -151,7 +159,7 @@ private:
 
     SokSvar Svar(Utfall utfall) {
         svar.utfall = utfall;
-        svar.tid = std::chrono::duration_cast<std::chrono::microseconds>(Klocka::now() - borjan);
+        svar.tid = Forbrukat();
         svar.minne = std::max(svar.minne, Minne());
         return std::move(svar);
     }
@@ -171,6 +179,7 @@ private:
     std::string nyckel;
     SokSvar svar;
     Klocka::time_point borjan;
+    bigtime_t tradBorjan;
     bool hastig;
     bool narmast; // the quick pass of a game that measures how far a table is from won
 };

@@ -25,17 +25,20 @@ enum class Utfall {
 };
 
 struct SokGranser {
-    std::uint64_t lagen = 0;                // tables to search; 0: no limit
-    std::chrono::milliseconds tid{0};       // 0: no limit
+    std::uint64_t lagen = 0;          // tables to search; 0: no limit
+    std::chrono::milliseconds tid{0}; // 0: no limit
+    // `tid` counts the searching thread's processor time, not the clock's: a measurement
+    // then does not depend on what else the machine runs.
+    bool tradTid = false;
     std::size_t minne = 512u * 1024 * 1024; // bytes for the tables seen; 0: no limit
 };
 
 struct SokSvar {
     Utfall utfall = Utfall::Okant;
     std::vector<Drag> drag;
-    std::uint64_t lagen = 0; // tables made and keyed
-    std::chrono::microseconds tid{0};
-    std::size_t minne = 0; // the most bytes the search held
+    std::uint64_t lagen = 0;          // tables made and keyed
+    std::chrono::microseconds tid{0}; // as the limit counts it: the clock's or the thread's
+    std::size_t minne = 0;            // the most bytes the search held
     // Some listed moves were never tried (a new attempt shuffles by chance): the answer
     // holds within the current deal or attempt.
     bool inomForsoket = false;
