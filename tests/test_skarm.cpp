@@ -58,12 +58,6 @@ struct Korning {
         win->ValkomstVy()->animeringsRuta->setChecked(animera);
     }
     FjolkView& Vy() { return *win->SpelVy(); }
-    void Behandla() {
-        for (int i = 0; i < 3; ++i) {
-            QCoreApplication::sendPostedEvents();
-            QCoreApplication::processEvents();
-        }
-    }
     void Posta(type_code what) { QCoreApplication::postEvent(win.get(), new Meddelande(what)); }
 };
 
@@ -168,7 +162,7 @@ private slots:
         std::srand(3);
         Korning k(true);
         QVERIFY(QTest::qWaitForWindowExposed(k.win.get()));
-        k.Behandla();
+        Behandla();
         QVERIFY(k.win->Animering());
         Givning g(*k.win);
         SpelOLLView* lista = k.win->ValkomstVy()->spelLista;
@@ -188,11 +182,11 @@ private slots:
         Korning k(true);
         // Not on the screen yet, as a window is before the window system has shown it.
         k.win->hide();
-        k.Behandla();
+        Behandla();
         QVERIFY(!k.win->windowHandle()->isExposed());
         Givning g(*k.win);
         k.win->StartaSpel(kEightoff);
-        k.Behandla();
+        Behandla();
         QVERIFY(k.win->VisarSpel());
         QVERIFY(k.Vy().SpeletPaBordet() == nullptr);
         k.win->show();
@@ -314,7 +308,7 @@ private slots:
                        KvarILeken(k.Vy().Spel()) == 0 && !k.Vy().Arbetar();
             },
             60000));
-        k.Behandla();
+        Behandla();
         k.win->SpelVy()->removeEventFilter(&storning);
 
         QVERIFY(storning.underFlygning);
@@ -335,7 +329,7 @@ private slots:
         Korning k(false);
         QVERIFY(QTest::qWaitForWindowExposed(k.win.get()));
         k.Posta(kStartaSpel0 + kFreecell);
-        k.Behandla();
+        Behandla();
         FjolkView& vy = k.Vy();
         QVERIFY(vy.Spel() != nullptr);
         const std::vector<Lucka>& luckor = vy.Spel()->Luckor();
@@ -359,7 +353,7 @@ private slots:
 
         // On the screen, once it has painted: the card's face in its own colours, made half
         // transparent.
-        k.Behandla();
+        Behandla();
         QImage sett = PaSkarmen(*drag, drag->rect());
         QImage ansikte = KortSpel::mp_kortbitmap.copy(ToQRect(kortet.GePos()));
         int lika = 0;

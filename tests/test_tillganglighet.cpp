@@ -92,13 +92,6 @@ Lucka Tom(bool baksida = false) {
     return Lucka(BRect(0, 0, 10, 10), baksida);
 }
 
-void Behandla() {
-    for (int i = 0; i < 3; ++i) {
-        QCoreApplication::sendPostedEvents();
-        QCoreApplication::processEvents();
-    }
-}
-
 // Eight off with the foundations built up to the queens and the four kings in the columns:
 // four moves from won.
 void NastanVunnet(FjolkView& vy) {

@@ -45,13 +45,6 @@
 
 namespace {
 
-void Behandla() {
-    for (int i = 0; i < 3; ++i) {
-        QCoreApplication::sendPostedEvents();
-        QCoreApplication::processEvents();
-    }
-}
-
 // One run of the program on its own data folder.
 struct Korning {
     QTemporaryDir dir;

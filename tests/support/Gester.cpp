@@ -102,3 +102,10 @@ void LaggKort(Patiens& spel, int lucka, kortfarg farg, int valor) {
     k.NyPos(spel.FramsidaFor(k));
     spel.LuckorForTest()[lucka].TaEmotKort(k);
 }
+
+void Behandla() {
+    for (int i = 0; i < 3; ++i) {
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+    }
+}

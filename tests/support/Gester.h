@@ -25,6 +25,9 @@ void GorGest(FjolkView& view, const Gest& gest);
 // The centre of a slot rectangle, where a player aims.
 BPoint Mitt(BRect r);
 
+// Lets the events posted so far, and the ones they post in turn, be handled.
+void Behandla();
+
 // A play view of the given size, shown (under the offscreen platform) so that it takes
 // events, holding the game `spelNr` dealt with the given seed and animation switch.
 std::unique_ptr<FjolkView> VyMedSpel(int spelNr, unsigned seed, int bredd, int hojd,

@@ -25,13 +25,6 @@
 // The longest a test waits for the solver's answer.
 inline constexpr int kVantaPaLosaren = 60000;
 
-inline void Behandla() {
-    for (int i = 0; i < 3; ++i) {
-        QCoreApplication::sendPostedEvents();
-        QCoreApplication::processEvents();
-    }
-}
-
 // One run of the program on its own data folder, cards moving at once.
 struct Korning {
     QTemporaryDir dir;
