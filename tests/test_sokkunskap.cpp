@@ -1,6 +1,7 @@
 #include "cards/SokKunskap.h"
 #include "games/FarfarsklockaRegler.h"
 #include "games/KvarnenRegler.h"
+#include "games/PyramidenRegler.h"
 #include "games/Spelfabrik.h"
 #include "solver/Losare.h"
 #include "support/PlainSokning.h"
@@ -356,6 +357,59 @@ private slots:
             QCOMPARE(b.Hopplos(), !tvaNior);
             QCOMPARE(b.Avgor(), tvaNior ? Utfall::Vinnbar : Utfall::Ovinnbar);
         }
+    }
+
+    // After the redeal the waste is never turned over again: the three of clubs on it pairs
+    // with no card left in the pyramid, so the eight under it never comes up for the five.
+    // Before the redeal the waste turns over into the stock and the eight comes first.
+    void pyramidensHogUnderEttDottKort() {
+        for (int giv : {1, 2}) {
+            Bygge b(kPyramiden);
+            b.Lagg({{0, K(SPADER, 5)}, {36, K(HJARTER, 8)}, {37, K(KLOVER, 3)}});
+            static_cast<PyramidenRegler::Stallning&>(*b.bord).giv = giv;
+            QCOMPARE(b.Hopplos(), giv == 2);
+            QCOMPARE(b.Avgor(), giv == 2 ? Utfall::Ovinnbar : Utfall::Vinnbar);
+        }
+    }
+
+    // Only values count: an eight of hearts in the stock is the same as the eight of clubs
+    // there. A three and a four that no pyramid card pairs with any more are alike too, but
+    // not a seven, which the six of the pyramid takes.
+    void pyramidensNyckelAvVarden() {
+        auto nyckel = [](const Kort& lek, const Kort& hog) {
+            Bygge b(kPyramiden);
+            b.Lagg({{0, K(SPADER, 5)}, {1, K(RUTER, 6)}, {2, K(RUTER, 12)}});
+            b.Lagg({{kPyramidLek, lek}, {36, hog}});
+            return b.Nyckel();
+        };
+        QCOMPARE(nyckel(K(HJARTER, 8), K(KLOVER, 3)), nyckel(K(KLOVER, 8), K(KLOVER, 4)));
+        QVERIFY(nyckel(K(HJARTER, 8), K(KLOVER, 3)) != nyckel(K(HJARTER, 8), K(KLOVER, 7)));
+        QVERIFY(nyckel(K(HJARTER, 8), K(KLOVER, 3)) != nyckel(K(HJARTER, 7), K(KLOVER, 3)));
+        // The king goes alone: it is never out of play.
+        QVERIFY(nyckel(K(HJARTER, 8), K(KLOVER, 13)) != nyckel(K(HJARTER, 8), K(KLOVER, 3)));
+    }
+
+    // The pyramid's five, a four in the way on the waste and the eight under it, in each
+    // order of the three, with the nine of the stock: the solver and the plain search agree
+    // on every one.
+    void pyramidensSmaBordMedDodaKort() {
+        const std::vector<Kort> kort{K(HJARTER, 8), K(KLOVER, 4), K(RUTER, 9), K(SPADER, 2)};
+        for (int giv : {1, 2})
+            for (int forsta = 0; forsta < 4; ++forsta)
+                for (int andra = 0; andra < 4; ++andra) {
+                    if (andra == forsta)
+                        continue;
+                    Bygge b(kPyramiden);
+                    b.Lagg({{0, K(SPADER, 5)}, {1, K(HJARTER, 11)}, {2, K(RUTER, 4)}});
+                    b.Lagg({{36, kort[static_cast<std::size_t>(forsta)]},
+                            {37, kort[static_cast<std::size_t>(andra)]}});
+                    int lek = kPyramidLek;
+                    for (int k = 0; k < 4; ++k)
+                        if (k != forsta && k != andra)
+                            b.Lagg({{lek++, kort[static_cast<std::size_t>(k)]}});
+                    static_cast<PyramidenRegler::Stallning&>(*b.bord).giv = giv;
+                    QVERIFY(b.Avgor() != Utfall::Okant);
+                }
     }
 
     // A free king goes at once; so do two cards that are the last of their values; a pair

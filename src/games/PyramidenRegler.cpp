@@ -412,7 +412,36 @@ struct Kvar {
     }
 };
 
-Kvar KortKvar(const std::vector<Lucka>& luckor) {
+// The values of the cards left in the pyramid, as bits.
+unsigned PyramidensVarden(const std::vector<Lucka>& luckor) {
+    unsigned varden = 0;
+    for (int i = kForstaPyramid; i <= kSistaPyramid; ++i)
+        if (!luckor[i].Tom())
+            varden |= 1u << luckor[i].GeKort().KortValor();
+    return varden;
+}
+
+// A card of the stock or the waste pairs only with a pyramid card: with no pyramid card
+// of the value that makes 13 with it left, and not a king, it can never be discarded. The
+// pyramid only loses cards, so it stays so.
+bool Dod(const Kort& kort, unsigned pyramidensVarden) {
+    const int valor = kort.KortValor();
+    return valor != 13 && ((pyramidensVarden >> (13 - valor)) & 1u) == 0;
+}
+
+// The waste slot of the highest card on it that can never be discarded, -1 for none.
+int DodaHogen(const std::vector<Lucka>& luckor, unsigned pyramidensVarden) {
+    for (int j = kSistaHog; j >= kForstaHog; --j)
+        if (!luckor[j].Tom() && Dod(luckor[j].GeKort(), pyramidensVarden))
+            return j;
+    return -1;
+}
+
+// The cards left that a pyramid card may still be paired with. After the redeal the waste
+// is never turned over again, so a waste card lying under one that can never be discarded
+// stays under it: it is out of play.
+Kvar KortKvar(const Stallning& bord) {
+    const std::vector<Lucka>& luckor = bord.luckor;
     Kvar kvar;
     for (int i = kForstaPyramid; i <= kSistaPyramid; ++i)
         if (!luckor[i].Tom())
@@ -422,7 +451,8 @@ Kvar KortKvar(const std::vector<Lucka>& luckor) {
             if (!luckor[j].Tom())
                 ++kvar.lekOchHog[static_cast<size_t>(luckor[j].GeKort().KortValor())];
     };
-    rakna(kForstaHog, kSistaHog);
+    const int dod = bord.giv >= kSistaGiv ? DodaHogen(luckor, PyramidensVarden(luckor)) : -1;
+    rakna(dod < 0 ? kForstaHog : dod + 1, kSistaHog);
     rakna(kForstaLek, kSistaLek);
     return kvar;
 }
@@ -462,7 +492,10 @@ class Kunskap final : public SokKunskap {
 public:
     // The pyramid's cards as bits, then the waste from the bottom and the stock from the
     // bottom, and the pass: the discards are what is left over, and the slots a card lies
-    // in within the waste or stock follow from its place in that order.
+    // in within the waste or stock follow from its place in that order. Only a card's value
+    // counts in play, so the waste and the stock are keyed by values, and every card there
+    // that can never be discarded any more by one mark: such cards only lie in the way, all
+    // alike.
     void Nyckel(const SpelBord& b, std::string& nyckel) const override {
         const std::vector<Lucka>& luckor = b.luckor;
         Maske pyramid = 0;
@@ -471,13 +504,17 @@ public:
                 pyramid |= 1u << i;
         for (int k = 0; k < 4; ++k)
             nyckel.push_back(static_cast<char>((pyramid >> (8 * k)) & 0xffu));
-        for (int j = kForstaHog; j <= kSistaHog; ++j)
-            if (!luckor[j].Tom())
-                nyckel.push_back(KortKod(luckor[j]));
+        const unsigned varden = PyramidensVarden(luckor);
+        auto lagg = [&](int fran, int till) {
+            for (int j = fran; j <= till; ++j)
+                if (!luckor[j].Tom()) {
+                    const Kort& kort = luckor[j].GeKort();
+                    nyckel.push_back(static_cast<char>(Dod(kort, varden) ? 14 : kort.KortValor()));
+                }
+        };
+        lagg(kForstaHog, kSistaHog);
         nyckel.push_back(0);
-        for (int j = kForstaLek; j <= kSistaLek; ++j)
-            if (!luckor[j].Tom())
-                nyckel.push_back(KortKod(luckor[j]));
+        lagg(kForstaLek, kSistaLek);
         nyckel.push_back(static_cast<char>(static_cast<const Stallning&>(b).giv));
     }
 
@@ -504,7 +541,7 @@ public:
         for (std::size_t i = 0; i < dragen.size(); ++i)
             if (KastarKung(b, dragen[i]))
                 return static_cast<int>(i);
-        Kvar kvar = KortKvar(b.luckor);
+        Kvar kvar = KortKvar(static_cast<const Stallning&>(b));
         for (std::size_t i = 0; i < dragen.size(); ++i) {
             const Drag& d = dragen[i];
             if (d.slag != DragSlag::Par)
@@ -524,7 +561,7 @@ public:
     // on them nor under them, or among the cards of the stock and the waste, each used
     // once; when no such pairing exists the table cannot be won.
     bool Hopplos(const SpelBord& b) const override {
-        Kvar kvar = KortKvar(b.luckor);
+        Kvar kvar = KortKvar(static_cast<const Stallning&>(b));
         for (int v = 1; v <= 6; ++v) {
             const auto w = static_cast<size_t>(13 - v);
             const auto u = static_cast<size_t>(v);
