@@ -32,9 +32,9 @@ struct Bygge {
         return *this;
     }
     // The solver's verdict, checked against the plain search's.
-    Utfall Avgor(std::size_t plainMax = 200000) const {
+    Utfall Avgor(std::size_t plainMax = 200000, bool givRaknas = true) const {
         SokSvar svar = Los(regler, *bord, SokGranser{500000});
-        int plain = PlainSok(regler, *bord, plainMax);
+        int plain = PlainSok(regler, *bord, plainMax, givRaknas);
         if (plain >= 0 && svar.utfall != (plain == 1 ? Utfall::Vinnbar : Utfall::Ovinnbar))
             return Utfall::Okant;
         return svar.utfall;
@@ -254,6 +254,48 @@ private slots:
         QCOMPARE(dragen[2], KortDrag(73, 91));
         b.regler.GorDrag(*b.bord, dragen.front(), nullptr);
         QVERIFY(b.Nyckel() != forst);
+    }
+
+    // Kvarnen, spades home to the nine and hearts to the queen, the rest of both in the
+    // first pile. With the king of spades among its first four cards, on the ten, nothing
+    // ever comes between them: the ten never goes home. One place higher, above the king of
+    // hearts, the next deal puts the king of spades alone in a pile, and the deal is won.
+    // Kvarnen's rules never read the deal's number, so the plain search may leave it out.
+    void kvarnensKungIForstaHogen() {
+        for (bool kungOverst : {false, true}) {
+            Bygge b(kKvarnen);
+            for (int v = 1; v <= 13; ++v)
+                b.Lagg({{2 * 18 + v - 1, K(KLOVER, v)}, {3 * 18 + v - 1, K(RUTER, v)}});
+            for (int v = 1; v <= 12; ++v)
+                b.Lagg({{18 + v - 1, K(HJARTER, v)}});
+            for (int v = 1; v <= 9; ++v)
+                b.Lagg({{v - 1, K(SPADER, v)}});
+            b.Lagg({{72, K(SPADER, 10)}, {73, K(SPADER, 11)}, {74, K(SPADER, 12)}});
+            b.Lagg({{75, K(kungOverst ? HJARTER : SPADER, 13)},
+                    {76, K(kungOverst ? SPADER : HJARTER, 13)}});
+            QCOMPARE(b.Hopplos(), !kungOverst);
+            QCOMPARE(PlainSok(b.regler, *b.bord, 200000, false), kungOverst ? 1 : 0);
+            QCOMPARE(b.Avgor(200000, false), kungOverst ? Utfall::Vinnbar : Utfall::Ovinnbar);
+        }
+    }
+
+    // The same cards in the third pile, the first two empty: it is the first pile that holds
+    // cards that counts. The queen on the king goes nowhere, and the next deal lays the four
+    // as they lie.
+    void kvarnensForstaHogenMedKort() {
+        Bygge b(kKvarnen);
+        for (int v = 1; v <= 13; ++v)
+            b.Lagg({{2 * 18 + v - 1, K(KLOVER, v)}, {3 * 18 + v - 1, K(RUTER, v)}});
+        for (int v = 1; v <= 12; ++v)
+            b.Lagg({{18 + v - 1, K(HJARTER, v)}});
+        for (int v = 1; v <= 9; ++v)
+            b.Lagg({{v - 1, K(SPADER, v)}});
+        const int hog = 72 + 2 * 18;
+        b.Lagg({{hog, K(SPADER, 10)}, {hog + 1, K(SPADER, 11)}, {hog + 2, K(SPADER, 13)}});
+        b.Lagg({{hog + 3, K(SPADER, 12)}, {hog + 4, K(HJARTER, 13)}});
+        QVERIFY(b.Hopplos());
+        QCOMPARE(PlainSok(b.regler, *b.bord, 200000, false), 0);
+        QCOMPARE(b.Avgor(200000, false), Utfall::Ovinnbar);
     }
 
     // Black hole, the ace of spades on top of the hole. The seven of hearts waits under the

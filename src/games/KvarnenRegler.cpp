@@ -5,6 +5,7 @@
 #include "games/LekRegler.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 
 namespace KvarnenRegler {
@@ -206,8 +207,54 @@ int Rang(const std::vector<Lucka>& luckor, const Drag& d) {
     return 3;
 }
 
+// How many cards of each value are home.
+std::array<int, 15> Hemma(const std::vector<Lucka>& luckor) {
+    std::array<int, 15> hemma{};
+    for (int k = 0; k < 4; ++k)
+        for (int j = 0; j < kPlatserPerHog && !luckor[GrundBas(k) + j].Tom(); ++j)
+            ++hemma[static_cast<std::size_t>(luckor[GrundBas(k) + j].GeKort().KortValor())];
+    return hemma;
+}
+
+// A card no pile will ever take again: a king, or a card whose four one-higher cards are
+// home. It leaves its pile only for its foundation.
+bool Fast(const Kort& kort, const std::array<int, 15>& hemma) {
+    const int valor = kort.KortValor();
+    return valor == 13 || hemma[static_cast<std::size_t>(valor + 1)] == 4;
+}
+
 class Kunskap final : public SokKunskap {
 public:
+    // Nothing is ever put before the first card of the first pile that holds cards: a card
+    // goes only onto a top, after it. So the first four cards of that pile stay together
+    // at every deal, in pile 0, in the same order. A card among them that no pile takes
+    // again leaves only for its foundation, and nothing under it moves before it does: the
+    // cards it covers stay where they are, and the deal keeps them under it. If one of them
+    // is a lower card of its own suit, which must go home first, neither ever goes home.
+    bool Hopplos(const SpelBord& b) const override {
+        const std::vector<Lucka>& luckor = b.luckor;
+        int p = 0;
+        while (p < kAntalHogar && luckor[HogBas(p)].Tom())
+            ++p;
+        if (p == kAntalHogar)
+            return false;
+        const std::array<int, 15> hemma = Hemma(luckor);
+        const int bas = HogBas(p);
+        for (int j = kKortPerHog - 1; j > 0; --j) {
+            if (luckor[bas + j].Tom())
+                continue;
+            const Kort& fast = luckor[bas + j].GeKort();
+            if (!Fast(fast, hemma))
+                continue;
+            for (int i = 0; i < j; ++i) {
+                const Kort& under = luckor[bas + i].GeKort();
+                if (under.KortFarg() == fast.KortFarg() && under.KortValor() < fast.KortValor())
+                    return true;
+            }
+        }
+        return false;
+    }
+
     // How far each foundation has come, then each pile's cards from its base up. There is
     // no last deal, so the deal's number is only the score: two tables of the same cards
     // have the same future.
@@ -239,6 +286,10 @@ public:
             if (TillGrunden(dragen[i]))
                 return static_cast<int>(i);
         return -1;
+    }
+
+    void GallraHastigt(const SpelBord& b, std::vector<Drag>& dragen) const override {
+        std::erase_if(dragen, [&](const Drag& d) { return Rang(b.luckor, d) == 3; });
     }
 
     std::string KnappNamn() const override { return "gather and deal again"; }
