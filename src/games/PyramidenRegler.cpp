@@ -366,7 +366,10 @@ int Angra(Stallning& bord, Flygledare* flyg) {
 }
 
 bool KlarSpel(Stallning& bord) {
-    return AntalFyllda(bord.luckor, kForstaPyramid, kSistaPyramid) == 0;
+    for (int i = kForstaPyramid; i <= kSistaPyramid; ++i)
+        if (!bord.luckor[i].Tom())
+            return false;
+    return true;
 }
 
 HiscoreResultat Resultat(const Stallning& bord) {
@@ -429,10 +432,19 @@ bool Dod(const Kort& kort, unsigned pyramidensVarden) {
     return valor != 13 && ((pyramidensVarden >> (13 - valor)) & 1u) == 0;
 }
 
+// The waste and the stock each fill their slots from the first up, without a gap: one
+// past the last card of the run from `forsta` to `sista`.
+int Slut(const std::vector<Lucka>& luckor, int forsta, int sista) {
+    int j = forsta;
+    while (j <= sista && !luckor[j].Tom())
+        ++j;
+    return j;
+}
+
 // The waste slot of the highest card on it that can never be discarded, -1 for none.
 int DodaHogen(const std::vector<Lucka>& luckor, unsigned pyramidensVarden) {
-    for (int j = kSistaHog; j >= kForstaHog; --j)
-        if (!luckor[j].Tom() && Dod(luckor[j].GeKort(), pyramidensVarden))
+    for (int j = Slut(luckor, kForstaHog, kSistaHog) - 1; j >= kForstaHog; --j)
+        if (Dod(luckor[j].GeKort(), pyramidensVarden))
             return j;
     return -1;
 }
@@ -447,9 +459,8 @@ Kvar KortKvar(const Stallning& bord) {
         if (!luckor[i].Tom())
             kvar.pyramid[static_cast<size_t>(luckor[i].GeKort().KortValor())] |= 1u << i;
     auto rakna = [&](int fran, int till) {
-        for (int j = fran; j <= till; ++j)
-            if (!luckor[j].Tom())
-                ++kvar.lekOchHog[static_cast<size_t>(luckor[j].GeKort().KortValor())];
+        for (int j = fran, slut = Slut(luckor, fran, till); j < slut; ++j)
+            ++kvar.lekOchHog[static_cast<size_t>(luckor[j].GeKort().KortValor())];
     };
     const int dod = bord.giv >= kSistaGiv ? DodaHogen(luckor, PyramidensVarden(luckor)) : -1;
     rakna(dod < 0 ? kForstaHog : dod + 1, kSistaHog);
@@ -499,23 +510,27 @@ public:
     void Nyckel(const SpelBord& b, std::string& nyckel) const override {
         const std::vector<Lucka>& luckor = b.luckor;
         Maske pyramid = 0;
+        unsigned varden = 0;
         for (int i = kForstaPyramid; i <= kSistaPyramid; ++i)
-            if (!luckor[i].Tom())
+            if (!luckor[i].Tom()) {
                 pyramid |= 1u << i;
+                varden |= 1u << luckor[i].GeKort().KortValor();
+            }
+        std::array<char, 4 + (kSistaHog - kForstaHog + 1) + 1 + 52 + 1> buf;
+        std::size_t n = 0;
         for (int k = 0; k < 4; ++k)
-            nyckel.push_back(static_cast<char>((pyramid >> (8 * k)) & 0xffu));
-        const unsigned varden = PyramidensVarden(luckor);
+            buf[n++] = static_cast<char>((pyramid >> (8 * k)) & 0xffu);
         auto lagg = [&](int fran, int till) {
-            for (int j = fran; j <= till; ++j)
-                if (!luckor[j].Tom()) {
-                    const Kort& kort = luckor[j].GeKort();
-                    nyckel.push_back(static_cast<char>(Dod(kort, varden) ? 14 : kort.KortValor()));
-                }
+            for (int j = fran; j <= till && !luckor[j].Tom(); ++j) {
+                const Kort& kort = luckor[j].GeKort();
+                buf[n++] = static_cast<char>(Dod(kort, varden) ? 14 : kort.KortValor());
+            }
         };
         lagg(kForstaHog, kSistaHog);
-        nyckel.push_back(0);
+        buf[n++] = 0;
         lagg(kForstaLek, kSistaLek);
-        nyckel.push_back(static_cast<char>(static_cast<const Stallning&>(b).giv));
+        buf[n++] = static_cast<char>(static_cast<const Stallning&>(b).giv);
+        nyckel.append(buf.data(), n);
     }
 
     // Kings first, then pairs within the pyramid, then pairs with the waste, then the
@@ -569,6 +584,13 @@ public:
                 return true;
         }
         return false;
+    }
+
+    // A card turned from the stock is taken back by undo; the redeal is not.
+    bool TasTillbaka(const SpelBord& b, const Drag& d) const override {
+        if (d.slag == DragSlag::Knapp)
+            return d.fran < 0 && LekIndex(b.luckor) >= 0;
+        return SokKunskap::TasTillbaka(b, d);
     }
 
     std::string KnappNamn() const override { return "turn the stock"; }
