@@ -298,6 +298,29 @@ private slots:
         QCOMPARE(b.Avgor(200000, false), Utfall::Ovinnbar);
     }
 
+    // Kvarnen's quick pass goes first for the tables where the cards the foundations want
+    // next lie higher in their piles: the two of spades under one card is nearer than under
+    // two, and a card home is nearer still.
+    void kvarnensAvstand() {
+        auto avstand = [](std::initializer_list<std::pair<int, Kort>> kort) {
+            Bygge b(kKvarnen);
+            b.Lagg({{0, K(SPADER, 1)}});
+            b.Lagg(kort);
+            return b.regler.Kunskap().Avstand(*b.bord);
+        };
+        const int under2 = avstand({{72, K(SPADER, 2)}, {73, K(HJARTER, 9)}, {74, K(RUTER, 5)}});
+        const int under1 = avstand({{72, K(HJARTER, 9)}, {73, K(SPADER, 2)}, {74, K(RUTER, 5)}});
+        const int hemma = avstand({{1, K(SPADER, 2)}, {72, K(HJARTER, 9)}, {73, K(RUTER, 5)}});
+        QVERIFY(under1 < under2);
+        QVERIFY(hemma < under1);
+        // The card after it counts too, less.
+        const int treaDjupt =
+            avstand({{72, K(SPADER, 3)}, {73, K(SPADER, 2)}, {74, K(HJARTER, 9)}});
+        const int treaOverst =
+            avstand({{72, K(HJARTER, 9)}, {73, K(SPADER, 3)}, {74, K(SPADER, 2)}});
+        QVERIFY(treaOverst < treaDjupt);
+    }
+
     // Black hole, the ace of spades on top of the hole. The seven of hearts waits under the
     // two of clubs, and nothing but a six or an eight can go in before it: with the six of
     // spades in a fan the deal is won, without it never.

@@ -223,8 +223,42 @@ bool Fast(const Kort& kort, const std::array<int, 15>& hemma) {
     return valor == 13 || hemma[static_cast<std::size_t>(valor + 1)] == 4;
 }
 
+// The top of each foundation and pile in slot order, -1 for an empty pile.
+std::array<int, 4 + kAntalHogar> ToppPlatser(const std::vector<Lucka>& luckor) {
+    std::array<int, 4 + kAntalHogar> toppar{};
+    for (int h = 0; h < 4 + kAntalHogar; ++h) {
+        const int bas = kForstaGrund + kPlatserPerHog * h;
+        int j = 0;
+        while (j < kPlatserPerHog && !luckor[bas + j].Tom())
+            ++j;
+        toppar[static_cast<std::size_t>(h)] = j == 0 ? -1 : bas + j - 1;
+    }
+    return toppar;
+}
+
 class Kunskap final : public SokKunskap {
 public:
+    // The rules' moves, each pile top to every top that takes it, read pile by pile.
+    bool ListaDrag(const SpelBord& b, std::vector<Drag>& dragen) const override {
+        const std::vector<Lucka>& luckor = b.luckor;
+        // While the stock holds cards (only while dealing) the rules list them too.
+        if (!luckor[kForstaLek].Tom())
+            return false;
+        dragen.clear();
+        const std::array<int, 4 + kAntalHogar> toppar = ToppPlatser(luckor);
+        for (std::size_t p = 4; p < toppar.size(); ++p) {
+            const int fran = toppar[p];
+            if (fran < 0)
+                continue;
+            const Kort& kort = luckor[fran].GeKort();
+            for (int t : toppar)
+                if (t >= 0 && TarEmot(luckor, t, kort))
+                    dragen.push_back(KortDrag(fran, t + 1));
+        }
+        dragen.push_back(KnappDrag());
+        return true;
+    }
+
     // Nothing is ever put before the first card of the first pile that holds cards: a card
     // goes only onto a top, after it. So the first four cards of that pile stay together
     // at every deal, in pile 0, in the same order. A card among them that no pile takes
@@ -279,6 +313,38 @@ public:
         });
     }
 
+    // For the quick first pass: the cards not home, and how deep in its pile lies the next
+    // card each foundation wants.
+    int Avstand(const SpelBord& b) const override {
+        const std::vector<Lucka>& luckor = b.luckor;
+        std::array<int, 4> nasta{}; // the value each suit's foundation takes next, 14 when full
+        int hemma = 0;
+        for (int k = 0; k < 4; ++k) {
+            int hojd = 0;
+            while (hojd < kPlatserPerHog && !luckor[GrundBas(k) + hojd].Tom())
+                ++hojd;
+            hemma += hojd;
+            if (hojd > 0)
+                nasta[static_cast<std::size_t>(luckor[GrundBas(k)].GeKort().KortFarg())] = hojd + 1;
+        }
+        int djup = 0;
+        for (int p = 0; p < kAntalHogar; ++p) {
+            int hojd = 0;
+            while (hojd < kPlatserPerHog && !luckor[HogBas(p) + hojd].Tom())
+                ++hojd;
+            for (int j = 0; j < hojd; ++j) {
+                const Kort& kort = luckor[HogBas(p) + j].GeKort();
+                const int efter =
+                    kort.KortValor() - nasta[static_cast<std::size_t>(kort.KortFarg())];
+                if (efter == 0)
+                    djup += 2 * (hojd - 1 - j);
+                else if (efter == 1)
+                    djup += hojd - 1 - j;
+            }
+        }
+        return 16 * (52 - hemma) + djup;
+    }
+
     // For the quick first pass: a card the foundations take goes there.
     bool HarTroligaDrag() const override { return true; }
     int TroligtDrag(const SpelBord&, const std::vector<Drag>& dragen) const override {
@@ -286,10 +352,6 @@ public:
             if (TillGrunden(dragen[i]))
                 return static_cast<int>(i);
         return -1;
-    }
-
-    void GallraHastigt(const SpelBord& b, std::vector<Drag>& dragen) const override {
-        std::erase_if(dragen, [&](const Drag& d) { return Rang(b.luckor, d) == 3; });
     }
 
     std::string KnappNamn() const override { return "gather and deal again"; }
