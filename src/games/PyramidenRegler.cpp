@@ -27,14 +27,21 @@ constexpr std::array<int, kSistaDolda + 1> RadTabell() {
 constexpr std::array<int, kSistaDolda + 1> kRad = RadTabell();
 
 // The cards a player can take now: the free pyramid cards, then the waste's top.
-std::vector<int> Lediga(const std::vector<Lucka>& luckor) {
-    std::vector<int> lediga;
+struct Ledigt {
+    std::array<int, kPyramidKort + 1> kort{};
+    std::size_t antal = 0;
+    const int* begin() const { return kort.data(); }
+    const int* end() const { return kort.data() + antal; }
+};
+
+Ledigt Lediga(const std::vector<Lucka>& luckor) {
+    Ledigt lediga;
     for (int i = kForstaPyramid; i <= kSistaPyramid; ++i)
         if (Fri(luckor, i))
-            lediga.push_back(i);
+            lediga.kort[lediga.antal++] = i;
     int topp = HogTopp(luckor);
     if (topp >= 0)
-        lediga.push_back(topp);
+        lediga.kort[lediga.antal++] = topp;
     return lediga;
 }
 
@@ -287,10 +294,12 @@ void DelaUt(Stallning& bord, Flygledare* flyg) {
     }
 }
 
-std::vector<Drag> LagligaDrag(const Stallning& bord) {
+namespace {
+
+// Appends the moves of LagligaDrag to `drag`.
+void LaggTillDrag(const Stallning& bord, std::vector<Drag>& drag) {
     const std::vector<Lucka>& luckor = bord.luckor;
-    std::vector<Drag> drag;
-    const std::vector<int> lediga = Lediga(luckor);
+    const Ledigt lediga = Lediga(luckor);
     for (int i : lediga) {
         if (ArKung(luckor[i])) {
             drag.push_back(KortDrag(i, KastPlats(luckor[i].GeKort())));
@@ -301,7 +310,7 @@ std::vector<Drag> LagligaDrag(const Stallning& bord) {
                 drag.push_back(ParDrag(i, j));
     }
     if (!LekenSvarar(bord))
-        return drag;
+        return;
     drag.push_back(KnappDrag());
 
     int vandPlats = -1;
@@ -321,6 +330,13 @@ std::vector<Drag> LagligaDrag(const Stallning& bord) {
         if (vand >= 0 && vandPlats <= kSistaHogPartner && Trettan(luckor[i], luckor[vand]))
             drag.push_back(LekOchKort(i, vandPlats, true));
     }
+}
+
+} // namespace
+
+std::vector<Drag> LagligaDrag(const Stallning& bord) {
+    std::vector<Drag> drag;
+    LaggTillDrag(bord, drag);
     return drag;
 }
 
@@ -584,6 +600,12 @@ public:
                 return true;
         }
         return false;
+    }
+
+    bool ListaDrag(const SpelBord& b, std::vector<Drag>& dragen) const override {
+        dragen.clear();
+        LaggTillDrag(static_cast<const Stallning&>(b), dragen);
+        return true;
     }
 
     // A card turned from the stock is taken back by undo; the redeal is not.
