@@ -273,7 +273,7 @@ private slots:
 
     // The checks come at least every kKollIntervall tables, however the search goes.
     void kollarOfta() {
-        for (auto [spel, fro] : {std::pair{10, 1u}, std::pair{0, 1u}, std::pair{4, 3u}}) {
+        for (auto [spel, fro] : {std::pair{10, 1u}, std::pair{0, 1u}, std::pair{4, 56u}}) {
             auto bord = GivFor(spel, fro);
             std::uint64_t varv = 0;
             SokSvar svar = Los(R(spel), *bord, SokGranser{30000}, {}, [&] { ++varv; });

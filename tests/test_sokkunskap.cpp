@@ -1,13 +1,16 @@
 #include "cards/SokKunskap.h"
 #include "games/FarfarsklockaRegler.h"
 #include "games/KvarnenRegler.h"
+#include "games/PyramidenRegler.h"
 #include "games/Spelfabrik.h"
 #include "solver/Losare.h"
 #include "support/PlainSokning.h"
 
 #include <QTest>
 
+#include <algorithm>
 #include <initializer_list>
+#include <random>
 #include <utility>
 
 // What each game knows about searching its deals, on small tables built here: every table
@@ -31,9 +34,9 @@ struct Bygge {
         return *this;
     }
     // The solver's verdict, checked against the plain search's.
-    Utfall Avgor(std::size_t plainMax = 200000) const {
+    Utfall Avgor(std::size_t plainMax = 200000, bool givRaknas = true) const {
         SokSvar svar = Los(regler, *bord, SokGranser{500000});
-        int plain = PlainSok(regler, *bord, plainMax);
+        int plain = PlainSok(regler, *bord, plainMax, givRaknas);
         if (plain >= 0 && svar.utfall != (plain == 1 ? Utfall::Vinnbar : Utfall::Ovinnbar))
             return Utfall::Okant;
         return svar.utfall;
@@ -255,6 +258,106 @@ private slots:
         QVERIFY(b.Nyckel() != forst);
     }
 
+    // Kvarnen, spades home to the nine and hearts to the queen, the rest of both in the
+    // first pile. With the king of spades among its first four cards, on the ten, nothing
+    // ever comes between them: the ten never goes home. One place higher, above the king of
+    // hearts, the next deal puts the king of spades alone in a pile, and the deal is won.
+    // Kvarnen's rules never read the deal's number, so the plain search may leave it out.
+    void kvarnensKungIForstaHogen() {
+        for (bool kungOverst : {false, true}) {
+            Bygge b(kKvarnen);
+            for (int v = 1; v <= 13; ++v)
+                b.Lagg({{2 * 18 + v - 1, K(KLOVER, v)}, {3 * 18 + v - 1, K(RUTER, v)}});
+            for (int v = 1; v <= 12; ++v)
+                b.Lagg({{18 + v - 1, K(HJARTER, v)}});
+            for (int v = 1; v <= 9; ++v)
+                b.Lagg({{v - 1, K(SPADER, v)}});
+            b.Lagg({{72, K(SPADER, 10)}, {73, K(SPADER, 11)}, {74, K(SPADER, 12)}});
+            b.Lagg({{75, K(kungOverst ? HJARTER : SPADER, 13)},
+                    {76, K(kungOverst ? SPADER : HJARTER, 13)}});
+            QCOMPARE(b.Hopplos(), !kungOverst);
+            QCOMPARE(PlainSok(b.regler, *b.bord, 200000, false), kungOverst ? 1 : 0);
+            QCOMPARE(b.Avgor(200000, false), kungOverst ? Utfall::Vinnbar : Utfall::Ovinnbar);
+        }
+    }
+
+    // The same cards in the third pile, the first two empty: it is the first pile that holds
+    // cards that counts. The queen on the king goes nowhere, and the next deal lays the four
+    // as they lie.
+    void kvarnensForstaHogenMedKort() {
+        Bygge b(kKvarnen);
+        for (int v = 1; v <= 13; ++v)
+            b.Lagg({{2 * 18 + v - 1, K(KLOVER, v)}, {3 * 18 + v - 1, K(RUTER, v)}});
+        for (int v = 1; v <= 12; ++v)
+            b.Lagg({{18 + v - 1, K(HJARTER, v)}});
+        for (int v = 1; v <= 9; ++v)
+            b.Lagg({{v - 1, K(SPADER, v)}});
+        const int hog = 72 + 2 * 18;
+        b.Lagg({{hog, K(SPADER, 10)}, {hog + 1, K(SPADER, 11)}, {hog + 2, K(SPADER, 13)}});
+        b.Lagg({{hog + 3, K(SPADER, 12)}, {hog + 4, K(HJARTER, 13)}});
+        QVERIFY(b.Hopplos());
+        QCOMPARE(PlainSok(b.regler, *b.bord, 200000, false), 0);
+        QCOMPARE(b.Avgor(200000, false), Utfall::Ovinnbar);
+    }
+
+    // Small Kvarnen tables dealt at random, the last cards of two suits in a few piles: the
+    // solver and the plain search agree on every one, and both verdicts come up.
+    void kvarnensSmaBord() {
+        std::mt19937 slump(5);
+        int hopplosa = 0;
+        int vunna = 0;
+        for (int n = 0; n < 40; ++n) {
+            Bygge b(kKvarnen);
+            for (int v = 1; v <= 13; ++v)
+                b.Lagg({{2 * 18 + v - 1, K(KLOVER, v)}, {3 * 18 + v - 1, K(RUTER, v)}});
+            for (int v = 1; v <= 10; ++v)
+                b.Lagg({{18 + v - 1, K(HJARTER, v)}});
+            for (int v = 1; v <= 9; ++v)
+                b.Lagg({{v - 1, K(SPADER, v)}});
+            std::vector<Kort> kvar{K(SPADER, 10),  K(SPADER, 11),  K(SPADER, 12), K(SPADER, 13),
+                                   K(HJARTER, 11), K(HJARTER, 12), K(HJARTER, 13)};
+            std::shuffle(kvar.begin(), kvar.end(), slump);
+            int hog = static_cast<int>(slump() % 2);
+            int i = 0;
+            for (const Kort& kort : kvar) {
+                b.Lagg({{72 + 18 * hog + i, kort}});
+                if (++i == 1 + static_cast<int>(slump() % 4)) {
+                    ++hog;
+                    i = 0;
+                }
+            }
+            const Utfall utfall = b.Avgor(200000, false);
+            QVERIFY(utfall != Utfall::Okant);
+            hopplosa += utfall == Utfall::Ovinnbar ? 1 : 0;
+            vunna += utfall == Utfall::Vinnbar ? 1 : 0;
+        }
+        QVERIFY(hopplosa > 0);
+        QVERIFY(vunna > 0);
+    }
+
+    // Kvarnen's quick pass goes first for the tables where the cards the foundations want
+    // next lie higher in their piles: the two of spades under one card is nearer than under
+    // two, and a card home is nearer still.
+    void kvarnensAvstand() {
+        auto avstand = [](std::initializer_list<std::pair<int, Kort>> kort) {
+            Bygge b(kKvarnen);
+            b.Lagg({{0, K(SPADER, 1)}});
+            b.Lagg(kort);
+            return b.regler.Kunskap().Avstand(*b.bord);
+        };
+        const int under2 = avstand({{72, K(SPADER, 2)}, {73, K(HJARTER, 9)}, {74, K(RUTER, 5)}});
+        const int under1 = avstand({{72, K(HJARTER, 9)}, {73, K(SPADER, 2)}, {74, K(RUTER, 5)}});
+        const int hemma = avstand({{1, K(SPADER, 2)}, {72, K(HJARTER, 9)}, {73, K(RUTER, 5)}});
+        QVERIFY(under1 < under2);
+        QVERIFY(hemma < under1);
+        // The card after it counts too, less.
+        const int treaDjupt =
+            avstand({{72, K(SPADER, 3)}, {73, K(SPADER, 2)}, {74, K(HJARTER, 9)}});
+        const int treaOverst =
+            avstand({{72, K(HJARTER, 9)}, {73, K(SPADER, 3)}, {74, K(SPADER, 2)}});
+        QVERIFY(treaOverst < treaDjupt);
+    }
+
     // Black hole, the ace of spades on top of the hole. The seven of hearts waits under the
     // two of clubs, and nothing but a six or an eight can go in before it: with the six of
     // spades in a fan the deal is won, without it never.
@@ -356,6 +459,59 @@ private slots:
             QCOMPARE(b.Hopplos(), !tvaNior);
             QCOMPARE(b.Avgor(), tvaNior ? Utfall::Vinnbar : Utfall::Ovinnbar);
         }
+    }
+
+    // After the redeal the waste is never turned over again: the three of clubs on it pairs
+    // with no card left in the pyramid, so the eight under it never comes up for the five.
+    // Before the redeal the waste turns over into the stock and the eight comes first.
+    void pyramidensHogUnderEttDottKort() {
+        for (int giv : {1, 2}) {
+            Bygge b(kPyramiden);
+            b.Lagg({{0, K(SPADER, 5)}, {36, K(HJARTER, 8)}, {37, K(KLOVER, 3)}});
+            static_cast<PyramidenRegler::Stallning&>(*b.bord).giv = giv;
+            QCOMPARE(b.Hopplos(), giv == 2);
+            QCOMPARE(b.Avgor(), giv == 2 ? Utfall::Ovinnbar : Utfall::Vinnbar);
+        }
+    }
+
+    // Only values count: an eight of hearts in the stock is the same as the eight of clubs
+    // there. A three and a four that no pyramid card pairs with any more are alike too, but
+    // not a seven, which the six of the pyramid takes.
+    void pyramidensNyckelAvVarden() {
+        auto nyckel = [](const Kort& lek, const Kort& hog) {
+            Bygge b(kPyramiden);
+            b.Lagg({{0, K(SPADER, 5)}, {1, K(RUTER, 6)}, {2, K(RUTER, 12)}});
+            b.Lagg({{kPyramidLek, lek}, {36, hog}});
+            return b.Nyckel();
+        };
+        QCOMPARE(nyckel(K(HJARTER, 8), K(KLOVER, 3)), nyckel(K(KLOVER, 8), K(KLOVER, 4)));
+        QVERIFY(nyckel(K(HJARTER, 8), K(KLOVER, 3)) != nyckel(K(HJARTER, 8), K(KLOVER, 7)));
+        QVERIFY(nyckel(K(HJARTER, 8), K(KLOVER, 3)) != nyckel(K(HJARTER, 7), K(KLOVER, 3)));
+        // The king goes alone: it is never out of play.
+        QVERIFY(nyckel(K(HJARTER, 8), K(KLOVER, 13)) != nyckel(K(HJARTER, 8), K(KLOVER, 3)));
+    }
+
+    // The pyramid's five, a four in the way on the waste and the eight under it, in each
+    // order of the three, with the nine of the stock: the solver and the plain search agree
+    // on every one.
+    void pyramidensSmaBordMedDodaKort() {
+        const std::vector<Kort> kort{K(HJARTER, 8), K(KLOVER, 4), K(RUTER, 9), K(SPADER, 2)};
+        for (int giv : {1, 2})
+            for (int forsta = 0; forsta < 4; ++forsta)
+                for (int andra = 0; andra < 4; ++andra) {
+                    if (andra == forsta)
+                        continue;
+                    Bygge b(kPyramiden);
+                    b.Lagg({{0, K(SPADER, 5)}, {1, K(HJARTER, 11)}, {2, K(RUTER, 4)}});
+                    b.Lagg({{36, kort[static_cast<std::size_t>(forsta)]},
+                            {37, kort[static_cast<std::size_t>(andra)]}});
+                    int lek = kPyramidLek;
+                    for (int k = 0; k < 4; ++k)
+                        if (k != forsta && k != andra)
+                            b.Lagg({{lek++, kort[static_cast<std::size_t>(k)]}});
+                    static_cast<PyramidenRegler::Stallning&>(*b.bord).giv = giv;
+                    QVERIFY(b.Avgor() != Utfall::Okant);
+                }
     }
 
     // A free king goes at once; so do two cards that are the last of their values; a pair

@@ -5,6 +5,7 @@
 #include "games/LekRegler.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 
 namespace KvarnenRegler {
@@ -206,8 +207,88 @@ int Rang(const std::vector<Lucka>& luckor, const Drag& d) {
     return 3;
 }
 
+// How many cards of each value are home.
+std::array<int, 15> Hemma(const std::vector<Lucka>& luckor) {
+    std::array<int, 15> hemma{};
+    for (int k = 0; k < 4; ++k)
+        for (int j = 0; j < kPlatserPerHog && !luckor[GrundBas(k) + j].Tom(); ++j)
+            ++hemma[static_cast<std::size_t>(luckor[GrundBas(k) + j].GeKort().KortValor())];
+    return hemma;
+}
+
+// A card no pile will ever take again: a king, or a card whose four one-higher cards are
+// home. It leaves its pile only for its foundation.
+bool Fast(const Kort& kort, const std::array<int, 15>& hemma) {
+    const int valor = kort.KortValor();
+    return valor == 13 || hemma[static_cast<std::size_t>(valor + 1)] == 4;
+}
+
+// The top of each foundation and pile in slot order, -1 for an empty pile.
+std::array<int, 4 + kAntalHogar> ToppPlatser(const std::vector<Lucka>& luckor) {
+    std::array<int, 4 + kAntalHogar> toppar{};
+    for (int h = 0; h < 4 + kAntalHogar; ++h) {
+        const int bas = kForstaGrund + kPlatserPerHog * h;
+        int j = 0;
+        while (j < kPlatserPerHog && !luckor[bas + j].Tom())
+            ++j;
+        toppar[static_cast<std::size_t>(h)] = j == 0 ? -1 : bas + j - 1;
+    }
+    return toppar;
+}
+
 class Kunskap final : public SokKunskap {
 public:
+    // The rules' moves, each pile top to every top that takes it, read pile by pile.
+    bool ListaDrag(const SpelBord& b, std::vector<Drag>& dragen) const override {
+        const std::vector<Lucka>& luckor = b.luckor;
+        // While the stock holds cards (only while dealing) the rules list them too.
+        if (!luckor[kForstaLek].Tom())
+            return false;
+        dragen.clear();
+        const std::array<int, 4 + kAntalHogar> toppar = ToppPlatser(luckor);
+        for (std::size_t p = 4; p < toppar.size(); ++p) {
+            const int fran = toppar[p];
+            if (fran < 0)
+                continue;
+            const Kort& kort = luckor[fran].GeKort();
+            for (int t : toppar)
+                if (t >= 0 && TarEmot(luckor, t, kort))
+                    dragen.push_back(KortDrag(fran, t + 1));
+        }
+        dragen.push_back(KnappDrag());
+        return true;
+    }
+
+    // Nothing is ever put before the first card of the first pile that holds cards: a card
+    // goes only onto a top, after it. So the first four cards of that pile stay together
+    // at every deal, in pile 0, in the same order. A card among them that no pile takes
+    // again leaves only for its foundation, and nothing under it moves before it does: the
+    // cards it covers stay where they are, and the deal keeps them under it. If one of them
+    // is a lower card of its own suit, which must go home first, neither ever goes home.
+    bool Hopplos(const SpelBord& b) const override {
+        const std::vector<Lucka>& luckor = b.luckor;
+        int p = 0;
+        while (p < kAntalHogar && luckor[HogBas(p)].Tom())
+            ++p;
+        if (p == kAntalHogar)
+            return false;
+        const std::array<int, 15> hemma = Hemma(luckor);
+        const int bas = HogBas(p);
+        for (int j = kKortPerHog - 1; j > 0; --j) {
+            if (luckor[bas + j].Tom())
+                continue;
+            const Kort& fast = luckor[bas + j].GeKort();
+            if (!Fast(fast, hemma))
+                continue;
+            for (int i = 0; i < j; ++i) {
+                const Kort& under = luckor[bas + i].GeKort();
+                if (under.KortFarg() == fast.KortFarg() && under.KortValor() < fast.KortValor())
+                    return true;
+            }
+        }
+        return false;
+    }
+
     // How far each foundation has come, then each pile's cards from its base up. There is
     // no last deal, so the deal's number is only the score: two tables of the same cards
     // have the same future.
@@ -230,6 +311,38 @@ public:
         std::stable_sort(dragen.begin(), dragen.end(), [&](const Drag& x, const Drag& y) {
             return Rang(b.luckor, x) < Rang(b.luckor, y);
         });
+    }
+
+    // For the quick first pass: the cards not home, and how deep in its pile lies the next
+    // card each foundation wants.
+    int Avstand(const SpelBord& b) const override {
+        const std::vector<Lucka>& luckor = b.luckor;
+        std::array<int, 4> nasta{}; // the value each suit's foundation takes next, 14 when full
+        int hemma = 0;
+        for (int k = 0; k < 4; ++k) {
+            int hojd = 0;
+            while (hojd < kPlatserPerHog && !luckor[GrundBas(k) + hojd].Tom())
+                ++hojd;
+            hemma += hojd;
+            if (hojd > 0)
+                nasta[static_cast<std::size_t>(luckor[GrundBas(k)].GeKort().KortFarg())] = hojd + 1;
+        }
+        int djup = 0;
+        for (int p = 0; p < kAntalHogar; ++p) {
+            int hojd = 0;
+            while (hojd < kPlatserPerHog && !luckor[HogBas(p) + hojd].Tom())
+                ++hojd;
+            for (int j = 0; j < hojd; ++j) {
+                const Kort& kort = luckor[HogBas(p) + j].GeKort();
+                const int efter =
+                    kort.KortValor() - nasta[static_cast<std::size_t>(kort.KortFarg())];
+                if (efter == 0)
+                    djup += 2 * (hojd - 1 - j);
+                else if (efter == 1)
+                    djup += hojd - 1 - j;
+            }
+        }
+        return 16 * (52 - hemma) + djup;
     }
 
     // For the quick first pass: a card the foundations take goes there.

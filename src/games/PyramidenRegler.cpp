@@ -27,14 +27,21 @@ constexpr std::array<int, kSistaDolda + 1> RadTabell() {
 constexpr std::array<int, kSistaDolda + 1> kRad = RadTabell();
 
 // The cards a player can take now: the free pyramid cards, then the waste's top.
-std::vector<int> Lediga(const std::vector<Lucka>& luckor) {
-    std::vector<int> lediga;
+struct Ledigt {
+    std::array<int, kPyramidKort + 1> kort{};
+    std::size_t antal = 0;
+    const int* begin() const { return kort.data(); }
+    const int* end() const { return kort.data() + antal; }
+};
+
+Ledigt Lediga(const std::vector<Lucka>& luckor) {
+    Ledigt lediga;
     for (int i = kForstaPyramid; i <= kSistaPyramid; ++i)
         if (Fri(luckor, i))
-            lediga.push_back(i);
+            lediga.kort[lediga.antal++] = i;
     int topp = HogTopp(luckor);
     if (topp >= 0)
-        lediga.push_back(topp);
+        lediga.kort[lediga.antal++] = topp;
     return lediga;
 }
 
@@ -287,10 +294,12 @@ void DelaUt(Stallning& bord, Flygledare* flyg) {
     }
 }
 
-std::vector<Drag> LagligaDrag(const Stallning& bord) {
+namespace {
+
+// Appends the moves of LagligaDrag to `drag`.
+void LaggTillDrag(const Stallning& bord, std::vector<Drag>& drag) {
     const std::vector<Lucka>& luckor = bord.luckor;
-    std::vector<Drag> drag;
-    const std::vector<int> lediga = Lediga(luckor);
+    const Ledigt lediga = Lediga(luckor);
     for (int i : lediga) {
         if (ArKung(luckor[i])) {
             drag.push_back(KortDrag(i, KastPlats(luckor[i].GeKort())));
@@ -301,7 +310,7 @@ std::vector<Drag> LagligaDrag(const Stallning& bord) {
                 drag.push_back(ParDrag(i, j));
     }
     if (!LekenSvarar(bord))
-        return drag;
+        return;
     drag.push_back(KnappDrag());
 
     int vandPlats = -1;
@@ -321,6 +330,13 @@ std::vector<Drag> LagligaDrag(const Stallning& bord) {
         if (vand >= 0 && vandPlats <= kSistaHogPartner && Trettan(luckor[i], luckor[vand]))
             drag.push_back(LekOchKort(i, vandPlats, true));
     }
+}
+
+} // namespace
+
+std::vector<Drag> LagligaDrag(const Stallning& bord) {
+    std::vector<Drag> drag;
+    LaggTillDrag(bord, drag);
     return drag;
 }
 
@@ -366,7 +382,10 @@ int Angra(Stallning& bord, Flygledare* flyg) {
 }
 
 bool KlarSpel(Stallning& bord) {
-    return AntalFyllda(bord.luckor, kForstaPyramid, kSistaPyramid) == 0;
+    for (int i = kForstaPyramid; i <= kSistaPyramid; ++i)
+        if (!bord.luckor[i].Tom())
+            return false;
+    return true;
 }
 
 HiscoreResultat Resultat(const Stallning& bord) {
@@ -412,17 +431,55 @@ struct Kvar {
     }
 };
 
-Kvar KortKvar(const std::vector<Lucka>& luckor) {
+// The values of the cards left in the pyramid, as bits.
+unsigned PyramidensVarden(const std::vector<Lucka>& luckor) {
+    unsigned varden = 0;
+    for (int i = kForstaPyramid; i <= kSistaPyramid; ++i)
+        if (!luckor[i].Tom())
+            varden |= 1u << luckor[i].GeKort().KortValor();
+    return varden;
+}
+
+// A card of the stock or the waste pairs only with a pyramid card: with no pyramid card
+// of the value that makes 13 with it left, and not a king, it can never be discarded. The
+// pyramid only loses cards, so it stays so.
+bool Dod(const Kort& kort, unsigned pyramidensVarden) {
+    const int valor = kort.KortValor();
+    return valor != 13 && ((pyramidensVarden >> (13 - valor)) & 1u) == 0;
+}
+
+// The waste and the stock each fill their slots from the first up, without a gap: one
+// past the last card of the run from `forsta` to `sista`.
+int Slut(const std::vector<Lucka>& luckor, int forsta, int sista) {
+    int j = forsta;
+    while (j <= sista && !luckor[j].Tom())
+        ++j;
+    return j;
+}
+
+// The waste slot of the highest card on it that can never be discarded, -1 for none.
+int DodaHogen(const std::vector<Lucka>& luckor, unsigned pyramidensVarden) {
+    for (int j = Slut(luckor, kForstaHog, kSistaHog) - 1; j >= kForstaHog; --j)
+        if (Dod(luckor[j].GeKort(), pyramidensVarden))
+            return j;
+    return -1;
+}
+
+// The cards left that a pyramid card may still be paired with. After the redeal the waste
+// is never turned over again, so a waste card lying under one that can never be discarded
+// stays under it: it is out of play.
+Kvar KortKvar(const Stallning& bord) {
+    const std::vector<Lucka>& luckor = bord.luckor;
     Kvar kvar;
     for (int i = kForstaPyramid; i <= kSistaPyramid; ++i)
         if (!luckor[i].Tom())
             kvar.pyramid[static_cast<size_t>(luckor[i].GeKort().KortValor())] |= 1u << i;
     auto rakna = [&](int fran, int till) {
-        for (int j = fran; j <= till; ++j)
-            if (!luckor[j].Tom())
-                ++kvar.lekOchHog[static_cast<size_t>(luckor[j].GeKort().KortValor())];
+        for (int j = fran, slut = Slut(luckor, fran, till); j < slut; ++j)
+            ++kvar.lekOchHog[static_cast<size_t>(luckor[j].GeKort().KortValor())];
     };
-    rakna(kForstaHog, kSistaHog);
+    const int dod = bord.giv >= kSistaGiv ? DodaHogen(luckor, PyramidensVarden(luckor)) : -1;
+    rakna(dod < 0 ? kForstaHog : dod + 1, kSistaHog);
     rakna(kForstaLek, kSistaLek);
     return kvar;
 }
@@ -462,23 +519,34 @@ class Kunskap final : public SokKunskap {
 public:
     // The pyramid's cards as bits, then the waste from the bottom and the stock from the
     // bottom, and the pass: the discards are what is left over, and the slots a card lies
-    // in within the waste or stock follow from its place in that order.
+    // in within the waste or stock follow from its place in that order. Only a card's value
+    // counts in play, so the waste and the stock are keyed by values, and every card there
+    // that can never be discarded any more by one mark: such cards only lie in the way, all
+    // alike.
     void Nyckel(const SpelBord& b, std::string& nyckel) const override {
         const std::vector<Lucka>& luckor = b.luckor;
         Maske pyramid = 0;
+        unsigned varden = 0;
         for (int i = kForstaPyramid; i <= kSistaPyramid; ++i)
-            if (!luckor[i].Tom())
+            if (!luckor[i].Tom()) {
                 pyramid |= 1u << i;
+                varden |= 1u << luckor[i].GeKort().KortValor();
+            }
+        std::array<char, 4 + (kSistaHog - kForstaHog + 1) + 1 + 52 + 1> buf;
+        std::size_t n = 0;
         for (int k = 0; k < 4; ++k)
-            nyckel.push_back(static_cast<char>((pyramid >> (8 * k)) & 0xffu));
-        for (int j = kForstaHog; j <= kSistaHog; ++j)
-            if (!luckor[j].Tom())
-                nyckel.push_back(KortKod(luckor[j]));
-        nyckel.push_back(0);
-        for (int j = kForstaLek; j <= kSistaLek; ++j)
-            if (!luckor[j].Tom())
-                nyckel.push_back(KortKod(luckor[j]));
-        nyckel.push_back(static_cast<char>(static_cast<const Stallning&>(b).giv));
+            buf[n++] = static_cast<char>((pyramid >> (8 * k)) & 0xffu);
+        auto lagg = [&](int fran, int till) {
+            for (int j = fran; j <= till && !luckor[j].Tom(); ++j) {
+                const Kort& kort = luckor[j].GeKort();
+                buf[n++] = static_cast<char>(Dod(kort, varden) ? 14 : kort.KortValor());
+            }
+        };
+        lagg(kForstaHog, kSistaHog);
+        buf[n++] = 0;
+        lagg(kForstaLek, kSistaLek);
+        buf[n++] = static_cast<char>(static_cast<const Stallning&>(b).giv);
+        nyckel.append(buf.data(), n);
     }
 
     // Kings first, then pairs within the pyramid, then pairs with the waste, then the
@@ -504,7 +572,7 @@ public:
         for (std::size_t i = 0; i < dragen.size(); ++i)
             if (KastarKung(b, dragen[i]))
                 return static_cast<int>(i);
-        Kvar kvar = KortKvar(b.luckor);
+        Kvar kvar = KortKvar(static_cast<const Stallning&>(b));
         for (std::size_t i = 0; i < dragen.size(); ++i) {
             const Drag& d = dragen[i];
             if (d.slag != DragSlag::Par)
@@ -524,7 +592,7 @@ public:
     // on them nor under them, or among the cards of the stock and the waste, each used
     // once; when no such pairing exists the table cannot be won.
     bool Hopplos(const SpelBord& b) const override {
-        Kvar kvar = KortKvar(b.luckor);
+        Kvar kvar = KortKvar(static_cast<const Stallning&>(b));
         for (int v = 1; v <= 6; ++v) {
             const auto w = static_cast<size_t>(13 - v);
             const auto u = static_cast<size_t>(v);
@@ -532,6 +600,19 @@ public:
                 return true;
         }
         return false;
+    }
+
+    bool ListaDrag(const SpelBord& b, std::vector<Drag>& dragen) const override {
+        dragen.clear();
+        LaggTillDrag(static_cast<const Stallning&>(b), dragen);
+        return true;
+    }
+
+    // A card turned from the stock is taken back by undo; the redeal is not.
+    bool TasTillbaka(const SpelBord& b, const Drag& d) const override {
+        if (d.slag == DragSlag::Knapp)
+            return d.fran < 0 && LekIndex(b.luckor) >= 0;
+        return SokKunskap::TasTillbaka(b, d);
     }
 
     std::string KnappNamn() const override { return "turn the stock"; }

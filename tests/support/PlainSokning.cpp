@@ -12,13 +12,14 @@ std::vector<Drag> Sokbara(const SpelRegler& regler, const SpelBord& bord) {
     return dragen;
 }
 
-int PlainSok(const SpelRegler& regler, const SpelBord& start, std::size_t max) {
+int PlainSok(const SpelRegler& regler, const SpelBord& start, std::size_t max, bool givRaknas) {
     std::unordered_set<std::string> sedda;
     auto nyckel = [&](const SpelBord& b) {
         std::string n;
         for (const Lucka& l : b.luckor)
             n.push_back(KortKod(l));
-        n += std::to_string(regler.Resultat(b).giv);
+        if (givRaknas)
+            n += std::to_string(regler.Resultat(b).giv);
         return n;
     };
     std::vector<std::unique_ptr<SpelBord>> kvar;

@@ -12,5 +12,7 @@ std::vector<Drag> Sokbara(const SpelRegler& regler, const SpelBord& bord);
 
 // The plain search: every searchable move tried, in the rules' order, no safe moves; two
 // tables are one when every slot holds the same card and the hiscore's deal count is the
-// same. Returns 1 won, 0 cannot be won, -1 more than `max` tables.
-int PlainSok(const SpelRegler& regler, const SpelBord& start, std::size_t max);
+// same, unless `givRaknas` is false for a game whose rules never read it. Returns 1 won, 0
+// cannot be won, -1 more than `max` tables.
+int PlainSok(const SpelRegler& regler, const SpelBord& start, std::size_t max,
+             bool givRaknas = true);
