@@ -8,6 +8,7 @@
 #include <QTest>
 
 #include <initializer_list>
+#include <random>
 #include <utility>
 
 // What each game knows about searching its deals, on small tables built here: every table
@@ -89,6 +90,48 @@ void FyllHalet(Bygge& b, const Kort& topp) {
 }
 constexpr int kPyramidLek = 120;
 
+// Idioten 1's row `rad` laid out from its left end: a value in the row's own suit, a value
+// below zero in the other colour's suit of that value (hearts and diamonds swapped), 0 for a
+// gap.
+void IdiotenRad(Bygge& b, int rad, kortfarg farg, std::initializer_list<int> valorer) {
+    int lucka = 13 * rad;
+    for (int v : valorer) {
+        if (v > 0)
+            b.Lagg({{lucka, K(farg, v)}});
+        else if (v < 0)
+            b.Lagg({{lucka, K(farg == HJARTER ? RUTER : HJARTER, -v)}});
+        ++lucka;
+    }
+}
+
+void IdiotenByggdRad(Bygge& b, int rad, kortfarg farg) {
+    for (int v = 2; v <= 13; ++v)
+        b.Lagg({{13 * rad + v - 2, K(farg, v)}});
+}
+
+// A won Idioten 1 table whose last `kolumner` columns (of all four rows) are laid out again
+// at random: the cards there and the four gaps of column 13.
+void IdiotenBlandadSlut(Bygge& b, int kolumner, std::mt19937& slump) {
+    std::vector<int> kort; // 13·suit + value, 0 for a gap
+    std::vector<int> platser;
+    for (int r = 0; r < 4; ++r)
+        for (int c = 0; c < 13; ++c) {
+            const int valor = c + 2;
+            if (c < 13 - kolumner) {
+                b.Lagg({{13 * r + c, K(static_cast<kortfarg>(r), valor)}});
+                continue;
+            }
+            platser.push_back(13 * r + c);
+            kort.push_back(valor <= 13 ? 13 * r + valor : 0);
+        }
+    for (std::size_t i = kort.size() - 1; i > 0; --i)
+        std::swap(kort[i], kort[slump() % (i + 1)]);
+    for (std::size_t i = 0; i < platser.size(); ++i)
+        if (kort[i] != 0)
+            b.Lagg({{platser[i],
+                     K(static_cast<kortfarg>((kort[i] - 1) / 13), (kort[i] - 1) % 13 + 1)}});
+}
+
 } // namespace
 
 class TestSokKunskap : public QObject {
@@ -108,6 +151,95 @@ private slots:
         tredje.Lagg(
             {{0, K(SPADER, 2)}, {1, K(SPADER, 3)}, {13, K(HJARTER, 9)}, {41, K(KLOVER, 5)}});
         QVERIFY(tredje.Nyckel() != ena.Nyckel());
+    }
+
+    // Idioten 1, three rows built and the fourth begun with the four of clubs: the two and
+    // the three of clubs lie each right of a card they cannot follow, and the four and five
+    // on what would follow them, so none of the four can ever move while every row's left
+    // end is held. The gap walks the rest of the row along and the table stops. With the
+    // clubs in order the same walk wins; with a row's left end empty the clubs are not held.
+    void idiotenLastKortSomInteArRatt() {
+        for (int fall = 0; fall < 3; ++fall) {
+            Bygge b(kIdioten1);
+            IdiotenByggdRad(b, 0, SPADER);
+            IdiotenByggdRad(b, 1, HJARTER);
+            if (fall == 2)
+                IdiotenRad(b, 2, RUTER, {0, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13});
+            else
+                IdiotenByggdRad(b, 2, RUTER);
+            if (fall == 1)
+                IdiotenRad(b, 3, KLOVER, {2, 3, 4, 5, 6, 0, 7, 8, 9, 10, 11, 12, 13});
+            else
+                IdiotenRad(b, 3, KLOVER, {4, 2, 5, 3, 6, 0, 7, 8, 9, 10, 11, 12, 13});
+            QCOMPARE(b.Hopplos(), fall == 0);
+            QCOMPARE(b.Avgor(), fall == 1 ? Utfall::Vinnbar : Utfall::Ovinnbar);
+        }
+    }
+
+    // With every row begun with its two, a card goes at once to the end of its built row
+    // when it is a king (the king of hearts), ends its row (the queen of diamonds, then the
+    // king), or has its successor right of it (the clubs from the jack up).
+    void idiotenSakertTillRaden() {
+        Bygge b(kIdioten1);
+        IdiotenByggdRad(b, 0, SPADER);
+        IdiotenRad(b, 1, HJARTER, {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 0, -13});
+        IdiotenRad(b, 2, RUTER, {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 0, -13, 12});
+        IdiotenRad(b, 3, KLOVER, {2, 3, 4, 5, 6, 7, 8, 9, 10, 0, 11, 12, 13});
+        const Drag vag[] = {KortDrag(37, 24), KortDrag(38, 36), KortDrag(25, 37),
+                            KortDrag(49, 48), KortDrag(50, 49), KortDrag(51, 50)};
+        QCOMPARE(b.Avgor(), Utfall::Vinnbar);
+        for (const Drag& d : vag) {
+            QCOMPARE(b.SakertDragen(), d);
+            b.regler.GorDrag(*b.bord, d, nullptr);
+        }
+        QVERIFY(b.regler.KlarSpel(*b.bord));
+    }
+
+    // The queen of diamonds could lengthen its row, but the king of hearts right of it
+    // leaves room for the king of diamonds to come there first: not taken as safe, while
+    // the king of hearts is. With a row begun with the four of clubs no move is.
+    void idiotenInteSakert() {
+        for (bool tvaor : {true, false}) {
+            Bygge b(kIdioten1);
+            IdiotenByggdRad(b, 0, SPADER);
+            IdiotenRad(b, 1, HJARTER, {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 0, -13});
+            IdiotenRad(b, 2, RUTER, {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 0, 12, -13});
+            if (tvaor)
+                IdiotenRad(b, 3, KLOVER, {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 0});
+            else
+                IdiotenRad(b, 3, KLOVER, {4, 2, 5, 3, 6, 7, 8, 9, 10, 11, 12, 13, 0});
+            if (tvaor)
+                QCOMPARE(b.SakertDragen(), KortDrag(38, 24));
+            else
+                QCOMPARE(b.Sakert(), -1);
+        }
+    }
+
+    // Won Idioten 1 tables with their last columns laid out again at random: the solver,
+    // with its hopeless tables and safe moves, agrees with the plain search on every one.
+    void idiotenSlumpadeSlut() {
+        std::mt19937 slump(2611);
+        int hopplosa = 0;
+        int vunna = 0;
+        int sakra = 0;
+        for (int i = 0; i < 120; ++i) {
+            Bygge b(kIdioten1);
+            IdiotenBlandadSlut(b, i < 60 ? 4 : 5, slump);
+            if (b.Hopplos())
+                ++hopplosa;
+            if (b.Sakert() >= 0)
+                ++sakra;
+            const Utfall utfall = b.Avgor(400000);
+            QVERIFY(utfall != Utfall::Okant);
+            if (utfall == Utfall::Vinnbar)
+                ++vunna;
+            if (b.Hopplos())
+                QCOMPARE(utfall, Utfall::Ovinnbar);
+        }
+        QVERIFY(hopplosa > 5);
+        QVERIFY(sakra > 5);
+        QVERIFY(vunna > 5);
+        QVERIFY(vunna < 115);
     }
 
     // Idioten 2: the five of hearts, beaten by the nine, goes at once when no lower heart is
