@@ -7,6 +7,8 @@
 
 #include <QTest>
 
+#include <algorithm>
+#include <array>
 #include <initializer_list>
 #include <random>
 #include <utility>
@@ -240,6 +242,82 @@ private slots:
         QVERIFY(sakra > 5);
         QVERIFY(vunna > 5);
         QVERIFY(vunna < 115);
+    }
+
+    // Idioten 2 with an ace at every column's base: the five of hearts lies on the ace of
+    // spades and the five of spades on the ace of hearts, so neither can ever be beaten, and
+    // with no column ever to be empty neither can move (the diamonds go, all the same).
+    // With the four of hearts for the five of spades the deal is won. The king of spades in
+    // the stock frees the five, and the deal is won, when it is dealt onto another column;
+    // not when it comes onto the five itself.
+    void idioten2IngenTomKolumn() {
+        for (int fall = 0; fall < 4; ++fall) {
+            Bygge b(kIdioten2);
+            b.Lagg({{0, K(SPADER, 1)}, {1, K(HJARTER, 5)}, {14, K(HJARTER, 1)}});
+            b.Lagg({{15, fall == 1 ? K(HJARTER, 4) : K(SPADER, 5)}});
+            b.Lagg({{28, K(KLOVER, 1)}, {29, K(RUTER, 8)}, {42, K(RUTER, 1)}, {43, K(RUTER, 6)}});
+            // The stock's top card goes to the first column, the next to the second...
+            if (fall == 2)
+                b.Lagg({{115, K(SPADER, 2)}, {114, K(HJARTER, 2)}, {113, K(SPADER, 13)}});
+            if (fall == 3)
+                b.Lagg({{115, K(SPADER, 2)}, {114, K(SPADER, 13)}, {113, K(HJARTER, 2)}});
+            if (fall >= 2)
+                b.Lagg({{112, K(KLOVER, 2)}});
+            QCOMPARE(b.Hopplos(), fall == 0 || fall == 3);
+            QCOMPARE(b.Avgor(), fall == 0 || fall == 3 ? Utfall::Ovinnbar : Utfall::Vinnbar);
+        }
+    }
+
+    // Small Idioten 2 tables laid out at random, the four aces (in every other table at the
+    // columns' bases) and a few other cards in the columns and the stock: the solver agrees
+    // with the plain search on every one.
+    void idioten2Slumpade() {
+        std::mt19937 slump(1802);
+        int hopplosa = 0;
+        int vunna = 0;
+        for (int i = 0; i < 300; ++i) {
+            Bygge b(kIdioten2);
+            const bool essenIBotten = i % 2 == 0;
+            std::vector<int> kort;
+            while (static_cast<int>(kort.size()) < 6 + static_cast<int>(i % 7)) {
+                const int k = static_cast<int>(slump() % 52);
+                if (k % 13 != 0 && std::find(kort.begin(), kort.end(), k) == kort.end())
+                    kort.push_back(k);
+            }
+            if (!essenIBotten) {
+                kort.insert(kort.end(), {0, 13, 26, 39});
+                for (std::size_t j = kort.size() - 1; j > 0; --j)
+                    std::swap(kort[j], kort[slump() % (j + 1)]);
+            }
+            auto lagg = [&](int lucka, int k) {
+                b.Lagg({{lucka, K(static_cast<kortfarg>(k / 13), k % 13 + 1)}});
+            };
+            std::array<int, 4> hojd{};
+            if (essenIBotten)
+                for (int c = 0; c < 4; ++c)
+                    lagg(14 * c + hojd[static_cast<std::size_t>(c)]++, 13 * c);
+            const int iLeken = static_cast<int>(slump() % 6);
+            for (std::size_t j = 0; j < kort.size(); ++j) {
+                const int n = static_cast<int>(j);
+                if (n < iLeken) {
+                    lagg(112 + n, kort[j]);
+                    continue;
+                }
+                const int c = n < iLeken + 4 ? n - iLeken : static_cast<int>(slump() % 4);
+                lagg(14 * c + hojd[static_cast<std::size_t>(c)]++, kort[j]);
+            }
+            if (b.Hopplos())
+                ++hopplosa;
+            const Utfall utfall = b.Avgor(400000);
+            QVERIFY(utfall != Utfall::Okant);
+            if (utfall == Utfall::Vinnbar)
+                ++vunna;
+            if (b.Hopplos())
+                QCOMPARE(utfall, Utfall::Ovinnbar);
+        }
+        QVERIFY(hopplosa > 10);
+        QVERIFY(vunna > 10);
+        QVERIFY(vunna < 290);
     }
 
     // Idioten 2: the five of hearts, beaten by the nine, goes at once when no lower heart is

@@ -240,6 +240,93 @@ bool LagreKvar(const std::vector<Lucka>& luckor, int farg, int rang) {
     return false;
 }
 
+// Each column's cards from its base up, then the cards the stock will deal onto it, as
+// codes 13·suit + value − 1. The stock's top card goes to the first column, the next to the
+// second, and so on round; that holds while no column can reach its last place.
+std::array<std::vector<int>, kKolumner> KolumnerMedLeken(const std::vector<Lucka>& luckor) {
+    std::array<std::vector<int>, kKolumner> kolumner;
+    auto kod = [&](int i) {
+        return 13 * static_cast<int>(luckor[i].GeKort().KortFarg()) +
+               luckor[i].GeKort().KortValor() - 1;
+    };
+    for (int c = 0; c < kKolumner; ++c)
+        for (int p = 0; p < kPlatserPerKolumn && !luckor[KolumnBas(c) + p].Tom(); ++p)
+            kolumner[static_cast<size_t>(c)].push_back(kod(KolumnBas(c) + p));
+    const int topp = kLeken.Topp(luckor);
+    for (int j = topp; j >= kForstaLek; --j)
+        kolumner[static_cast<size_t>((topp - j) % kKolumner)].push_back(kod(j));
+    return kolumner;
+}
+
+// Whether the table can no longer be won because no column will ever be empty again and a
+// card can then never be thrown out.
+//
+// Take a set of cards, none an ace, such that for each card X of the set every card of its
+// suit that ranks higher lies (or will be dealt) in X's own column, or lies in another
+// column now under a card of the set. Suppose further that every column holds a card now,
+// and each column's base is an ace or a card of the set. Then no card of the set ever
+// leaves, and no column ever empties: look at the first time either happens. A column
+// empties only when its base leaves: an ace only moves into an empty column, of which there
+// is none yet, and a base of the set leaving is the other case. A card of the set leaves,
+// with no empty column to move into, only when thrown out, beaten by a higher card of its
+// suit on top of another column; but those lie in its own column, where the two are never
+// both on top, or under a card of the set that has not left. (A higher card still in the
+// stock, bound for another column, is on top there when dealt, so it takes the card out of
+// the set.) A card that never leaves keeps the game from being won. The largest such set is
+// found by starting from every card but the aces and striking out each card that fails,
+// until none does.
+bool AldrigTomKolumn(const std::vector<Lucka>& luckor) {
+    for (int c = 0; c < kKolumner; ++c)
+        if (luckor[KolumnBas(c)].Tom())
+            return false;
+    if (!InomKanten(luckor))
+        return false;
+    const std::array<int, kKolumner> nu = Hojder(luckor);
+    const std::array<std::vector<int>, kKolumner> kolumner = KolumnerMedLeken(luckor);
+    std::array<int, 52> kolumn;
+    std::array<int, 52> hojd;
+    std::array<bool, 52> kvar{};
+    kolumn.fill(-1);
+    for (int c = 0; c < kKolumner; ++c)
+        for (std::size_t p = 0; p < kolumner[static_cast<size_t>(c)].size(); ++p) {
+            const int k = kolumner[static_cast<size_t>(c)][p];
+            kolumn[static_cast<size_t>(k)] = c;
+            hojd[static_cast<size_t>(k)] = static_cast<int>(p);
+            kvar[static_cast<size_t>(k)] = k % 13 != 0;
+        }
+    auto rang = [](int k) { return k % 13 == 0 ? 14 : k % 13 + 1; };
+    for (bool andrat = true; andrat;) {
+        andrat = false;
+        // The highest card of the set in each column as it is now; -1 for none.
+        std::array<int, kKolumner> overst;
+        overst.fill(-1);
+        for (int c = 0; c < kKolumner; ++c)
+            for (int p = 0; p < nu[static_cast<size_t>(c)]; ++p)
+                if (kvar[static_cast<size_t>(
+                        kolumner[static_cast<size_t>(c)][static_cast<size_t>(p)])])
+                    overst[static_cast<size_t>(c)] = p;
+        for (int x = 0; x < 52; ++x) {
+            if (!kvar[static_cast<size_t>(x)])
+                continue;
+            for (int w = x - x % 13; w < x - x % 13 + 13; ++w) {
+                const int c = kolumn[static_cast<size_t>(w)];
+                if (c < 0 || rang(w) <= rang(x) || c == kolumn[static_cast<size_t>(x)] ||
+                    overst[static_cast<size_t>(c)] > hojd[static_cast<size_t>(w)])
+                    continue;
+                kvar[static_cast<size_t>(x)] = false;
+                andrat = true;
+                break;
+            }
+        }
+    }
+    for (int c = 0; c < kKolumner; ++c) {
+        const int bas = kolumner[static_cast<size_t>(c)].front();
+        if (bas % 13 != 0 && !kvar[static_cast<size_t>(bas)])
+            return false;
+    }
+    return std::find(kvar.begin(), kvar.end(), true) != kvar.end();
+}
+
 bool Kasserar(const Drag& d) {
     return d.slag == DragSlag::Kort && d.till >= kForstaKasserad;
 }
@@ -307,6 +394,8 @@ public:
         }
         return -1;
     }
+
+    bool Hopplos(const SpelBord& b) const override { return AldrigTomKolumn(b.luckor); }
 
     // For the quick first pass: any card that can be thrown out is.
     bool HarTroligaDrag() const override { return true; }
