@@ -272,30 +272,69 @@ std::array<bool, 52> LastaKort(const std::vector<Lucka>& luckor) {
     for (int s = 0; s < kRader * kKolumner; s += kKolumner)
         if (luckor[s].Tom())
             return last;
-    const std::array<int, 52> var = KortensPlatser(luckor);
-    for (int i = kForstaRutan; i <= kSistaRutan; ++i)
-        last[static_cast<size_t>(i)] = !luckor[i].Tom();
+    // Each slot's card as 13·suit + value − 1 (-1 for a gap), and each card's slot.
+    std::array<int, 52> kort;
+    std::array<int, 52> var;
+    var.fill(-1);
+    for (int i = kForstaRutan; i <= kSistaRutan; ++i) {
+        kort[static_cast<size_t>(i)] = KortKod(luckor[i]) - 1;
+        if (kort[static_cast<size_t>(i)] >= 0) {
+            var[static_cast<size_t>(kort[static_cast<size_t>(i)])] = i;
+            last[static_cast<size_t>(i)] = true;
+        }
+    }
+    auto kod = [&](int i) { return kort[static_cast<size_t>(i)]; };
     auto fast = [&](int i) { return last[static_cast<size_t>(i)]; };
     auto blirKvar = [&](int i) {
-        const Kort& kort = luckor[i].GeKort();
-        if (kort.KortValor() == 2) {
+        const int k = kod(i);
+        if (k % 13 == 1) {
             for (int s = 0; s < kRader * kKolumner; s += kKolumner)
                 if (s != i && !fast(s))
                     return false;
             return true;
         }
-        const int under = var[static_cast<size_t>(13 * kort.KortFarg() + kort.KortValor() - 2)];
+        const int under = var[static_cast<size_t>(k - 1)];
         if (under < 0 || !fast(under))
             return false;
         return under % kKolumner == kKolumner - 1 || under + 1 == i || fast(under + 1);
     };
-    for (bool andrat = true; andrat;) {
-        andrat = false;
-        for (int i = kForstaRutan; i <= kSistaRutan; ++i)
-            if (fast(i) && !blirKvar(i)) {
-                last[static_cast<size_t>(i)] = false;
-                andrat = true;
+    // Striking a card out of slot i can free only its successor, the successor of the card
+    // left of i, and (from a row's left end) the twos, which end the search.
+    std::array<int, 52> att;
+    std::array<bool, 52> iKo{};
+    int antal = 0;
+    // The left ends and the twos are looked at first.
+    for (int i = kForstaRutan; i <= kSistaRutan; ++i)
+        if (fast(i) && i % kKolumner != 0 && kod(i) % 13 != 1) {
+            att[static_cast<size_t>(antal++)] = i;
+            iKo[static_cast<size_t>(i)] = true;
+        }
+    for (int i = kForstaRutan; i <= kSistaRutan; ++i)
+        if (fast(i) && (i % kKolumner == 0 || kod(i) % 13 == 1)) {
+            att[static_cast<size_t>(antal++)] = i;
+            iKo[static_cast<size_t>(i)] = true;
+        }
+    while (antal > 0) {
+        const int i = att[static_cast<size_t>(--antal)];
+        iKo[static_cast<size_t>(i)] = false;
+        if (!fast(i) || blirKvar(i))
+            continue;
+        // Every card of the set stands on a chain down to a two, and a two in it needs every
+        // row's left end in it: so once a two or a left end is out, all are.
+        if (i % kKolumner == 0 || kod(i) % 13 == 1)
+            return std::array<bool, 52>{};
+        last[static_cast<size_t>(i)] = false;
+        auto provaIgen = [&](int kortKod) {
+            const int j = var[static_cast<size_t>(kortKod)];
+            if (j >= 0 && fast(j) && !iKo[static_cast<size_t>(j)]) {
+                att[static_cast<size_t>(antal++)] = j;
+                iKo[static_cast<size_t>(j)] = true;
             }
+        };
+        if (kod(i) % 13 != 12)
+            provaIgen(kod(i) + 1);
+        if (kod(i - 1) >= 0 && kod(i - 1) % 13 != 12)
+            provaIgen(kod(i - 1) + 1);
     }
     return last;
 }
@@ -397,6 +436,37 @@ public:
                 ++byggda;
         }
         return 8 * (kVunnet - byggda) + doda;
+    }
+
+    // Each gap asks for the one card it takes (any two at a row's left end).
+    bool ListaDrag(const SpelBord& b, std::vector<Drag>& dragen) const override {
+        const std::vector<Lucka>& luckor = b.luckor;
+        const std::array<int, 52> var = KortensPlatser(luckor);
+        dragen.clear();
+        for (int till = kForstaRutan; till <= kSistaRutan; ++till) {
+            if (!luckor[till].Tom())
+                continue;
+            if (ForstaKolumnen(till)) {
+                for (int farg = 0; farg < 4; ++farg)
+                    if (var[static_cast<size_t>(13 * farg + 1)] >= 0)
+                        dragen.push_back(KortDrag(var[static_cast<size_t>(13 * farg + 1)], till));
+                continue;
+            }
+            const Lucka& vanster = luckor[till - 1];
+            if (vanster.Tom() || ArKung(vanster))
+                continue;
+            const int fran = var[static_cast<size_t>(13 * vanster.GeKort().KortFarg() +
+                                                     vanster.GeKort().KortValor())];
+            if (fran >= 0)
+                dragen.push_back(KortDrag(fran, till));
+        }
+        // In the rules' order, which the search keeps.
+        std::sort(dragen.begin(), dragen.end(), [](const Drag& x, const Drag& y) {
+            return x.fran != y.fran ? x.fran < y.fran : x.till < y.till;
+        });
+        if (static_cast<const Stallning&>(b).forsok < kSistaGiv)
+            dragen.push_back(NyttForsokDrag());
+        return true;
     }
 
     std::string KnappNamn() const override { return "deal again"; }
