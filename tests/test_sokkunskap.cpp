@@ -268,6 +268,20 @@ private slots:
         }
     }
 
+    // Idioten 2 dealt from an empty table: the aces first, then the last four cards. Of four
+    // suits, no card beats another after the last press and nothing can be played; with two
+    // spades, the two goes, the aces come up one after another, and the deal is won.
+    void idioten2SistaGivenAvFyraFarger() {
+        for (bool tvaSpader : {false, true}) {
+            Bygge b(kIdioten2);
+            b.Lagg({{119, K(SPADER, 1)}, {118, K(HJARTER, 1)}, {117, K(KLOVER, 1)}});
+            b.Lagg({{116, K(RUTER, 1)}, {115, K(SPADER, 2)}, {113, K(HJARTER, 5)}});
+            b.Lagg({{114, tvaSpader ? K(SPADER, 3) : K(RUTER, 3)}, {112, K(KLOVER, 7)}});
+            QCOMPARE(b.Hopplos(), !tvaSpader);
+            QCOMPARE(b.Avgor(), tvaSpader ? Utfall::Vinnbar : Utfall::Ovinnbar);
+        }
+    }
+
     // Small Idioten 2 tables laid out at random, the four aces (in every other table at the
     // columns' bases) and a few other cards in the columns and the stock: the solver agrees
     // with the plain search on every one.

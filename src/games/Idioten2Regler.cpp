@@ -327,6 +327,24 @@ bool AldrigTomKolumn(const std::vector<Lucka>& luckor) {
     return std::find(kvar.begin(), kvar.end(), true) != kvar.end();
 }
 
+// Whether the stock's last four cards, dealt one onto each column by its last press, are of
+// four suits and not all aces. Then after that press every column holds a card (so none is
+// empty to move into), the four top cards are of four suits (so none beats another), and
+// one of them is not an ace (so the table is not won): nothing can ever be played again.
+// The press must come, as a won table has no stock left.
+bool SistaGivenStannar(const std::vector<Lucka>& luckor) {
+    const int antal = KortILeken(luckor);
+    if (antal == 0 || antal % kKolumner != 0 || !InomKanten(luckor))
+        return false;
+    unsigned farger = 0;
+    bool baraEss = true;
+    for (int i = kForstaLek; i < kForstaLek + kKolumner; ++i) {
+        farger |= 1u << static_cast<unsigned>(luckor[i].GeKort().KortFarg());
+        baraEss = baraEss && luckor[i].GeKort().KortValor() == 1;
+    }
+    return farger == 0xFu && !baraEss;
+}
+
 bool Kasserar(const Drag& d) {
     return d.slag == DragSlag::Kort && d.till >= kForstaKasserad;
 }
@@ -372,8 +390,11 @@ public:
 
     // A card whose suit has no lower card left in a column or the stock beats nothing
     // it could ever meet: all it does where it lies is cover the cards under it, so
-    // throwing it out loses nothing. (Kept in mind: a column reaching its last place plays
-    // by other rules, so the rule is used only while no column can.)
+    // throwing it out loses nothing. Once the stock is out, any card that can be thrown
+    // out goes: nothing is ever laid on a top card again, so the highest top card of its
+    // suit, which beats it now, stays on top or gives way to a higher one, and beats
+    // whatever the card could have beaten. (Kept in mind: a column reaching its last place
+    // plays by other rules, so the rules are used only while no column can.)
     int SakertDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
         const std::vector<Lucka>& luckor = b.luckor;
         bool inom = false;
@@ -389,13 +410,15 @@ public:
             if (!inom)
                 return -1;
             const Kort& kort = luckor[d.fran].GeKort();
-            if (!LagreKvar(luckor, kort.KortFarg(), Rang(kort)))
+            if (kLeken.Tom(luckor) || !LagreKvar(luckor, kort.KortFarg(), Rang(kort)))
                 return static_cast<int>(i);
         }
         return -1;
     }
 
-    bool Hopplos(const SpelBord& b) const override { return AldrigTomKolumn(b.luckor); }
+    bool Hopplos(const SpelBord& b) const override {
+        return SistaGivenStannar(b.luckor) || AldrigTomKolumn(b.luckor);
+    }
 
     // For the quick first pass: any card that can be thrown out is.
     bool HarTroligaDrag() const override { return true; }
