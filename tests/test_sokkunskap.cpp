@@ -268,6 +268,25 @@ private slots:
         }
     }
 
+    // Idioten 2: the nine of hearts, beaten by the king, lies on the three. With the stock
+    // out it goes at once, though the three is left; with a card still in the stock it is
+    // kept, as it may be needed to beat the three when a card has been laid on the king.
+    void idioten2KastarSakertUtanLek() {
+        for (bool leken : {false, true}) {
+            Bygge b(kIdioten2);
+            b.Lagg({{0, K(SPADER, 1)}, {1, K(HJARTER, 3)}, {2, K(HJARTER, 9)}});
+            b.Lagg({{14, K(HJARTER, 1)}, {28, K(KLOVER, 1)}, {29, K(HJARTER, 13)}});
+            b.Lagg({{42, K(RUTER, 1)}});
+            if (leken) {
+                b.Lagg({{112, K(KLOVER, 2)}});
+                QCOMPARE(b.Sakert(), -1);
+            } else {
+                QCOMPARE(b.SakertDragen(), KortDrag(2, 55 + 13 * HJARTER + 9));
+            }
+            QCOMPARE(b.Avgor(), Utfall::Vinnbar);
+        }
+    }
+
     // Idioten 2 dealt from an empty table: the aces first, then the last four cards. Of four
     // suits, no card beats another after the last press and nothing can be played; with two
     // spades, the two goes, the aces come up one after another, and the deal is won.
