@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <array>
 #include <initializer_list>
 #include <random>
 #include <utility>
@@ -92,6 +93,48 @@ void FyllHalet(Bygge& b, const Kort& topp) {
 }
 constexpr int kPyramidLek = 120;
 
+// Idioten 1's row `rad` laid out from its left end: a value in the row's own suit, a value
+// below zero in the other colour's suit of that value (hearts and diamonds swapped), 0 for a
+// gap.
+void IdiotenRad(Bygge& b, int rad, kortfarg farg, std::initializer_list<int> valorer) {
+    int lucka = 13 * rad;
+    for (int v : valorer) {
+        if (v > 0)
+            b.Lagg({{lucka, K(farg, v)}});
+        else if (v < 0)
+            b.Lagg({{lucka, K(farg == HJARTER ? RUTER : HJARTER, -v)}});
+        ++lucka;
+    }
+}
+
+void IdiotenByggdRad(Bygge& b, int rad, kortfarg farg) {
+    for (int v = 2; v <= 13; ++v)
+        b.Lagg({{13 * rad + v - 2, K(farg, v)}});
+}
+
+// A won Idioten 1 table whose last `kolumner` columns (of all four rows) are laid out again
+// at random: the cards there and the four gaps of column 13.
+void IdiotenBlandadSlut(Bygge& b, int kolumner, std::mt19937& slump) {
+    std::vector<int> kort; // 13·suit + value, 0 for a gap
+    std::vector<int> platser;
+    for (int r = 0; r < 4; ++r)
+        for (int c = 0; c < 13; ++c) {
+            const int valor = c + 2;
+            if (c < 13 - kolumner) {
+                b.Lagg({{13 * r + c, K(static_cast<kortfarg>(r), valor)}});
+                continue;
+            }
+            platser.push_back(13 * r + c);
+            kort.push_back(valor <= 13 ? 13 * r + valor : 0);
+        }
+    for (std::size_t i = kort.size() - 1; i > 0; --i)
+        std::swap(kort[i], kort[slump() % (i + 1)]);
+    for (std::size_t i = 0; i < platser.size(); ++i)
+        if (kort[i] != 0)
+            b.Lagg({{platser[i],
+                     K(static_cast<kortfarg>((kort[i] - 1) / 13), (kort[i] - 1) % 13 + 1)}});
+}
+
 } // namespace
 
 class TestSokKunskap : public QObject {
@@ -111,6 +154,204 @@ private slots:
         tredje.Lagg(
             {{0, K(SPADER, 2)}, {1, K(SPADER, 3)}, {13, K(HJARTER, 9)}, {41, K(KLOVER, 5)}});
         QVERIFY(tredje.Nyckel() != ena.Nyckel());
+    }
+
+    // Idioten 1, three rows built and the fourth begun with the four of clubs: the two and
+    // the three of clubs lie each right of a card they cannot follow, and the four and five
+    // on what would follow them, so none of the four can ever move while every row's left
+    // end is held. The gap walks the rest of the row along and the table stops. With the
+    // clubs in order the same walk wins; with a row's left end empty the clubs are not held.
+    void idiotenLastKortSomInteArRatt() {
+        for (int fall = 0; fall < 3; ++fall) {
+            Bygge b(kIdioten1);
+            IdiotenByggdRad(b, 0, SPADER);
+            IdiotenByggdRad(b, 1, HJARTER);
+            if (fall == 2)
+                IdiotenRad(b, 2, RUTER, {0, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13});
+            else
+                IdiotenByggdRad(b, 2, RUTER);
+            if (fall == 1)
+                IdiotenRad(b, 3, KLOVER, {2, 3, 4, 5, 6, 0, 7, 8, 9, 10, 11, 12, 13});
+            else
+                IdiotenRad(b, 3, KLOVER, {4, 2, 5, 3, 6, 0, 7, 8, 9, 10, 11, 12, 13});
+            QCOMPARE(b.Hopplos(), fall == 0);
+            QCOMPARE(b.Avgor(), fall == 1 ? Utfall::Vinnbar : Utfall::Ovinnbar);
+        }
+    }
+
+    // With every row begun with its two, a card goes at once to the end of its built row
+    // when it is a king (the king of hearts), ends its row (the queen of diamonds, then the
+    // king), or has its successor right of it (the clubs from the jack up).
+    void idiotenSakertTillRaden() {
+        Bygge b(kIdioten1);
+        IdiotenByggdRad(b, 0, SPADER);
+        IdiotenRad(b, 1, HJARTER, {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 0, -13});
+        IdiotenRad(b, 2, RUTER, {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 0, -13, 12});
+        IdiotenRad(b, 3, KLOVER, {2, 3, 4, 5, 6, 7, 8, 9, 10, 0, 11, 12, 13});
+        const Drag vag[] = {KortDrag(37, 24), KortDrag(38, 36), KortDrag(25, 37),
+                            KortDrag(49, 48), KortDrag(50, 49), KortDrag(51, 50)};
+        QCOMPARE(b.Avgor(), Utfall::Vinnbar);
+        for (const Drag& d : vag) {
+            QCOMPARE(b.SakertDragen(), d);
+            b.regler.GorDrag(*b.bord, d, nullptr);
+        }
+        QVERIFY(b.regler.KlarSpel(*b.bord));
+    }
+
+    // The queen of diamonds could lengthen its row, but the king of hearts right of it
+    // leaves room for the king of diamonds to come there first: not taken as safe, while
+    // the king of hearts is. With a row begun with the four of clubs no move is.
+    void idiotenInteSakert() {
+        for (bool tvaor : {true, false}) {
+            Bygge b(kIdioten1);
+            IdiotenByggdRad(b, 0, SPADER);
+            IdiotenRad(b, 1, HJARTER, {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 0, -13});
+            IdiotenRad(b, 2, RUTER, {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 0, 12, -13});
+            if (tvaor)
+                IdiotenRad(b, 3, KLOVER, {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 0});
+            else
+                IdiotenRad(b, 3, KLOVER, {4, 2, 5, 3, 6, 7, 8, 9, 10, 11, 12, 13, 0});
+            if (tvaor)
+                QCOMPARE(b.SakertDragen(), KortDrag(38, 24));
+            else
+                QCOMPARE(b.Sakert(), -1);
+        }
+    }
+
+    // Won Idioten 1 tables with their last columns laid out again at random: the solver,
+    // with its hopeless tables and safe moves, agrees with the plain search on every one.
+    void idiotenSlumpadeSlut() {
+        std::mt19937 slump(2611);
+        int hopplosa = 0;
+        int vunna = 0;
+        int sakra = 0;
+        for (int i = 0; i < 120; ++i) {
+            Bygge b(kIdioten1);
+            IdiotenBlandadSlut(b, i < 60 ? 4 : 5, slump);
+            if (b.Hopplos())
+                ++hopplosa;
+            if (b.Sakert() >= 0)
+                ++sakra;
+            const Utfall utfall = b.Avgor(400000);
+            QVERIFY(utfall != Utfall::Okant);
+            if (utfall == Utfall::Vinnbar)
+                ++vunna;
+            if (b.Hopplos())
+                QCOMPARE(utfall, Utfall::Ovinnbar);
+        }
+        QVERIFY(hopplosa > 5);
+        QVERIFY(sakra > 5);
+        QVERIFY(vunna > 5);
+        QVERIFY(vunna < 115);
+    }
+
+    // Idioten 2 with an ace at every column's base: the five of hearts lies on the ace of
+    // spades and the five of spades on the ace of hearts, so neither can ever be beaten, and
+    // with no column ever to be empty neither can move (the diamonds go, all the same).
+    // With the four of hearts for the five of spades the deal is won. The king of spades in
+    // the stock frees the five, and the deal is won, when it is dealt onto another column;
+    // not when it comes onto the five itself.
+    void idioten2IngenTomKolumn() {
+        for (int fall = 0; fall < 4; ++fall) {
+            Bygge b(kIdioten2);
+            b.Lagg({{0, K(SPADER, 1)}, {1, K(HJARTER, 5)}, {14, K(HJARTER, 1)}});
+            b.Lagg({{15, fall == 1 ? K(HJARTER, 4) : K(SPADER, 5)}});
+            b.Lagg({{28, K(KLOVER, 1)}, {29, K(RUTER, 8)}, {42, K(RUTER, 1)}, {43, K(RUTER, 6)}});
+            // The stock's top card goes to the first column, the next to the second...
+            if (fall == 2)
+                b.Lagg({{115, K(SPADER, 2)}, {114, K(HJARTER, 2)}, {113, K(SPADER, 13)}});
+            if (fall == 3)
+                b.Lagg({{115, K(SPADER, 2)}, {114, K(SPADER, 13)}, {113, K(HJARTER, 2)}});
+            if (fall >= 2)
+                b.Lagg({{112, K(KLOVER, 2)}});
+            QCOMPARE(b.Hopplos(), fall == 0 || fall == 3);
+            QCOMPARE(b.Avgor(), fall == 0 || fall == 3 ? Utfall::Ovinnbar : Utfall::Vinnbar);
+        }
+    }
+
+    // Idioten 2: the nine of hearts, beaten by the king, lies on the three. With the stock
+    // out it goes at once, though the three is left; with a card still in the stock it is
+    // kept, as it may be needed to beat the three when a card has been laid on the king.
+    void idioten2KastarSakertUtanLek() {
+        for (bool leken : {false, true}) {
+            Bygge b(kIdioten2);
+            b.Lagg({{0, K(SPADER, 1)}, {1, K(HJARTER, 3)}, {2, K(HJARTER, 9)}});
+            b.Lagg({{14, K(HJARTER, 1)}, {28, K(KLOVER, 1)}, {29, K(HJARTER, 13)}});
+            b.Lagg({{42, K(RUTER, 1)}});
+            if (leken) {
+                b.Lagg({{112, K(KLOVER, 2)}});
+                QCOMPARE(b.Sakert(), -1);
+            } else {
+                QCOMPARE(b.SakertDragen(), KortDrag(2, 55 + 13 * HJARTER + 9));
+            }
+            QCOMPARE(b.Avgor(), Utfall::Vinnbar);
+        }
+    }
+
+    // Idioten 2 dealt from an empty table: the aces first, then the last four cards. Of four
+    // suits, no card beats another after the last press and nothing can be played; with two
+    // spades, the two goes, the aces come up one after another, and the deal is won.
+    void idioten2SistaGivenAvFyraFarger() {
+        for (bool tvaSpader : {false, true}) {
+            Bygge b(kIdioten2);
+            b.Lagg({{119, K(SPADER, 1)}, {118, K(HJARTER, 1)}, {117, K(KLOVER, 1)}});
+            b.Lagg({{116, K(RUTER, 1)}, {115, K(SPADER, 2)}, {113, K(HJARTER, 5)}});
+            b.Lagg({{114, tvaSpader ? K(SPADER, 3) : K(RUTER, 3)}, {112, K(KLOVER, 7)}});
+            QCOMPARE(b.Hopplos(), !tvaSpader);
+            QCOMPARE(b.Avgor(), tvaSpader ? Utfall::Vinnbar : Utfall::Ovinnbar);
+        }
+    }
+
+    // Small Idioten 2 tables laid out at random, the four aces (in every other table at the
+    // columns' bases) and a few other cards in the columns and the stock: the solver agrees
+    // with the plain search on every one.
+    void idioten2Slumpade() {
+        std::mt19937 slump(1802);
+        int hopplosa = 0;
+        int vunna = 0;
+        for (int i = 0; i < 300; ++i) {
+            Bygge b(kIdioten2);
+            const bool essenIBotten = i % 2 == 0;
+            std::vector<int> kort;
+            while (static_cast<int>(kort.size()) < 6 + static_cast<int>(i % 7)) {
+                const int k = static_cast<int>(slump() % 52);
+                if (k % 13 != 0 && std::find(kort.begin(), kort.end(), k) == kort.end())
+                    kort.push_back(k);
+            }
+            if (!essenIBotten) {
+                kort.insert(kort.end(), {0, 13, 26, 39});
+                for (std::size_t j = kort.size() - 1; j > 0; --j)
+                    std::swap(kort[j], kort[slump() % (j + 1)]);
+            }
+            auto lagg = [&](int lucka, int k) {
+                b.Lagg({{lucka, K(static_cast<kortfarg>(k / 13), k % 13 + 1)}});
+            };
+            std::array<int, 4> hojd{};
+            if (essenIBotten)
+                for (int c = 0; c < 4; ++c)
+                    lagg(14 * c + hojd[static_cast<std::size_t>(c)]++, 13 * c);
+            const int iLeken = static_cast<int>(slump() % 6);
+            for (std::size_t j = 0; j < kort.size(); ++j) {
+                const int n = static_cast<int>(j);
+                if (n < iLeken) {
+                    lagg(112 + n, kort[j]);
+                    continue;
+                }
+                const int c = n < iLeken + 4 ? n - iLeken : static_cast<int>(slump() % 4);
+                lagg(14 * c + hojd[static_cast<std::size_t>(c)]++, kort[j]);
+            }
+            if (b.Hopplos())
+                ++hopplosa;
+            const Utfall utfall = b.Avgor(400000);
+            QVERIFY(utfall != Utfall::Okant);
+            if (utfall == Utfall::Vinnbar)
+                ++vunna;
+            if (b.Hopplos())
+                QCOMPARE(utfall, Utfall::Ovinnbar);
+        }
+        QVERIFY(hopplosa > 10);
+        QVERIFY(vunna > 10);
+        QVERIFY(vunna < 290);
     }
 
     // Idioten 2: the five of hearts, beaten by the nine, goes at once when no lower heart is

@@ -240,6 +240,111 @@ bool LagreKvar(const std::vector<Lucka>& luckor, int farg, int rang) {
     return false;
 }
 
+// Each column's cards from its base up, then the cards the stock will deal onto it, as
+// codes 13·suit + value − 1. The stock's top card goes to the first column, the next to the
+// second, and so on round; that holds while no column can reach its last place.
+std::array<std::vector<int>, kKolumner> KolumnerMedLeken(const std::vector<Lucka>& luckor) {
+    std::array<std::vector<int>, kKolumner> kolumner;
+    auto kod = [&](int i) {
+        return 13 * static_cast<int>(luckor[i].GeKort().KortFarg()) +
+               luckor[i].GeKort().KortValor() - 1;
+    };
+    for (int c = 0; c < kKolumner; ++c)
+        for (int p = 0; p < kPlatserPerKolumn && !luckor[KolumnBas(c) + p].Tom(); ++p)
+            kolumner[static_cast<size_t>(c)].push_back(kod(KolumnBas(c) + p));
+    const int topp = kLeken.Topp(luckor);
+    for (int j = topp; j >= kForstaLek; --j)
+        kolumner[static_cast<size_t>((topp - j) % kKolumner)].push_back(kod(j));
+    return kolumner;
+}
+
+// Whether the table can no longer be won because no column will ever be empty again and a
+// card can then never be thrown out.
+//
+// Take a set of cards, none an ace, such that for each card X of the set every card of its
+// suit that ranks higher lies (or will be dealt) in X's own column, or lies in another
+// column now under a card of the set. Suppose further that every column holds a card now,
+// and each column's base is an ace or a card of the set. Then no card of the set ever
+// leaves, and no column ever empties: look at the first time either happens. A column
+// empties only when its base leaves: an ace only moves into an empty column, of which there
+// is none yet, and a base of the set leaving is the other case. A card of the set leaves,
+// with no empty column to move into, only when thrown out, beaten by a higher card of its
+// suit on top of another column; but those lie in its own column, where the two are never
+// both on top, or under a card of the set that has not left. (A higher card still in the
+// stock, bound for another column, is on top there when dealt, so it takes the card out of
+// the set.) A card that never leaves keeps the game from being won. The largest such set is
+// found by starting from every card but the aces and striking out each card that fails,
+// until none does.
+bool AldrigTomKolumn(const std::vector<Lucka>& luckor) {
+    for (int c = 0; c < kKolumner; ++c)
+        if (luckor[KolumnBas(c)].Tom())
+            return false;
+    if (!InomKanten(luckor))
+        return false;
+    const std::array<int, kKolumner> nu = Hojder(luckor);
+    const std::array<std::vector<int>, kKolumner> kolumner = KolumnerMedLeken(luckor);
+    std::array<int, 52> kolumn;
+    std::array<int, 52> hojd;
+    std::array<bool, 52> kvar{};
+    kolumn.fill(-1);
+    for (int c = 0; c < kKolumner; ++c)
+        for (std::size_t p = 0; p < kolumner[static_cast<size_t>(c)].size(); ++p) {
+            const int k = kolumner[static_cast<size_t>(c)][p];
+            kolumn[static_cast<size_t>(k)] = c;
+            hojd[static_cast<size_t>(k)] = static_cast<int>(p);
+            kvar[static_cast<size_t>(k)] = k % 13 != 0;
+        }
+    auto rang = [](int k) { return k % 13 == 0 ? 14 : k % 13 + 1; };
+    for (bool andrat = true; andrat;) {
+        andrat = false;
+        // The highest card of the set in each column as it is now; -1 for none.
+        std::array<int, kKolumner> overst;
+        overst.fill(-1);
+        for (int c = 0; c < kKolumner; ++c)
+            for (int p = 0; p < nu[static_cast<size_t>(c)]; ++p)
+                if (kvar[static_cast<size_t>(
+                        kolumner[static_cast<size_t>(c)][static_cast<size_t>(p)])])
+                    overst[static_cast<size_t>(c)] = p;
+        for (int x = 0; x < 52; ++x) {
+            if (!kvar[static_cast<size_t>(x)])
+                continue;
+            for (int w = x - x % 13; w < x - x % 13 + 13; ++w) {
+                const int c = kolumn[static_cast<size_t>(w)];
+                if (c < 0 || rang(w) <= rang(x) || c == kolumn[static_cast<size_t>(x)] ||
+                    overst[static_cast<size_t>(c)] > hojd[static_cast<size_t>(w)])
+                    continue;
+                kvar[static_cast<size_t>(x)] = false;
+                andrat = true;
+                break;
+            }
+        }
+    }
+    for (int c = 0; c < kKolumner; ++c) {
+        const int bas = kolumner[static_cast<size_t>(c)].front();
+        if (bas % 13 != 0 && !kvar[static_cast<size_t>(bas)])
+            return false;
+    }
+    return std::find(kvar.begin(), kvar.end(), true) != kvar.end();
+}
+
+// Whether the stock's last four cards, dealt one onto each column by its last press, are of
+// four suits and not all aces. Then after that press every column holds a card (so none is
+// empty to move into), the four top cards are of four suits (so none beats another), and
+// one of them is not an ace (so the table is not won): nothing can ever be played again.
+// The press must come, as a won table has no stock left.
+bool SistaGivenStannar(const std::vector<Lucka>& luckor) {
+    const int antal = KortILeken(luckor);
+    if (antal == 0 || antal % kKolumner != 0 || !InomKanten(luckor))
+        return false;
+    unsigned farger = 0;
+    bool baraEss = true;
+    for (int i = kForstaLek; i < kForstaLek + kKolumner; ++i) {
+        farger |= 1u << static_cast<unsigned>(luckor[i].GeKort().KortFarg());
+        baraEss = baraEss && luckor[i].GeKort().KortValor() == 1;
+    }
+    return farger == 0xFu && !baraEss;
+}
+
 bool Kasserar(const Drag& d) {
     return d.slag == DragSlag::Kort && d.till >= kForstaKasserad;
 }
@@ -285,8 +390,11 @@ public:
 
     // A card whose suit has no lower card left in a column or the stock beats nothing
     // it could ever meet: all it does where it lies is cover the cards under it, so
-    // throwing it out loses nothing. (Kept in mind: a column reaching its last place plays
-    // by other rules, so the rule is used only while no column can.)
+    // throwing it out loses nothing. Once the stock is out, any card that can be thrown
+    // out goes: nothing is ever laid on a top card again, so the highest top card of its
+    // suit, which beats it now, stays on top or gives way to a higher one, and beats
+    // whatever the card could have beaten. (Kept in mind: a column reaching its last place
+    // plays by other rules, so the rules are used only while no column can.)
     int SakertDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
         const std::vector<Lucka>& luckor = b.luckor;
         bool inom = false;
@@ -302,10 +410,14 @@ public:
             if (!inom)
                 return -1;
             const Kort& kort = luckor[d.fran].GeKort();
-            if (!LagreKvar(luckor, kort.KortFarg(), Rang(kort)))
+            if (kLeken.Tom(luckor) || !LagreKvar(luckor, kort.KortFarg(), Rang(kort)))
                 return static_cast<int>(i);
         }
         return -1;
+    }
+
+    bool Hopplos(const SpelBord& b) const override {
+        return SistaGivenStannar(b.luckor) || AldrigTomKolumn(b.luckor);
     }
 
     // For the quick first pass: any card that can be thrown out is.
