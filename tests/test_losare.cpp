@@ -1,4 +1,6 @@
 #include "app/LosKommando.h"
+#include "games/FreecellRegler.h"
+#include "games/KolumnRegler.h"
 #include "games/Spelfabrik.h"
 #include "solver/Losare.h"
 #include "solver/Nyckeltabell.h"
@@ -23,6 +25,30 @@ namespace {
 const SpelRegler& R(int spel) {
     return *ReglerFor(spel);
 }
+
+// Freecell's knowledge with its quick pass on one order of moves alone.
+class EnOrdning final : public SokKunskap {
+public:
+    const SokKunskap& k = KolumnRegler::Kunskapen();
+    void Nyckel(const SpelBord& b, std::string& n) const override { k.Nyckel(b, n); }
+    bool ListaDrag(const SpelBord& b, std::vector<Drag>& d) const override {
+        return k.ListaDrag(b, d);
+    }
+    void Ordna(const SpelBord& b, std::vector<Drag>& d) const override { k.Ordna(b, d); }
+    int SakertDrag(const SpelBord& b, const std::vector<Drag>& d) const override {
+        return k.SakertDrag(b, d);
+    }
+    bool Hopplos(const SpelBord& b) const override { return k.Hopplos(b); }
+    int TroligtDrag(const SpelBord& b, const std::vector<Drag>& d) const override {
+        return k.TroligtDrag(b, d);
+    }
+    void GallraHastigt(const SpelBord& b, std::vector<Drag>& d) const override {
+        k.GallraHastigt(b, d);
+    }
+    int Avstand(const SpelBord& b) const override { return k.Avstand(b); }
+    bool HarTroligaDrag() const override { return k.HarTroligaDrag(); }
+    int Ordningar(const SpelBord&) const override { return 1; }
+};
 
 void SpelDatarad() {
     QTest::addColumn<int>("spel");
@@ -269,6 +295,36 @@ private slots:
         QCOMPARE(tradens.utfall, Utfall::Vinnbar);
         QVERIFY(tradens.tid < std::chrono::milliseconds(100));
         QCOMPARE(sok(false).utfall, Utfall::Okant);
+    }
+
+    // Freecell's quick pass takes turns between several orders of moves: a deal the first
+    // order alone does not win in 60 000 tables is won in far fewer, the same way every time.
+    void flerOrdningarVinnerSnabbare() {
+        using namespace KolumnRegler;
+        static const EnOrdning enOrdning;
+        const ReglerAv<Stallning> ensam({SkapaMed<FreecellRegler::Planen>, LaggUtLeken, DelaUt,
+                                         LagligaDrag, GorDrag, Angra, KlarSpel, Resultat},
+                                        &enOrdning);
+        auto bord = GivFor(8, 119);
+        QCOMPARE(Los(ensam, *bord, SokGranser{60000}).utfall, Utfall::Okant);
+        SokSvar svar = Los(R(8), *bord, SokGranser{60000});
+        QCOMPARE(svar.utfall, Utfall::Vinnbar);
+        QVERIFY(svar.lagen < 20000);
+        QVERIFY(SpelarTillVinst(R(8), *bord, svar.drag));
+        SokSvar igen = Los(R(8), *bord, SokGranser{60000});
+        QCOMPARE(igen.lagen, svar.lagen);
+        QVERIFY(igen.drag == svar.drag);
+    }
+
+    // A limit on tables holds across the orders of a quick pass and the full search after
+    // it.
+    void granserHallerOverOrdningar() {
+        for (std::uint64_t grans : {1u, 500u, 1600u, 2100u, 3000u, 9000u}) {
+            auto bord = GivFor(8, 119);
+            SokSvar svar = Los(R(8), *bord, SokGranser{grans});
+            QVERIFY(svar.utfall != Utfall::Ovinnbar);
+            QVERIFY2(svar.lagen <= grans + kKollIntervall, qPrintable(QString::number(grans)));
+        }
     }
 
     // The checks come at least every kKollIntervall tables, however the search goes.

@@ -66,3 +66,7 @@ const SokKunskap& StandardKunskap() {
     static const SokKunskap kunskap;
     return kunskap;
 }
+
+int SokKunskap::Ordningar(const SpelBord&) const {
+    return 1;
+}

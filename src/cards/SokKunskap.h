@@ -40,6 +40,10 @@ public:
     virtual int Avstand(const SpelBord& bord) const;
     // Whether the game offers such moves at all (a search then starts with a quick pass).
     virtual bool HarTroligaDrag() const { return false; }
+    // How many orders of its moves that quick pass tries side by side, taking turns (the
+    // default: one). Each order but the first draws lots among moves the measure (Avstand)
+    // finds about as near; with fixed seeds, so a deal gets the same answer every time.
+    virtual int Ordningar(const SpelBord& bord) const;
     // Whether the rules' Angra takes `drag` back to exactly this table (the undo count
     // aside); when not, a search keeps a copy to go back to. The default trusts card and run
     // moves and copies for the game's button.

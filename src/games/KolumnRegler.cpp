@@ -755,6 +755,9 @@ public:
         return -1;
     }
     bool HarTroligaDrag() const override { return true; }
+    int Ordningar(const SpelBord& b) const override {
+        return static_cast<const Stallning&>(b).plan->sokOrdningar;
+    }
 
     // Cards not yet home weigh most, then the cards that lie above a lower card in their
     // pile (each must move before that one can go home), then the free cells taken; an

@@ -64,6 +64,8 @@ struct Plan {
     bool kolumnOchTomIEtt = false;
     // The last slot the pointer can pick a card from; -1: every slot.
     int sistaTraff = -1;
+    // How many move orders a search's quick pass tries side by side.
+    int sokOrdningar = 1;
 };
 
 // A column base of the eight-column games.
