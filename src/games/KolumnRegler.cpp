@@ -419,6 +419,12 @@ Malen MalenPa(const Plan& plan, const std::vector<Lucka>& luckor) {
         if (j >= plan.forstaLek)
             break;
         const bool tom = luckor[j].Tom();
+        // A column's cards lie from its base up without a gap: above its top nothing takes
+        // a card.
+        if (tom && j <= sistaKolumn && j % kPlatserPerKolumn != 0) {
+            j += kPlatserPerKolumn - 1 - j % kPlatserPerKolumn;
+            continue;
+        }
         const bool tomOvan = TomLucka(luckor, j + 1);
         const bool topp = !tom && tomOvan;
         const bool bas = KolumnBas(plan, j);
@@ -438,6 +444,11 @@ Malen MalenPa(const Plan& plan, const std::vector<Lucka>& luckor) {
             m.tommaPlatser[m.antalTommaPlatser++] = j;
     }
     return m;
+}
+
+// The two cards follow each other in a run told by colour (as GiltigRad tells it).
+bool FallerIFarg(const Kort& under, const Kort& kort) {
+    return kort.KortValor() == under.KortValor() - 1 && kort.SvartFarg() != under.SvartFarg();
 }
 
 void LaggTillNy(std::vector<Drag>& ut, std::size_t fran, const Drag& d) {
@@ -510,14 +521,25 @@ void ListaDrag(const Stallning& bord, std::vector<Drag>& ut) {
     const int fria = FriaPlatser(plan, luckor);
     const int sista = plan.sistaTraff < 0 ? plan.forstaLek - 1 : plan.sistaTraff;
     int topp = -1;
+    int radStart = 0; // the lowest card of the pile below its top whose run may move
     for (int forsta = 0; forsta <= sista; ++forsta) {
         if (luckor[forsta].Tom())
             continue;
-        if (forsta > topp)
+        if (forsta > topp) {
             topp = Toppen(luckor, forsta);
+            radStart = std::max(forsta, topp - fria);
+            // Where runs are told by colour alone a run holds whenever every two cards in it
+            // do, so no run starts below the first pair that breaks.
+            if (!plan.svitFlagga) {
+                int r = topp;
+                while (r > radStart && FallerIFarg(luckor[r - 1].GeKort(), luckor[r].GeKort()))
+                    --r;
+                radStart = r;
+            }
+        }
         if (forsta == topp)
             KortetsDrag(plan, luckor, m, forsta, ut);
-        else if (topp - forsta <= fria && !FricellsReserv(plan, forsta))
+        else if (forsta >= radStart && !FricellsReserv(plan, forsta))
             RadensDrag(plan, luckor, m, fria, forsta, topp, ut);
     }
 }
@@ -641,7 +663,8 @@ void SorteradeHogar(const std::vector<Lucka>& luckor, int forsta, int antal, std
         const int bas = forsta + h * kPlatserPerKolumn;
         int n = 0;
         while (n < kPlatserPerKolumn && !luckor[bas + n].Tom()) {
-            kort[h][n] = KortKod(luckor[bas + n]);
+            const Kort& k = luckor[bas + n].GeKort();
+            kort[h][n] = static_cast<char>(1 + 13 * k.KortFarg() + k.KortValor() - 1);
             ++n;
         }
         langd[h] = n;
@@ -784,7 +807,13 @@ public:
         for (int i = 0; i < plan.friceller; ++i)
             if (!l[kForstaFricell + 2 * i].Tom())
                 ++celler;
-        return 3 * (52 - KortPaGrunden(plan, l)) + 2 * over + celler - 3 * tomma;
+        int hemma = 0;
+        for (int f = 0; f < 4; ++f) {
+            const int bas = plan.forstaGrund + f * plan.grundSteg;
+            if (!l[bas].Tom())
+                hemma += std::min(kNivaer, Toppen(l, bas) - bas + 1); // the next may follow
+        }
+        return 3 * (52 - hemma) + 2 * over + celler - 3 * tomma;
     }
 
     // Nothing off the foundations, no card from one free cell to another, none from a card it
@@ -794,7 +823,13 @@ public:
         const Plan& plan = *static_cast<const Stallning&>(b).plan;
         const std::vector<Lucka>& l = b.luckor;
         auto tomKolumn = [&](const Drag& d) { return KolumnBas(plan, d.till) && l[d.till].Tom(); };
-        const std::vector<Drag> alla = dragen;
+        // The longest run of each column that may go to an empty column.
+        std::array<int, 16> langst{};
+        for (const Drag& d : dragen)
+            if (tomKolumn(d) && d.fran <= SistaKolumnLucka(plan)) {
+                int& n = langst[static_cast<std::size_t>(d.fran / kPlatserPerKolumn)];
+                n = std::max(n, d.antal);
+            }
         std::erase_if(dragen, [&](const Drag& d) {
             if (d.fran >= plan.forstaGrund && d.fran <= SistaGrund(plan))
                 return true;
@@ -806,11 +841,8 @@ public:
                 return false;
             if (HogBas(plan, d.fran))
                 return true;
-            int kolumn = d.fran / kPlatserPerKolumn;
-            return std::any_of(alla.begin(), alla.end(), [&](const Drag& e) {
-                return tomKolumn(e) && e.fran <= SistaKolumnLucka(plan) &&
-                       e.fran / kPlatserPerKolumn == kolumn && e.antal > d.antal;
-            });
+            return d.fran <= SistaKolumnLucka(plan) &&
+                   langst[static_cast<std::size_t>(d.fran / kPlatserPerKolumn)] > d.antal;
         });
     }
 
@@ -855,8 +887,9 @@ public:
     void Ordna(const SpelBord& b, std::vector<Drag>& dragen) const override {
         const Plan& plan = *static_cast<const Stallning&>(b).plan;
         const std::vector<Lucka>& l = b.luckor;
-        std::vector<std::pair<int, Drag>> ordnade;
-        ordnade.reserve(dragen.size());
+        // Kept from call to call: a search orders the moves of every table it opens.
+        thread_local std::vector<std::pair<int, Drag>> ordnade;
+        ordnade.clear();
         for (const Drag& d : dragen) {
             int klass = Klass(plan, l, d.till);
             bool dubbel = klass >= 0 && std::any_of(ordnade.begin(), ordnade.end(), [&](auto& o) {
