@@ -14,8 +14,9 @@ namespace {
 
 using Klocka = std::chrono::steady_clock;
 // How far, in quarters of the measure, a move another order than the first tries may lie
-// behind the nearest and still go before it.
-constexpr unsigned kSpridning = 4;
+// behind the nearest and still go before it: up to eight whole steps, so that the orders
+// differ in more than their ties.
+constexpr unsigned kSpridning = 32;
 
 // One table on the way down: its moves and the next to try.
 struct Niva {
@@ -132,8 +133,8 @@ private:
     }
 
     // Orders the moves by how near the table after each is to won, the game's order among
-    // equals; another order than the first draws lots among equals and lets a move a
-    // little further off go first now and then.
+    // equals; another order than the first draws lots among equals and lets a move
+    // further off go first now and then.
     void NarmastForst(std::vector<Drag>& dragen) {
         avstand.clear();
         for (std::size_t i = 0; i < dragen.size(); ++i) {
