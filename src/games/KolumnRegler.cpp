@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <string>
 
 namespace KolumnRegler {
@@ -396,6 +395,9 @@ struct Malen {
         int j;
         bool topp;    // a column's top card, else an empty column base
         bool tomOvan; // the slot above an empty base is empty too
+        int valor;    // the top card's value, suit and colour
+        int farg;
+        bool svart;
     };
     std::array<int, 64> grundToppar;
     std::array<int, 8> tommaGrunder;
@@ -413,6 +415,8 @@ Malen MalenPa(const Plan& plan, const std::vector<Lucka>& luckor) {
     const int efterReserver = forstaReserv + plan.reserver * kPlatserPerKolumn;
     const int sistaKolumn = SistaKolumnLucka(plan);
     const int sistaPlats = SistaPlats(plan);
+    const int sistaGrund = SistaGrund(plan);
+    int nastaGrund = plan.forstaGrund;
     for (int j = 0; j < plan.forstaLek; ++j) {
         if (j == forstaReserv)
             j = efterReserver;
@@ -427,9 +431,12 @@ Malen MalenPa(const Plan& plan, const std::vector<Lucka>& luckor) {
         }
         const bool tomOvan = TomLucka(luckor, j + 1);
         const bool topp = !tom && tomOvan;
-        const bool bas = KolumnBas(plan, j);
+        const bool bas = j <= sistaKolumn && j % kPlatserPerKolumn == 0;
         const bool cell = Fricell(plan, j);
-        const bool grund = GrundBas(plan, j);
+        // GrundBas without a division for every slot.
+        while (nastaGrund < j)
+            nastaGrund += plan.grundSteg;
+        const bool grund = j == nastaGrund && j <= sistaGrund;
         if (!(topp || bas || cell || grund))
             continue;
         if (j >= plan.dropGrundFran && j <= plan.dropGrundTill) {
@@ -438,12 +445,24 @@ Malen MalenPa(const Plan& plan, const std::vector<Lucka>& luckor) {
             if (tom && grund)
                 m.tommaGrunder[m.antalTommaGrunder++] = j;
         }
-        if (j <= sistaKolumn && (topp || (tom && bas)))
-            m.kolumner[m.antalKolumner++] = {j, topp, tomOvan};
+        if (j <= sistaKolumn && (topp || (tom && bas))) {
+            const Kort& k = luckor[j].GeKort();
+            m.kolumner[m.antalKolumner++] = {
+                j, topp, tomOvan, k.KortValor(), k.KortFarg(), k.SvartFarg()};
+        }
         if (j <= sistaPlats && tom && tomOvan && (bas || cell))
             m.tommaPlatser[m.antalTommaPlatser++] = j;
     }
     return m;
+}
+
+// PassarPaKolumn on a column's top as the places hold it.
+bool PassarPaTopp(const Plan& plan, const Malen::Kolumn& under, const Kort& kort) {
+    if (under.valor != kort.KortValor() + 1)
+        return false;
+    if (plan.sammaSvit)
+        return under.farg == kort.KortFarg();
+    return under.svart != kort.SvartFarg();
 }
 
 // The two cards follow each other in a run told by colour (as GiltigRad tells it).
@@ -470,7 +489,7 @@ void KortetsDrag(const Plan& plan, const std::vector<Lucka>& luckor, const Malen
         for (int i = 0; i < m.antalTommaGrunder; ++i)
             LaggTillNy(ut, borjan, KortDrag(forsta, m.tommaGrunder[i]));
     for (int i = 0; i < m.antalKolumner; ++i)
-        if (m.kolumner[i].topp && PassarPaKolumn(plan, luckor[m.kolumner[i].j].GeKort(), k))
+        if (m.kolumner[i].topp && PassarPaTopp(plan, m.kolumner[i], k))
             LaggTillNy(ut, borjan, KortDrag(forsta, m.kolumner[i].j + 1));
     for (int i = 0; i < m.antalTommaPlatser; ++i)
         LaggTillNy(ut, borjan, KortDrag(forsta, m.tommaPlatser[i]));
@@ -485,7 +504,7 @@ void RadensDrag(const Plan& plan, const std::vector<Lucka>& luckor, const Malen&
     if (GiltigRad(plan, luckor, forsta, topp, true))
         for (int i = 0; i < m.antalKolumner; ++i) {
             const Malen::Kolumn& k = m.kolumner[i];
-            if (k.topp && PassarPaKolumn(plan, luckor[k.j].GeKort(), f))
+            if (k.topp && PassarPaTopp(plan, k, f))
                 ut.push_back(RadDragMot(forsta, n, {k.j, k.j + 1}));
             else if (!k.topp && n - 1 <= fria - 1)
                 ut.push_back(RadDragMot(forsta, n, {k.j, k.j}));
@@ -495,7 +514,7 @@ void RadensDrag(const Plan& plan, const std::vector<Lucka>& luckor, const Malen&
     int kvar = fria;
     for (int i = 0; i < m.antalKolumner; ++i) {
         const Malen::Kolumn& k = m.kolumner[i];
-        if (k.topp && PassarPaKolumn(plan, luckor[k.j].GeKort(), f)) {
+        if (k.topp && PassarPaTopp(plan, k, f)) {
             LaggTillNy(ut, borjan, RadDragMot(forsta, n, {k.j, k.j + 1}));
             return;
         }
@@ -520,26 +539,37 @@ void ListaDrag(const Stallning& bord, std::vector<Drag>& ut) {
     const Malen m = MalenPa(plan, luckor);
     const int fria = FriaPlatser(plan, luckor);
     const int sista = plan.sistaTraff < 0 ? plan.forstaLek - 1 : plan.sistaTraff;
+    const int sistaKolumn = SistaKolumnLucka(plan);
+    const int antalLuckor = static_cast<int>(luckor.size());
     int topp = -1;
-    int radStart = 0; // the lowest card of the pile below its top whose run may move
     for (int forsta = 0; forsta <= sista; ++forsta) {
-        if (luckor[forsta].Tom())
+        if (luckor[forsta].Tom()) {
+            // A column's cards lie from its base up without a gap.
+            if (forsta <= sistaKolumn)
+                forsta += kPlatserPerKolumn - 1 - forsta % kPlatserPerKolumn;
             continue;
+        }
         if (forsta > topp) {
-            topp = Toppen(luckor, forsta);
-            radStart = std::max(forsta, topp - fria);
-            // Where runs are told by colour alone a run holds whenever every two cards in it
-            // do, so no run starts below the first pair that breaks.
+            topp = forsta;
+            while (topp + 1 < antalLuckor && !luckor[topp + 1].Tom())
+                ++topp;
+            // No run longer than the free places allow moves, and where runs are told by
+            // colour alone a run holds whenever every two cards in it do, so none starts
+            // below the first pair that breaks: the cards below are passed over.
+            int radStart = std::max(forsta, topp - fria);
             if (!plan.svitFlagga) {
                 int r = topp;
                 while (r > radStart && FallerIFarg(luckor[r - 1].GeKort(), luckor[r].GeKort()))
                     --r;
                 radStart = r;
             }
+            forsta = radStart;
+            if (forsta > sista)
+                break;
         }
         if (forsta == topp)
             KortetsDrag(plan, luckor, m, forsta, ut);
-        else if (forsta >= radStart && !FricellsReserv(plan, forsta))
+        else if (!FricellsReserv(plan, forsta))
             RadensDrag(plan, luckor, m, fria, forsta, topp, ut);
     }
 }
@@ -670,11 +700,14 @@ void SorteradeHogar(const std::vector<Lucka>& luckor, int forsta, int antal, std
         langd[h] = n;
         ordning[h] = h;
     }
-    std::sort(ordning.begin(), ordning.begin() + antal, [&](int a, int b) {
-        int c = std::memcmp(kort[a].data(), kort[b].data(),
-                            static_cast<std::size_t>(std::min(langd[a], langd[b])));
-        return c != 0 ? c < 0 : langd[a] < langd[b];
-    });
+    // No card lies in two piles, so the piles' first cards alone order them as their whole
+    // bytes would: the empty piles first, then by the first card.
+    std::array<int, kMest> forst{};
+    for (int h = 0; h < antal; ++h)
+        forst[h] = langd[h] == 0 ? 0 : static_cast<unsigned char>(kort[h][0]);
+    for (int i = 1; i < antal; ++i)
+        for (int j = i; j > 0 && forst[ordning[j - 1]] > forst[ordning[j]]; --j)
+            std::swap(ordning[j - 1], ordning[j]);
     for (int i = 0; i < antal; ++i) {
         nyckel.append(kort[ordning[i]].data(), static_cast<std::size_t>(langd[ordning[i]]));
         nyckel.push_back('|');
