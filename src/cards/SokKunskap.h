@@ -18,7 +18,8 @@ public:
     virtual void Nyckel(const SpelBord& bord, std::string& nyckel) const;
     // Lists into `dragen` (emptied first) the same moves as the rules' LagligaDrag, in any
     // order, without a new list; false (the default) where the game has no such listing and
-    // the rules' own is used.
+    // the rules' own is used. A move may be left out only when one listed leads to a table
+    // with the same key.
     virtual bool ListaDrag(const SpelBord& bord, std::vector<Drag>& dragen) const;
     // Puts the moves in the order to try them, most promising first. A move may be dropped
     // only when another one kept leads to a table with the same key.

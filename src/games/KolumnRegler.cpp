@@ -403,14 +403,21 @@ struct Malen {
     std::array<int, 8> tommaGrunder;
     std::array<Kolumn, 64> kolumner;
     std::array<int, 32> tommaPlatser;
+    // The class of each empty place and base (Klass below), -1 for one of its own or when
+    // every place is listed.
+    std::array<int, 8> grundKlass;
+    std::array<int, 32> platsKlass;
+    bool enPerKlass = false; // list one move of a card or run into each class of empty place
     int antalGrundToppar = 0;
     int antalTommaGrunder = 0;
     int antalKolumner = 0;
     int antalTommaPlatser = 0;
 };
 
-Malen MalenPa(const Plan& plan, const std::vector<Lucka>& luckor) {
+Malen MalenPa(const Plan& plan, const std::vector<Lucka>& luckor, bool enPerKlass) {
     Malen m;
+    m.enPerKlass = enPerKlass;
+    const bool nioPar = plan.rakning == FriRakning::NioParVarannan;
     const int forstaReserv = plan.kolumner * kPlatserPerKolumn;
     const int efterReserver = forstaReserv + plan.reserver * kPlatserPerKolumn;
     const int sistaKolumn = SistaKolumnLucka(plan);
@@ -442,16 +449,22 @@ Malen MalenPa(const Plan& plan, const std::vector<Lucka>& luckor) {
         if (j >= plan.dropGrundFran && j <= plan.dropGrundTill) {
             if (topp)
                 m.grundToppar[m.antalGrundToppar++] = j;
-            if (tom && grund)
+            if (tom && grund) {
+                m.grundKlass[m.antalTommaGrunder] =
+                    enPerKlass && !(nioPar && j == plan.forstaGrund) ? 2 : -1;
                 m.tommaGrunder[m.antalTommaGrunder++] = j;
+            }
         }
         if (j <= sistaKolumn && (topp || (tom && bas))) {
             const Kort& k = luckor[j].GeKort();
             m.kolumner[m.antalKolumner++] = {
                 j, topp, tomOvan, k.KortValor(), k.KortFarg(), k.SvartFarg()};
         }
-        if (j <= sistaPlats && tom && tomOvan && (bas || cell))
+        if (j <= sistaPlats && tom && tomOvan && (bas || cell)) {
+            int klass = bas ? 0 : nioPar && j == kForstaFricell ? -1 : 1;
+            m.platsKlass[m.antalTommaPlatser] = enPerKlass ? klass : -1;
             m.tommaPlatser[m.antalTommaPlatser++] = j;
+        }
     }
     return m;
 }
@@ -485,14 +498,25 @@ void KortetsDrag(const Plan& plan, const std::vector<Lucka>& luckor, const Malen
         if (g.KortValor() + 1 == k.KortValor() && g.KortFarg() == k.KortFarg())
             LaggTillNy(ut, borjan, KortDrag(forsta, m.grundToppar[i] + 1));
     }
+    unsigned klasser = 0; // the classes of empty places listed for this card
+    auto ny = [&](int klass) {
+        if (klass < 0)
+            return true;
+        const unsigned bit = 1u << klass;
+        const bool forst = (klasser & bit) == 0;
+        klasser |= bit;
+        return forst;
+    };
     if (k.KortValor() == 1)
         for (int i = 0; i < m.antalTommaGrunder; ++i)
-            LaggTillNy(ut, borjan, KortDrag(forsta, m.tommaGrunder[i]));
+            if (ny(m.grundKlass[i]))
+                LaggTillNy(ut, borjan, KortDrag(forsta, m.tommaGrunder[i]));
     for (int i = 0; i < m.antalKolumner; ++i)
         if (m.kolumner[i].topp && PassarPaTopp(plan, m.kolumner[i], k))
             LaggTillNy(ut, borjan, KortDrag(forsta, m.kolumner[i].j + 1));
     for (int i = 0; i < m.antalTommaPlatser; ++i)
-        LaggTillNy(ut, borjan, KortDrag(forsta, m.tommaPlatser[i]));
+        if (ny(m.platsKlass[i]))
+            LaggTillNy(ut, borjan, KortDrag(forsta, m.tommaPlatser[i]));
 }
 
 // A run's places: every one a drop reaches, and the one a click sends it to.
@@ -501,13 +525,16 @@ void RadensDrag(const Plan& plan, const std::vector<Lucka>& luckor, const Malen&
     const int n = topp - forsta + 1;
     const std::size_t borjan = ut.size();
     const Kort& f = luckor[forsta].GeKort();
+    bool tomKolumn = false; // a move of the run into an empty column is listed
     if (GiltigRad(plan, luckor, forsta, topp, true))
         for (int i = 0; i < m.antalKolumner; ++i) {
             const Malen::Kolumn& k = m.kolumner[i];
-            if (k.topp && PassarPaTopp(plan, k, f))
+            if (k.topp && PassarPaTopp(plan, k, f)) {
                 ut.push_back(RadDragMot(forsta, n, {k.j, k.j + 1}));
-            else if (!k.topp && n - 1 <= fria - 1)
+            } else if (!k.topp && n - 1 <= fria - 1 && !(m.enPerKlass && tomKolumn)) {
                 ut.push_back(RadDragMot(forsta, n, {k.j, k.j}));
+                tomKolumn = true;
+            }
         }
     if (!GiltigRad(plan, luckor, forsta, topp, false))
         return;
@@ -519,7 +546,8 @@ void RadensDrag(const Plan& plan, const std::vector<Lucka>& luckor, const Malen&
             return;
         }
         if (!k.topp && k.tomOvan && n - 1 <= --kvar) {
-            LaggTillNy(ut, borjan, RadDragMot(forsta, n, {k.j, k.j}));
+            if (!(m.enPerKlass && tomKolumn))
+                LaggTillNy(ut, borjan, RadDragMot(forsta, n, {k.j, k.j}));
             return;
         }
     }
@@ -527,7 +555,7 @@ void RadensDrag(const Plan& plan, const std::vector<Lucka>& luckor, const Malen&
 
 } // namespace
 
-void ListaDrag(const Stallning& bord, std::vector<Drag>& ut) {
+void ListaDrag(const Stallning& bord, std::vector<Drag>& ut, bool enPerKlass) {
     const Plan& plan = *bord.plan;
     const std::vector<Lucka>& luckor = bord.luckor;
     ut.clear();
@@ -536,7 +564,7 @@ void ListaDrag(const Stallning& bord, std::vector<Drag>& ut) {
         ut = LagligaDrag(bord);
         return;
     }
-    const Malen m = MalenPa(plan, luckor);
+    const Malen m = MalenPa(plan, luckor, enPerKlass);
     const int fria = FriaPlatser(plan, luckor);
     const int sista = plan.sistaTraff < 0 ? plan.forstaLek - 1 : plan.sistaTraff;
     const int sistaKolumn = SistaKolumnLucka(plan);
@@ -774,7 +802,9 @@ int Rang(const Plan& plan, const std::vector<Lucka>& luckor, const Drag& d) {
 class Kunskap final : public SokKunskap {
 public:
     bool ListaDrag(const SpelBord& b, std::vector<Drag>& dragen) const override {
-        KolumnRegler::ListaDrag(static_cast<const Stallning&>(b), dragen);
+        // Of the moves of one card or run into interchangeable empty places only the first:
+        // the others reach the same key (Klass, Nyckel).
+        KolumnRegler::ListaDrag(static_cast<const Stallning&>(b), dragen, true);
         return true;
     }
 
