@@ -418,50 +418,63 @@ Malen MalenPa(const Plan& plan, const std::vector<Lucka>& luckor, bool enPerKlas
     Malen m;
     m.enPerKlass = enPerKlass;
     const bool nioPar = plan.rakning == FriRakning::NioParVarannan;
-    const int forstaReserv = plan.kolumner * kPlatserPerKolumn;
-    const int efterReserver = forstaReserv + plan.reserver * kPlatserPerKolumn;
-    const int sistaKolumn = SistaKolumnLucka(plan);
+    const int storlek = static_cast<int>(luckor.size());
     const int sistaPlats = SistaPlats(plan);
     const int sistaGrund = SistaGrund(plan);
+    auto kolumn = [&](int j, bool topp, bool tomOvan) {
+        const Kort& k = luckor[j].GeKort();
+        m.kolumner[m.antalKolumner++] = {
+            j, topp, tomOvan, k.KortValor(), k.KortFarg(), k.SvartFarg()};
+    };
+    // A column's cards lie from its base up without a gap: its top, or its empty base.
+    for (int c = 0; c < plan.kolumner; ++c) {
+        const int bas = c * kPlatserPerKolumn;
+        const bool tomOvan = TomLucka(luckor, bas + 1);
+        if (luckor[bas].Tom()) {
+            kolumn(bas, false, tomOvan);
+            if (bas <= sistaPlats && tomOvan) {
+                m.platsKlass[m.antalTommaPlatser] = enPerKlass ? 0 : -1;
+                m.tommaPlatser[m.antalTommaPlatser++] = bas;
+            }
+            continue;
+        }
+        int topp = bas;
+        while (topp < bas + kPlatserPerKolumn - 1 && !luckor[topp + 1].Tom())
+            ++topp;
+        if (TomLucka(luckor, topp + 1))
+            kolumn(topp, true, true);
+    }
+    // After the reserve piles, which never take a card: the free cells and foundations (and
+    // whatever else a plan puts there), where a filled run's top and an empty cell or
+    // foundation base may take one.
     int nastaGrund = plan.forstaGrund;
-    for (int j = 0; j < plan.forstaLek; ++j) {
-        if (j == forstaReserv)
-            j = efterReserver;
-        if (j >= plan.forstaLek)
-            break;
-        const bool tom = luckor[j].Tom();
-        // A column's cards lie from its base up without a gap: above its top nothing takes
-        // a card.
-        if (tom && j <= sistaKolumn && j % kPlatserPerKolumn != 0) {
-            j += kPlatserPerKolumn - 1 - j % kPlatserPerKolumn;
+    const int efterReserver = (plan.kolumner + plan.reserver) * kPlatserPerKolumn;
+    for (int j = efterReserver; j < plan.forstaLek; ++j) {
+        while (nastaGrund < j)
+            nastaGrund += plan.grundSteg;
+        const bool iGrund = j >= plan.forstaGrund && j <= sistaGrund;
+        const bool grund = iGrund && j == nastaGrund;
+        if (!luckor[j].Tom()) {
+            int topp = j;
+            while (topp + 1 < storlek && !luckor[topp + 1].Tom())
+                ++topp;
+            if (topp + 1 < storlek && topp >= plan.dropGrundFran && topp <= plan.dropGrundTill)
+                m.grundToppar[m.antalGrundToppar++] = topp;
+            j = topp;
+            continue;
+        }
+        if (iGrund && !grund) { // nothing above a foundation's top takes a card
+            j = std::min(nastaGrund, sistaGrund + 1) - 1;
             continue;
         }
         const bool tomOvan = TomLucka(luckor, j + 1);
-        const bool topp = !tom && tomOvan;
-        const bool bas = j <= sistaKolumn && j % kPlatserPerKolumn == 0;
-        const bool cell = Fricell(plan, j);
-        // GrundBas without a division for every slot.
-        while (nastaGrund < j)
-            nastaGrund += plan.grundSteg;
-        const bool grund = j == nastaGrund && j <= sistaGrund;
-        if (!(topp || bas || cell || grund))
-            continue;
-        if (j >= plan.dropGrundFran && j <= plan.dropGrundTill) {
-            if (topp)
-                m.grundToppar[m.antalGrundToppar++] = j;
-            if (tom && grund) {
-                m.grundKlass[m.antalTommaGrunder] =
-                    enPerKlass && !(nioPar && j == plan.forstaGrund) ? 2 : -1;
-                m.tommaGrunder[m.antalTommaGrunder++] = j;
-            }
+        if (grund && j >= plan.dropGrundFran && j <= plan.dropGrundTill) {
+            m.grundKlass[m.antalTommaGrunder] =
+                enPerKlass && !(nioPar && j == plan.forstaGrund) ? 2 : -1;
+            m.tommaGrunder[m.antalTommaGrunder++] = j;
         }
-        if (j <= sistaKolumn && (topp || (tom && bas))) {
-            const Kort& k = luckor[j].GeKort();
-            m.kolumner[m.antalKolumner++] = {
-                j, topp, tomOvan, k.KortValor(), k.KortFarg(), k.SvartFarg()};
-        }
-        if (j <= sistaPlats && tom && tomOvan && (bas || cell)) {
-            int klass = bas ? 0 : nioPar && j == kForstaFricell ? -1 : 1;
+        if (j <= sistaPlats && tomOvan && Fricell(plan, j)) {
+            int klass = nioPar && j == kForstaFricell ? -1 : 1;
             m.platsKlass[m.antalTommaPlatser] = enPerKlass ? klass : -1;
             m.tommaPlatser[m.antalTommaPlatser++] = j;
         }
