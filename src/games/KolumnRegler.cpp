@@ -580,38 +580,46 @@ void ListaDrag(const Stallning& bord, std::vector<Drag>& ut, bool enPerKlass) {
     const Malen m = MalenPa(plan, luckor, enPerKlass);
     const int fria = FriaPlatser(plan, luckor);
     const int sista = plan.sistaTraff < 0 ? plan.forstaLek - 1 : plan.sistaTraff;
-    const int sistaKolumn = SistaKolumnLucka(plan);
     const int antalLuckor = static_cast<int>(luckor.size());
-    int topp = -1;
-    for (int forsta = 0; forsta <= sista; ++forsta) {
-        if (luckor[forsta].Tom()) {
-            // A column's cards lie from its base up without a gap.
-            if (forsta <= sistaKolumn)
-                forsta += kPlatserPerKolumn - 1 - forsta % kPlatserPerKolumn;
-            continue;
+    // The moves of the pile whose first card lies at `forsta`; its top, where it ends.
+    auto hogen = [&](int forsta) {
+        int topp = forsta;
+        while (topp + 1 < antalLuckor && !luckor[topp + 1].Tom())
+            ++topp;
+        // No run longer than the free places allow moves, and where runs are told by colour
+        // alone a run holds whenever every two cards in it do, so none starts below the
+        // first pair that breaks: the cards below are passed over.
+        int radStart = std::max(forsta, topp - fria);
+        if (!plan.svitFlagga) {
+            int r = topp;
+            while (r > radStart && FallerIFarg(luckor[r - 1].GeKort(), luckor[r].GeKort()))
+                --r;
+            radStart = r;
         }
-        if (forsta > topp) {
-            topp = forsta;
-            while (topp + 1 < antalLuckor && !luckor[topp + 1].Tom())
-                ++topp;
-            // No run longer than the free places allow moves, and where runs are told by
-            // colour alone a run holds whenever every two cards in it do, so none starts
-            // below the first pair that breaks: the cards below are passed over.
-            int radStart = std::max(forsta, topp - fria);
-            if (!plan.svitFlagga) {
-                int r = topp;
-                while (r > radStart && FallerIFarg(luckor[r - 1].GeKort(), luckor[r].GeKort()))
-                    --r;
-                radStart = r;
-            }
-            forsta = radStart;
-            if (forsta > sista)
-                break;
+        for (int i = radStart; i <= std::min(topp, sista); ++i) {
+            if (i == topp)
+                KortetsDrag(plan, luckor, m, i, ut);
+            else if (!FricellsReserv(plan, i))
+                RadensDrag(plan, luckor, m, fria, i, topp, ut);
         }
-        if (forsta == topp)
-            KortetsDrag(plan, luckor, m, forsta, ut);
-        else if (!FricellsReserv(plan, forsta))
-            RadensDrag(plan, luckor, m, fria, forsta, topp, ut);
+        return topp;
+    };
+    const int efterReserver = (plan.kolumner + plan.reserver) * kPlatserPerKolumn;
+    const int sistaGrund = SistaGrund(plan);
+    for (int j = 0; j <= sista;) {
+        if (!luckor[j].Tom()) {
+            j = hogen(j) + 1;
+        } else if (j < efterReserver) {
+            // A column's or reserve pile's cards lie from its base up without a gap.
+            j += kPlatserPerKolumn - j % kPlatserPerKolumn;
+        } else if (j > plan.forstaGrund && j <= sistaGrund) {
+            // Nothing lies above a foundation's top: on to the next foundation's base.
+            j = std::min(sistaGrund + 1,
+                         plan.forstaGrund +
+                             ((j - plan.forstaGrund) / plan.grundSteg + 1) * plan.grundSteg);
+        } else {
+            ++j;
+        }
     }
 }
 
@@ -954,7 +962,10 @@ public:
             int topp = Toppen(l, plan.forstaGrund);
             nyckel.push_back(topp < 0 ? '\0' : KortKod(l[topp]));
         }
-        KortOchPlatser(l, plan.forstaLek, plan.antalLuckor - 1, nyckel);
+        // The deck holds every card before the deal and none after it (no move takes a card
+        // there): with its first place empty it adds nothing to the key.
+        if (!l[plan.forstaLek].Tom())
+            KortOchPlatser(l, plan.forstaLek, plan.antalLuckor - 1, nyckel);
     }
 
     // Foundations first, then cards off the free cells, then onto cards, then into empty
