@@ -346,9 +346,11 @@ SokSvar Los(const SpelRegler& regler, const SpelBord& bord, const SokGranser& gr
     SokGranser halva = granser;
     halva.lagen = std::max<std::uint64_t>(1, granser.lagen / 2);
     halva.tid = granser.tid / 2;
-    if (granser.lagen == 0)
-        halva.lagen = 200000;
     const int ordningar = regler.Kunskap().Ordningar(bord);
+    // Without a limit on tables the quick pass still ends, for the full search to decide:
+    // after as many tables for each of its orders as one order alone would have.
+    if (granser.lagen == 0)
+        halva.lagen = 200000u * static_cast<std::uint64_t>(std::max(1, ordningar));
     SokSvar forsta = ordningar > 1 ? SnabbaOrdningar(regler, bord, halva, ordningar, stopp, krok)
                                    : *Sokning(regler, bord, halva, stopp, krok, true).Kor();
     if (forsta.utfall == Utfall::Vinnbar || forsta.avbruten)
