@@ -289,11 +289,21 @@ SokSvar SnabbaOrdningar(const SpelRegler& regler, const SpelBord& bord, const So
     SokGranser var = granser;
     var.lagen = 0;
     var.minne = granser.minne / static_cast<std::size_t>(ordningar);
+    // Each order begins at its first turn: a deal the first order wins in its first turn
+    // costs no more than one order alone. A later one counts the time the pass has had.
     std::vector<std::unique_ptr<Sokning>> sokningar;
-    for (int i = 0; i < ordningar; ++i)
-        sokningar.push_back(std::make_unique<Sokning>(regler, bord, var, stopp, krok, true,
-                                                      static_cast<unsigned>(i)));
-    std::vector<bool> klar(sokningar.size(), false);
+    std::vector<bool> klar;
+    auto borja = [&] {
+        SokGranser egna = var;
+        if (!sokningar.empty() && var.tid.count() != 0)
+            egna.tid = std::max(std::chrono::milliseconds(1),
+                                var.tid - std::chrono::duration_cast<std::chrono::milliseconds>(
+                                              sokningar.front()->Forbrukat()));
+        sokningar.push_back(std::make_unique<Sokning>(regler, bord, egna, stopp, krok, true,
+                                                      static_cast<unsigned>(sokningar.size())));
+        klar.push_back(false);
+    };
+    borja();
     SokSvar svar; // what the orders that ran through held
     auto alla = [&] {
         std::uint64_t n = svar.lagen;
@@ -304,7 +314,9 @@ SokSvar SnabbaOrdningar(const SpelRegler& regler, const SpelBord& bord, const So
     };
     for (std::uint64_t tur = kForstaTur;; tur += tur / 2) {
         bool nagon = false;
-        for (std::size_t i = 0; i < sokningar.size(); ++i) {
+        for (std::size_t i = 0; i < static_cast<std::size_t>(ordningar); ++i) {
+            if (i == sokningar.size())
+                borja();
             if (klar[i])
                 continue;
             std::uint64_t turen = i == 0 && sokningar[0]->Lagen() == 0 ? kForsprang : tur;
