@@ -735,32 +735,31 @@ namespace {
 // and a '|', in an order that does not depend on where each pile stands.
 void SorteradeHogar(const std::vector<Lucka>& luckor, int forsta, int antal, std::string& nyckel) {
     constexpr int kMest = 16;
-    std::array<std::array<char, kPlatserPerKolumn>, kMest> kort;
-    std::array<int, kMest> langd{};
-    std::array<int, kMest> ordning{};
-    for (int h = 0; h < antal; ++h) {
-        const int bas = forsta + h * kPlatserPerKolumn;
-        int n = 0;
-        while (n < kPlatserPerKolumn && !luckor[bas + n].Tom()) {
-            const Kort& k = luckor[bas + n].GeKort();
-            kort[h][n] = static_cast<char>(1 + 13 * k.KortFarg() + k.KortValor() - 1);
-            ++n;
-        }
-        langd[h] = n;
-        ordning[h] = h;
-    }
+    auto kod = [&](int i) {
+        const Kort& k = luckor[i].GeKort();
+        return static_cast<char>(1 + 13 * k.KortFarg() + k.KortValor() - 1);
+    };
     // No card lies in two piles, so the piles' first cards alone order them as their whole
     // bytes would: the empty piles first, then by the first card.
     std::array<int, kMest> forst{};
-    for (int h = 0; h < antal; ++h)
-        forst[h] = langd[h] == 0 ? 0 : static_cast<unsigned char>(kort[h][0]);
+    std::array<int, kMest> ordning{};
+    for (int h = 0; h < antal; ++h) {
+        const int bas = forsta + h * kPlatserPerKolumn;
+        forst[h] = luckor[bas].Tom() ? 0 : static_cast<unsigned char>(kod(bas));
+        ordning[h] = h;
+    }
     for (int i = 1; i < antal; ++i)
         for (int j = i; j > 0 && forst[ordning[j - 1]] > forst[ordning[j]]; --j)
             std::swap(ordning[j - 1], ordning[j]);
+    std::array<char, kMest*(kPlatserPerKolumn + 1)> bytes;
+    std::size_t n = 0;
     for (int i = 0; i < antal; ++i) {
-        nyckel.append(kort[ordning[i]].data(), static_cast<std::size_t>(langd[ordning[i]]));
-        nyckel.push_back('|');
+        const int bas = forsta + ordning[i] * kPlatserPerKolumn;
+        for (int p = 0; p < kPlatserPerKolumn && !luckor[bas + p].Tom(); ++p)
+            bytes[n++] = kod(bas + p);
+        bytes[n++] = '|';
     }
+    nyckel.append(bytes.data(), n);
 }
 
 // Eight off counts free places over nine pairs that take in its first free cell twice and
