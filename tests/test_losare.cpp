@@ -136,6 +136,43 @@ private slots:
         qInfo("%d moves left out as reaching a listed move's table", utelamnade);
     }
 
+    // A game's measure after each move, told without making them, is the measure of the
+    // table the move makes, for every move along random games.
+    void avstandEfterArDragets_data() { SpelDatarad(); }
+    void avstandEfterArDragets() {
+        QFETCH(int, spel);
+        const SpelRegler& regler = R(spel);
+        const SokKunskap& k = regler.Kunskap();
+        std::vector<int> efter;
+        if (!k.AvstandEfter(*GivFor(spel, 1), {}, efter))
+            QSKIP("the game's moves are made to be measured");
+        std::mt19937 slump(17);
+        int matta = 0;
+        for (unsigned fro = 1; fro <= 30; ++fro) {
+            auto bord = GivFor(spel, fro);
+            DragPaBord gang(regler, *bord);
+            for (int steg = 0; steg < 150; ++steg) {
+                std::vector<Drag> dragen = regler.LagligaDrag(*bord);
+                if (dragen.empty())
+                    break;
+                if (!k.AvstandEfter(*bord, dragen, efter))
+                    continue;
+                QCOMPARE(efter.size(), dragen.size());
+                for (std::size_t i = 0; i < dragen.size(); ++i) {
+                    gang.Gor(dragen[i]);
+                    QVERIFY2(k.Avstand(*bord) == efter[i],
+                             (std::to_string(fro) + " " + std::to_string(steg) + " " +
+                              Beskriv(dragen[i]))
+                                 .c_str());
+                    gang.TaTillbaka();
+                    ++matta;
+                }
+                gang.Gor(dragen[slump() % dragen.size()]);
+            }
+        }
+        QVERIFY(matta > 5000);
+    }
+
     // The column games' listing without leaving any move out is the rules' own.
     void kolumnListningenArReglernas() {
         auto ordning = [](const Drag& a, const Drag& b) {

@@ -39,6 +39,11 @@ public:
     // to the nearest tables, the game's order (Ordna) among equals. -1 (the default): the
     // game has no such measure.
     virtual int Avstand(const SpelBord& bord) const;
+    // Avstand of the table after each of `dragen`, into `avstand` (emptied first), without
+    // making them; false (the default) where the game cannot tell, and a search makes each
+    // move, measures and takes it back.
+    virtual bool AvstandEfter(const SpelBord& bord, const std::vector<Drag>& dragen,
+                              std::vector<int>& avstand) const;
     // Whether the game offers such moves at all (a search then starts with a quick pass).
     virtual bool HarTroligaDrag() const { return false; }
     // How many orders of its moves that quick pass tries side by side, taking turns (the

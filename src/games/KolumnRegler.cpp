@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <string>
 
 namespace KolumnRegler {
@@ -819,6 +820,111 @@ int Rang(const Plan& plan, const std::vector<Lucka>& luckor, const Drag& d) {
     return rang * 16 + Lagsta(plan, luckor, d);
 }
 
+// The parts of the column games' measure of a table (Kunskap::Avstand), with what the
+// first k cards of each pile count, so that a move's measure follows from the cards it
+// moves.
+struct Matt {
+    int over = 0;   // cards lying above a lower card in their pile
+    int tomma = 0;  // empty piles
+    int celler = 0; // free cells taken
+    int hemma = 0;  // cards on the foundations
+    std::array<int, 16> langd{};
+    // Of each pile's first k cards: how many lie above a lower one, and the lowest (14: none).
+    std::array<std::array<std::int8_t, kPlatserPerKolumn + 1>, 16> overUnder{};
+    std::array<std::array<std::int8_t, kPlatserPerKolumn + 1>, 16> lagstUnder{};
+    int Varde() const { return 3 * (52 - hemma) + 2 * over + celler - 3 * tomma; }
+};
+
+Matt MattPa(const Plan& plan, const std::vector<Lucka>& l) {
+    Matt m;
+    for (int c = 0; c < plan.kolumner + plan.reserver; ++c) {
+        int lagst = 14;
+        int over = 0;
+        const int bas = c * kPlatserPerKolumn;
+        if (l[bas].Tom())
+            ++m.tomma;
+        int p = 0;
+        m.overUnder[c][0] = 0;
+        m.lagstUnder[c][0] = 14;
+        for (; p < kPlatserPerKolumn && !l[bas + p].Tom(); ++p) {
+            int v = l[bas + p].GeKort().KortValor();
+            if (v > lagst)
+                ++over;
+            else
+                lagst = v;
+            m.overUnder[c][p + 1] = static_cast<std::int8_t>(over);
+            m.lagstUnder[c][p + 1] = static_cast<std::int8_t>(lagst);
+        }
+        m.langd[c] = p;
+        m.over += over;
+    }
+    for (int i = 0; i < plan.friceller; ++i)
+        if (!l[kForstaFricell + 2 * i].Tom())
+            ++m.celler;
+    for (int f = 0; f < 4; ++f) {
+        const int bas = plan.forstaGrund + f * plan.grundSteg;
+        if (!l[bas].Tom())
+            m.hemma += std::min(kNivaer, Toppen(l, bas) - bas + 1); // the next may follow
+    }
+    return m;
+}
+
+// The measure after a card or run moves off the top of a pile, a free cell or a
+// foundation onto a pile's top, into a free cell or home; false for any other move.
+bool MattEfter(const Plan& plan, const std::vector<Lucka>& l, const Matt& m, const Drag& d,
+               int& varde) {
+    if (d.slag != DragSlag::Kort && d.slag != DragSlag::Rad)
+        return false;
+    const int n = d.slag == DragSlag::Rad ? d.antal : 1;
+    const int hogar = (plan.kolumner + plan.reserver) * kPlatserPerKolumn;
+    const bool franGrund = d.fran >= plan.forstaGrund && d.fran <= SistaGrund(plan);
+    const bool tillGrund = d.till >= plan.forstaGrund && d.till <= SistaGrund(plan);
+    Matt e; // only the totals
+    e.over = m.over;
+    e.tomma = m.tomma;
+    e.celler = m.celler;
+    e.hemma = m.hemma;
+    if (d.fran < hogar) {
+        const int h = d.fran / kPlatserPerKolumn;
+        const int k = d.fran % kPlatserPerKolumn;
+        if (k + n != m.langd[h])
+            return false;
+        e.over += m.overUnder[h][k] - m.overUnder[h][m.langd[h]];
+        if (k == 0)
+            ++e.tomma;
+    } else if (Fricell(plan, d.fran)) {
+        --e.celler;
+    } else if (franGrund && n == 1) {
+        --e.hemma;
+    } else {
+        return false;
+    }
+    if (d.till < hogar) {
+        const int h = d.till / kPlatserPerKolumn;
+        const int k = d.till % kPlatserPerKolumn;
+        if (k != m.langd[h] || k + n > kPlatserPerKolumn)
+            return false;
+        if (k == 0)
+            --e.tomma;
+        int lagst = m.lagstUnder[h][k];
+        for (int i = 0; i < n; ++i) {
+            const int v = l[d.fran + i].GeKort().KortValor();
+            if (v > lagst)
+                ++e.over;
+            else
+                lagst = v;
+        }
+    } else if (Fricell(plan, d.till) && n == 1) {
+        ++e.celler;
+    } else if (tillGrund && n == 1) {
+        ++e.hemma;
+    } else {
+        return false;
+    }
+    varde = e.Varde();
+    return true;
+}
+
 class Kunskap final : public SokKunskap {
 public:
     bool ListaDrag(const SpelBord& b, std::vector<Drag>& dragen) const override {
@@ -869,34 +975,23 @@ public:
     // pile (each must move before that one can go home), then the free cells taken; an
     // empty column brings the table nearer.
     int Avstand(const SpelBord& b) const override {
+        return MattPa(*static_cast<const Stallning&>(b).plan, b.luckor).Varde();
+    }
+
+    // The same measure after each move, from the table's parts and the cards the move
+    // takes from one place to another, without making it.
+    bool AvstandEfter(const SpelBord& b, const std::vector<Drag>& dragen,
+                      std::vector<int>& avstand) const override {
         const Plan& plan = *static_cast<const Stallning&>(b).plan;
-        const std::vector<Lucka>& l = b.luckor;
-        int over = 0;
-        int tomma = 0;
-        for (int c = 0; c < plan.kolumner + plan.reserver; ++c) {
-            int lagst = 14;
-            const int bas = c * kPlatserPerKolumn;
-            if (l[bas].Tom())
-                ++tomma;
-            for (int p = 0; p < kPlatserPerKolumn && !l[bas + p].Tom(); ++p) {
-                int v = l[bas + p].GeKort().KortValor();
-                if (v > lagst)
-                    ++over;
-                else
-                    lagst = v;
-            }
+        const Matt m = MattPa(plan, b.luckor);
+        avstand.clear();
+        for (const Drag& d : dragen) {
+            int varde = 0;
+            if (!MattEfter(plan, b.luckor, m, d, varde))
+                return false;
+            avstand.push_back(varde);
         }
-        int celler = 0;
-        for (int i = 0; i < plan.friceller; ++i)
-            if (!l[kForstaFricell + 2 * i].Tom())
-                ++celler;
-        int hemma = 0;
-        for (int f = 0; f < 4; ++f) {
-            const int bas = plan.forstaGrund + f * plan.grundSteg;
-            if (!l[bas].Tom())
-                hemma += std::min(kNivaer, Toppen(l, bas) - bas + 1); // the next may follow
-        }
-        return 3 * (52 - hemma) + 2 * over + celler - 3 * tomma;
+        return true;
     }
 
     // Nothing off the foundations, no card from one free cell to another, none from a card it

@@ -137,10 +137,16 @@ private:
     // further off go first now and then.
     void NarmastForst(std::vector<Drag>& dragen) {
         avstand.clear();
+        if (!kunskap.AvstandEfter(*bord, dragen, efter)) {
+            efter.clear();
+            for (const Drag& d : dragen) {
+                drag.Gor(d);
+                efter.push_back(kunskap.Avstand(*bord));
+                drag.TaTillbaka();
+            }
+        }
         for (std::size_t i = 0; i < dragen.size(); ++i) {
-            drag.Gor(dragen[i]);
-            int a = kunskap.Avstand(*bord);
-            drag.TaTillbaka();
+            int a = efter[i];
             if (blandad)
                 a = a * 4 + static_cast<int>(Slump() % kSpridning);
             avstand.emplace_back(a, static_cast<int>(i));
@@ -199,6 +205,7 @@ private:
     std::vector<Niva> nivaer;
     Nyckeltabell sedda;
     std::vector<std::pair<int, int>> avstand;
+    std::vector<int> efter; // the measure after each move
     std::vector<Drag> ordnade;
 
     std::string nyckel;
