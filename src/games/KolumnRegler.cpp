@@ -1077,11 +1077,12 @@ public:
                               return o.second.fran == d.fran && o.second.antal == d.antal &&
                                      Klass(plan, l, o.second.till) == klass;
                           });
+            // The place in the list breaks ties, as a stable sort would, without its buffer.
             if (!dubbel)
-                ordnade.emplace_back(Rang(plan, l, d), d);
+                ordnade.emplace_back(Rang(plan, l, d) * 4096 + static_cast<int>(ordnade.size()), d);
         }
-        std::stable_sort(ordnade.begin(), ordnade.end(),
-                         [](const auto& a, const auto& c) { return a.first < c.first; });
+        std::sort(ordnade.begin(), ordnade.end(),
+                  [](const auto& a, const auto& c) { return a.first < c.first; });
         dragen.clear();
         for (const auto& o : ordnade)
             dragen.push_back(o.second);
