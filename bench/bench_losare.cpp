@@ -6,7 +6,8 @@
 // and the agreement on which deals can be won. Times are the searching thread's CPU time.
 // Then Google Benchmark's figures of a fixed search per game.
 //
-//   build/bench/bench_losare --seeds=1000 [--limit-ms=1000] [--game=N]
+//   build/bench/bench_losare --seeds=1000 [--limit-ms=1000] [--game=N] [--without-fcs]
+//                            [--slow-ms=T (lists the deals that took longer)]
 #include "app/LosKommando.h"
 #include "games/Spelfabrik.h"
 #include "solver/Losare.h"
@@ -227,6 +228,8 @@ int main(int argc, char** argv) {
     unsigned antalGivar = 100;
     int gransMs = 1000;
     int endast = -1;
+    bool medFcs = true;
+    double langsamMs = -1;
     std::vector<char*> resten{argv[0]};
     for (int i = 1; i < argc; ++i) {
         if (std::strncmp(argv[i], "--seeds=", 8) == 0)
@@ -235,6 +238,10 @@ int main(int argc, char** argv) {
             gransMs = std::atoi(argv[i] + 11);
         else if (std::strncmp(argv[i], "--game=", 7) == 0)
             endast = std::atoi(argv[i] + 7);
+        else if (std::strcmp(argv[i], "--without-fcs") == 0)
+            medFcs = false;
+        else if (std::strncmp(argv[i], "--slow-ms=", 10) == 0)
+            langsamMs = std::atof(argv[i] + 10);
         else
             resten.push_back(argv[i]);
     }
@@ -248,8 +255,13 @@ int main(int argc, char** argv) {
             continue;
         Resultat r = KorSpel(spel, antalGivar, gransMs);
         SkrivRad(SpelNamn(spel), r);
+        if (langsamMs >= 0)
+            for (std::size_t i = 0; i < r.ms.size(); ++i)
+                if (r.ms[i] > langsamMs)
+                    std::printf("  seed %zu: %.1f ms, %s\n", i + 1, r.ms[i],
+                                UtfallNamn(r.utfall[i]));
 #ifdef FJOLK_FCS
-        if (spel == 8)
+        if (spel == 8 && medFcs)
             JamforFcs(antalGivar, r);
 #endif
     }

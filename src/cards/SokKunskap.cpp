@@ -48,6 +48,10 @@ int SokKunskap::Avstand(const SpelBord&) const {
     return -1;
 }
 
+bool SokKunskap::AvstandEfter(const SpelBord&, const std::vector<Drag>&, std::vector<int>&) const {
+    return false;
+}
+
 void SokKunskap::GallraHastigt(const SpelBord&, std::vector<Drag>&) const {}
 
 bool SokKunskap::TasTillbaka(const SpelBord&, const Drag& drag) const {
@@ -65,4 +69,8 @@ std::string SokKunskap::KnappNamn() const {
 const SokKunskap& StandardKunskap() {
     static const SokKunskap kunskap;
     return kunskap;
+}
+
+int SokKunskap::Ordningar(const SpelBord&) const {
+    return 1;
 }

@@ -18,7 +18,8 @@ public:
     virtual void Nyckel(const SpelBord& bord, std::string& nyckel) const;
     // Lists into `dragen` (emptied first) the same moves as the rules' LagligaDrag, in any
     // order, without a new list; false (the default) where the game has no such listing and
-    // the rules' own is used.
+    // the rules' own is used. A move may be left out only when one listed leads to a table
+    // with the same key.
     virtual bool ListaDrag(const SpelBord& bord, std::vector<Drag>& dragen) const;
     // Puts the moves in the order to try them, most promising first. A move may be dropped
     // only when another one kept leads to a table with the same key.
@@ -38,8 +39,17 @@ public:
     // to the nearest tables, the game's order (Ordna) among equals. -1 (the default): the
     // game has no such measure.
     virtual int Avstand(const SpelBord& bord) const;
+    // Avstand of the table after each of `dragen`, into `avstand` (emptied first), without
+    // making them; false (the default) where the game cannot tell, and a search makes each
+    // move, measures and takes it back.
+    virtual bool AvstandEfter(const SpelBord& bord, const std::vector<Drag>& dragen,
+                              std::vector<int>& avstand) const;
     // Whether the game offers such moves at all (a search then starts with a quick pass).
     virtual bool HarTroligaDrag() const { return false; }
+    // How many orders of its moves that quick pass tries side by side, taking turns (the
+    // default: one). Each order but the first draws lots among moves the measure (Avstand)
+    // finds about as near; with fixed seeds, so a deal gets the same answer every time.
+    virtual int Ordningar(const SpelBord& bord) const;
     // Whether the rules' Angra takes `drag` back to exactly this table (the undo count
     // aside); when not, a search keeps a copy to go back to. The default trusts card and run
     // moves and copies for the game's button.

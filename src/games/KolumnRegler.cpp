@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
+#include <cstdint>
 #include <string>
 
 namespace KolumnRegler {
@@ -396,48 +396,105 @@ struct Malen {
         int j;
         bool topp;    // a column's top card, else an empty column base
         bool tomOvan; // the slot above an empty base is empty too
+        int valor;    // the top card's value, suit and colour
+        int farg;
+        bool svart;
     };
     std::array<int, 64> grundToppar;
     std::array<int, 8> tommaGrunder;
     std::array<Kolumn, 64> kolumner;
     std::array<int, 32> tommaPlatser;
+    // The class of each empty place and base (Klass below), -1 for one of its own or when
+    // every place is listed.
+    std::array<int, 8> grundKlass;
+    std::array<int, 32> platsKlass;
+    bool enPerKlass = false; // list one move of a card or run into each class of empty place
     int antalGrundToppar = 0;
     int antalTommaGrunder = 0;
     int antalKolumner = 0;
     int antalTommaPlatser = 0;
 };
 
-Malen MalenPa(const Plan& plan, const std::vector<Lucka>& luckor) {
+Malen MalenPa(const Plan& plan, const std::vector<Lucka>& luckor, bool enPerKlass) {
     Malen m;
-    const int forstaReserv = plan.kolumner * kPlatserPerKolumn;
-    const int efterReserver = forstaReserv + plan.reserver * kPlatserPerKolumn;
-    const int sistaKolumn = SistaKolumnLucka(plan);
+    m.enPerKlass = enPerKlass;
+    const bool nioPar = plan.rakning == FriRakning::NioParVarannan;
+    const int storlek = static_cast<int>(luckor.size());
     const int sistaPlats = SistaPlats(plan);
-    for (int j = 0; j < plan.forstaLek; ++j) {
-        if (j == forstaReserv)
-            j = efterReserver;
-        if (j >= plan.forstaLek)
-            break;
-        const bool tom = luckor[j].Tom();
-        const bool tomOvan = TomLucka(luckor, j + 1);
-        const bool topp = !tom && tomOvan;
-        const bool bas = KolumnBas(plan, j);
-        const bool cell = Fricell(plan, j);
-        const bool grund = GrundBas(plan, j);
-        if (!(topp || bas || cell || grund))
+    const int sistaGrund = SistaGrund(plan);
+    auto kolumn = [&](int j, bool topp, bool tomOvan) {
+        const Kort& k = luckor[j].GeKort();
+        m.kolumner[m.antalKolumner++] = {
+            j, topp, tomOvan, k.KortValor(), k.KortFarg(), k.SvartFarg()};
+    };
+    // A column's cards lie from its base up without a gap: its top, or its empty base.
+    for (int c = 0; c < plan.kolumner; ++c) {
+        const int bas = c * kPlatserPerKolumn;
+        const bool tomOvan = TomLucka(luckor, bas + 1);
+        if (luckor[bas].Tom()) {
+            kolumn(bas, false, tomOvan);
+            if (bas <= sistaPlats && tomOvan) {
+                m.platsKlass[m.antalTommaPlatser] = enPerKlass ? 0 : -1;
+                m.tommaPlatser[m.antalTommaPlatser++] = bas;
+            }
             continue;
-        if (j >= plan.dropGrundFran && j <= plan.dropGrundTill) {
-            if (topp)
-                m.grundToppar[m.antalGrundToppar++] = j;
-            if (tom && grund)
-                m.tommaGrunder[m.antalTommaGrunder++] = j;
         }
-        if (j <= sistaKolumn && (topp || (tom && bas)))
-            m.kolumner[m.antalKolumner++] = {j, topp, tomOvan};
-        if (j <= sistaPlats && tom && tomOvan && (bas || cell))
+        int topp = bas;
+        while (topp < bas + kPlatserPerKolumn - 1 && !luckor[topp + 1].Tom())
+            ++topp;
+        if (TomLucka(luckor, topp + 1))
+            kolumn(topp, true, true);
+    }
+    // After the reserve piles, which never take a card: the free cells and foundations (and
+    // whatever else a plan puts there), where a filled run's top and an empty cell or
+    // foundation base may take one.
+    int nastaGrund = plan.forstaGrund;
+    const int efterReserver = (plan.kolumner + plan.reserver) * kPlatserPerKolumn;
+    for (int j = efterReserver; j < plan.forstaLek; ++j) {
+        while (nastaGrund < j)
+            nastaGrund += plan.grundSteg;
+        const bool iGrund = j >= plan.forstaGrund && j <= sistaGrund;
+        const bool grund = iGrund && j == nastaGrund;
+        if (!luckor[j].Tom()) {
+            int topp = j;
+            while (topp + 1 < storlek && !luckor[topp + 1].Tom())
+                ++topp;
+            if (topp + 1 < storlek && topp >= plan.dropGrundFran && topp <= plan.dropGrundTill)
+                m.grundToppar[m.antalGrundToppar++] = topp;
+            j = topp;
+            continue;
+        }
+        if (iGrund && !grund) { // nothing above a foundation's top takes a card
+            j = std::min(nastaGrund, sistaGrund + 1) - 1;
+            continue;
+        }
+        const bool tomOvan = TomLucka(luckor, j + 1);
+        if (grund && j >= plan.dropGrundFran && j <= plan.dropGrundTill) {
+            m.grundKlass[m.antalTommaGrunder] =
+                enPerKlass && !(nioPar && j == plan.forstaGrund) ? 2 : -1;
+            m.tommaGrunder[m.antalTommaGrunder++] = j;
+        }
+        if (j <= sistaPlats && tomOvan && Fricell(plan, j)) {
+            int klass = nioPar && j == kForstaFricell ? -1 : 1;
+            m.platsKlass[m.antalTommaPlatser] = enPerKlass ? klass : -1;
             m.tommaPlatser[m.antalTommaPlatser++] = j;
+        }
     }
     return m;
+}
+
+// PassarPaKolumn on a column's top as the places hold it.
+bool PassarPaTopp(const Plan& plan, const Malen::Kolumn& under, const Kort& kort) {
+    if (under.valor != kort.KortValor() + 1)
+        return false;
+    if (plan.sammaSvit)
+        return under.farg == kort.KortFarg();
+    return under.svart != kort.SvartFarg();
+}
+
+// The two cards follow each other in a run told by colour (as GiltigRad tells it).
+bool FallerIFarg(const Kort& under, const Kort& kort) {
+    return kort.KortValor() == under.KortValor() - 1 && kort.SvartFarg() != under.SvartFarg();
 }
 
 void LaggTillNy(std::vector<Drag>& ut, std::size_t fran, const Drag& d) {
@@ -455,14 +512,25 @@ void KortetsDrag(const Plan& plan, const std::vector<Lucka>& luckor, const Malen
         if (g.KortValor() + 1 == k.KortValor() && g.KortFarg() == k.KortFarg())
             LaggTillNy(ut, borjan, KortDrag(forsta, m.grundToppar[i] + 1));
     }
+    unsigned klasser = 0; // the classes of empty places listed for this card
+    auto ny = [&](int klass) {
+        if (klass < 0)
+            return true;
+        const unsigned bit = 1u << klass;
+        const bool forst = (klasser & bit) == 0;
+        klasser |= bit;
+        return forst;
+    };
     if (k.KortValor() == 1)
         for (int i = 0; i < m.antalTommaGrunder; ++i)
-            LaggTillNy(ut, borjan, KortDrag(forsta, m.tommaGrunder[i]));
+            if (ny(m.grundKlass[i]))
+                LaggTillNy(ut, borjan, KortDrag(forsta, m.tommaGrunder[i]));
     for (int i = 0; i < m.antalKolumner; ++i)
-        if (m.kolumner[i].topp && PassarPaKolumn(plan, luckor[m.kolumner[i].j].GeKort(), k))
+        if (m.kolumner[i].topp && PassarPaTopp(plan, m.kolumner[i], k))
             LaggTillNy(ut, borjan, KortDrag(forsta, m.kolumner[i].j + 1));
     for (int i = 0; i < m.antalTommaPlatser; ++i)
-        LaggTillNy(ut, borjan, KortDrag(forsta, m.tommaPlatser[i]));
+        if (ny(m.platsKlass[i]))
+            LaggTillNy(ut, borjan, KortDrag(forsta, m.tommaPlatser[i]));
 }
 
 // A run's places: every one a drop reaches, and the one a click sends it to.
@@ -471,25 +539,29 @@ void RadensDrag(const Plan& plan, const std::vector<Lucka>& luckor, const Malen&
     const int n = topp - forsta + 1;
     const std::size_t borjan = ut.size();
     const Kort& f = luckor[forsta].GeKort();
+    bool tomKolumn = false; // a move of the run into an empty column is listed
     if (GiltigRad(plan, luckor, forsta, topp, true))
         for (int i = 0; i < m.antalKolumner; ++i) {
             const Malen::Kolumn& k = m.kolumner[i];
-            if (k.topp && PassarPaKolumn(plan, luckor[k.j].GeKort(), f))
+            if (k.topp && PassarPaTopp(plan, k, f)) {
                 ut.push_back(RadDragMot(forsta, n, {k.j, k.j + 1}));
-            else if (!k.topp && n - 1 <= fria - 1)
+            } else if (!k.topp && n - 1 <= fria - 1 && !(m.enPerKlass && tomKolumn)) {
                 ut.push_back(RadDragMot(forsta, n, {k.j, k.j}));
+                tomKolumn = true;
+            }
         }
     if (!GiltigRad(plan, luckor, forsta, topp, false))
         return;
     int kvar = fria;
     for (int i = 0; i < m.antalKolumner; ++i) {
         const Malen::Kolumn& k = m.kolumner[i];
-        if (k.topp && PassarPaKolumn(plan, luckor[k.j].GeKort(), f)) {
+        if (k.topp && PassarPaTopp(plan, k, f)) {
             LaggTillNy(ut, borjan, RadDragMot(forsta, n, {k.j, k.j + 1}));
             return;
         }
         if (!k.topp && k.tomOvan && n - 1 <= --kvar) {
-            LaggTillNy(ut, borjan, RadDragMot(forsta, n, {k.j, k.j}));
+            if (!(m.enPerKlass && tomKolumn))
+                LaggTillNy(ut, borjan, RadDragMot(forsta, n, {k.j, k.j}));
             return;
         }
     }
@@ -497,7 +569,7 @@ void RadensDrag(const Plan& plan, const std::vector<Lucka>& luckor, const Malen&
 
 } // namespace
 
-void ListaDrag(const Stallning& bord, std::vector<Drag>& ut) {
+void ListaDrag(const Stallning& bord, std::vector<Drag>& ut, bool enPerKlass) {
     const Plan& plan = *bord.plan;
     const std::vector<Lucka>& luckor = bord.luckor;
     ut.clear();
@@ -506,19 +578,49 @@ void ListaDrag(const Stallning& bord, std::vector<Drag>& ut) {
         ut = LagligaDrag(bord);
         return;
     }
-    const Malen m = MalenPa(plan, luckor);
+    const Malen m = MalenPa(plan, luckor, enPerKlass);
     const int fria = FriaPlatser(plan, luckor);
     const int sista = plan.sistaTraff < 0 ? plan.forstaLek - 1 : plan.sistaTraff;
-    int topp = -1;
-    for (int forsta = 0; forsta <= sista; ++forsta) {
-        if (luckor[forsta].Tom())
-            continue;
-        if (forsta > topp)
-            topp = Toppen(luckor, forsta);
-        if (forsta == topp)
-            KortetsDrag(plan, luckor, m, forsta, ut);
-        else if (topp - forsta <= fria && !FricellsReserv(plan, forsta))
-            RadensDrag(plan, luckor, m, fria, forsta, topp, ut);
+    const int antalLuckor = static_cast<int>(luckor.size());
+    // The moves of the pile whose first card lies at `forsta`; its top, where it ends.
+    auto hogen = [&](int forsta) {
+        int topp = forsta;
+        while (topp + 1 < antalLuckor && !luckor[topp + 1].Tom())
+            ++topp;
+        // No run longer than the free places allow moves, and where runs are told by colour
+        // alone a run holds whenever every two cards in it do, so none starts below the
+        // first pair that breaks: the cards below are passed over.
+        int radStart = std::max(forsta, topp - fria);
+        if (!plan.svitFlagga) {
+            int r = topp;
+            while (r > radStart && FallerIFarg(luckor[r - 1].GeKort(), luckor[r].GeKort()))
+                --r;
+            radStart = r;
+        }
+        for (int i = radStart; i <= std::min(topp, sista); ++i) {
+            if (i == topp)
+                KortetsDrag(plan, luckor, m, i, ut);
+            else if (!FricellsReserv(plan, i))
+                RadensDrag(plan, luckor, m, fria, i, topp, ut);
+        }
+        return topp;
+    };
+    const int efterReserver = (plan.kolumner + plan.reserver) * kPlatserPerKolumn;
+    const int sistaGrund = SistaGrund(plan);
+    for (int j = 0; j <= sista;) {
+        if (!luckor[j].Tom()) {
+            j = hogen(j) + 1;
+        } else if (j < efterReserver) {
+            // A column's or reserve pile's cards lie from its base up without a gap.
+            j += kPlatserPerKolumn - j % kPlatserPerKolumn;
+        } else if (j > plan.forstaGrund && j <= sistaGrund) {
+            // Nothing lies above a foundation's top: on to the next foundation's base.
+            j = std::min(sistaGrund + 1,
+                         plan.forstaGrund +
+                             ((j - plan.forstaGrund) / plan.grundSteg + 1) * plan.grundSteg);
+        } else {
+            ++j;
+        }
     }
 }
 
@@ -634,28 +736,31 @@ namespace {
 // and a '|', in an order that does not depend on where each pile stands.
 void SorteradeHogar(const std::vector<Lucka>& luckor, int forsta, int antal, std::string& nyckel) {
     constexpr int kMest = 16;
-    std::array<std::array<char, kPlatserPerKolumn>, kMest> kort;
-    std::array<int, kMest> langd{};
+    auto kod = [&](int i) {
+        const Kort& k = luckor[i].GeKort();
+        return static_cast<char>(1 + 13 * k.KortFarg() + k.KortValor() - 1);
+    };
+    // No card lies in two piles, so the piles' first cards alone order them as their whole
+    // bytes would: the empty piles first, then by the first card.
+    std::array<int, kMest> forst{};
     std::array<int, kMest> ordning{};
     for (int h = 0; h < antal; ++h) {
         const int bas = forsta + h * kPlatserPerKolumn;
-        int n = 0;
-        while (n < kPlatserPerKolumn && !luckor[bas + n].Tom()) {
-            kort[h][n] = KortKod(luckor[bas + n]);
-            ++n;
-        }
-        langd[h] = n;
+        forst[h] = luckor[bas].Tom() ? 0 : static_cast<unsigned char>(kod(bas));
         ordning[h] = h;
     }
-    std::sort(ordning.begin(), ordning.begin() + antal, [&](int a, int b) {
-        int c = std::memcmp(kort[a].data(), kort[b].data(),
-                            static_cast<std::size_t>(std::min(langd[a], langd[b])));
-        return c != 0 ? c < 0 : langd[a] < langd[b];
-    });
+    for (int i = 1; i < antal; ++i)
+        for (int j = i; j > 0 && forst[ordning[j - 1]] > forst[ordning[j]]; --j)
+            std::swap(ordning[j - 1], ordning[j]);
+    std::array<char, kMest*(kPlatserPerKolumn + 1)> bytes;
+    std::size_t n = 0;
     for (int i = 0; i < antal; ++i) {
-        nyckel.append(kort[ordning[i]].data(), static_cast<std::size_t>(langd[ordning[i]]));
-        nyckel.push_back('|');
+        const int bas = forsta + ordning[i] * kPlatserPerKolumn;
+        for (int p = 0; p < kPlatserPerKolumn && !luckor[bas + p].Tom(); ++p)
+            bytes[n++] = kod(bas + p);
+        bytes[n++] = '|';
     }
+    nyckel.append(bytes.data(), n);
 }
 
 // Eight off counts free places over nine pairs that take in its first free cell twice and
@@ -715,10 +820,117 @@ int Rang(const Plan& plan, const std::vector<Lucka>& luckor, const Drag& d) {
     return rang * 16 + Lagsta(plan, luckor, d);
 }
 
+// The parts of the column games' measure of a table (Kunskap::Avstand), with what the
+// first k cards of each pile count, so that a move's measure follows from the cards it
+// moves.
+struct Matt {
+    int over = 0;   // cards lying above a lower card in their pile
+    int tomma = 0;  // empty piles
+    int celler = 0; // free cells taken
+    int hemma = 0;  // cards on the foundations
+    std::array<int, 16> langd{};
+    // Of each pile's first k cards: how many lie above a lower one, and the lowest (14: none).
+    std::array<std::array<std::int8_t, kPlatserPerKolumn + 1>, 16> overUnder{};
+    std::array<std::array<std::int8_t, kPlatserPerKolumn + 1>, 16> lagstUnder{};
+    int Varde() const { return 3 * (52 - hemma) + 2 * over + celler - 3 * tomma; }
+};
+
+Matt MattPa(const Plan& plan, const std::vector<Lucka>& l) {
+    Matt m;
+    for (int c = 0; c < plan.kolumner + plan.reserver; ++c) {
+        int lagst = 14;
+        int over = 0;
+        const int bas = c * kPlatserPerKolumn;
+        if (l[bas].Tom())
+            ++m.tomma;
+        int p = 0;
+        m.overUnder[c][0] = 0;
+        m.lagstUnder[c][0] = 14;
+        for (; p < kPlatserPerKolumn && !l[bas + p].Tom(); ++p) {
+            int v = l[bas + p].GeKort().KortValor();
+            if (v > lagst)
+                ++over;
+            else
+                lagst = v;
+            m.overUnder[c][p + 1] = static_cast<std::int8_t>(over);
+            m.lagstUnder[c][p + 1] = static_cast<std::int8_t>(lagst);
+        }
+        m.langd[c] = p;
+        m.over += over;
+    }
+    for (int i = 0; i < plan.friceller; ++i)
+        if (!l[kForstaFricell + 2 * i].Tom())
+            ++m.celler;
+    for (int f = 0; f < 4; ++f) {
+        const int bas = plan.forstaGrund + f * plan.grundSteg;
+        if (!l[bas].Tom())
+            m.hemma += std::min(kNivaer, Toppen(l, bas) - bas + 1); // the next may follow
+    }
+    return m;
+}
+
+// The measure after a card or run moves off the top of a pile, a free cell or a
+// foundation onto a pile's top, into a free cell or home; false for any other move.
+bool MattEfter(const Plan& plan, const std::vector<Lucka>& l, const Matt& m, const Drag& d,
+               int& varde) {
+    if (d.slag != DragSlag::Kort && d.slag != DragSlag::Rad)
+        return false;
+    const int n = d.slag == DragSlag::Rad ? d.antal : 1;
+    const int hogar = (plan.kolumner + plan.reserver) * kPlatserPerKolumn;
+    const bool franGrund = d.fran >= plan.forstaGrund && d.fran <= SistaGrund(plan);
+    const bool tillGrund = d.till >= plan.forstaGrund && d.till <= SistaGrund(plan);
+    Matt e; // only the totals
+    e.over = m.over;
+    e.tomma = m.tomma;
+    e.celler = m.celler;
+    e.hemma = m.hemma;
+    if (d.fran < hogar) {
+        const int h = d.fran / kPlatserPerKolumn;
+        const int k = d.fran % kPlatserPerKolumn;
+        if (k + n != m.langd[h])
+            return false;
+        e.over += m.overUnder[h][k] - m.overUnder[h][m.langd[h]];
+        if (k == 0)
+            ++e.tomma;
+    } else if (Fricell(plan, d.fran)) {
+        --e.celler;
+    } else if (franGrund && n == 1) {
+        --e.hemma;
+    } else {
+        return false;
+    }
+    if (d.till < hogar) {
+        const int h = d.till / kPlatserPerKolumn;
+        const int k = d.till % kPlatserPerKolumn;
+        if (k != m.langd[h] || k + n > kPlatserPerKolumn)
+            return false;
+        if (k == 0)
+            --e.tomma;
+        int lagst = m.lagstUnder[h][k];
+        for (int i = 0; i < n; ++i) {
+            const int v = l[d.fran + i].GeKort().KortValor();
+            if (v > lagst)
+                ++e.over;
+            else
+                lagst = v;
+        }
+    } else if (Fricell(plan, d.till) && n == 1) {
+        ++e.celler;
+    } else if (tillGrund && n == 1) {
+        ++e.hemma;
+    } else {
+        return false;
+    }
+    varde = e.Varde();
+    return true;
+}
+
 class Kunskap final : public SokKunskap {
 public:
     bool ListaDrag(const SpelBord& b, std::vector<Drag>& dragen) const override {
-        KolumnRegler::ListaDrag(static_cast<const Stallning&>(b), dragen);
+        // Of the moves of one card or run into interchangeable empty places only the first:
+        // the others reach the same key (Klass, Nyckel).
+        KolumnRegler::ListaDrag(static_cast<const Stallning&>(b), dragen, true);
         return true;
     }
 
@@ -755,33 +967,31 @@ public:
         return -1;
     }
     bool HarTroligaDrag() const override { return true; }
+    int Ordningar(const SpelBord& b) const override {
+        return static_cast<const Stallning&>(b).plan->sokOrdningar;
+    }
 
     // Cards not yet home weigh most, then the cards that lie above a lower card in their
     // pile (each must move before that one can go home), then the free cells taken; an
     // empty column brings the table nearer.
     int Avstand(const SpelBord& b) const override {
+        return MattPa(*static_cast<const Stallning&>(b).plan, b.luckor).Varde();
+    }
+
+    // The same measure after each move, from the table's parts and the cards the move
+    // takes from one place to another, without making it.
+    bool AvstandEfter(const SpelBord& b, const std::vector<Drag>& dragen,
+                      std::vector<int>& avstand) const override {
         const Plan& plan = *static_cast<const Stallning&>(b).plan;
-        const std::vector<Lucka>& l = b.luckor;
-        int over = 0;
-        int tomma = 0;
-        for (int c = 0; c < plan.kolumner + plan.reserver; ++c) {
-            int lagst = 14;
-            const int bas = c * kPlatserPerKolumn;
-            if (l[bas].Tom())
-                ++tomma;
-            for (int p = 0; p < kPlatserPerKolumn && !l[bas + p].Tom(); ++p) {
-                int v = l[bas + p].GeKort().KortValor();
-                if (v > lagst)
-                    ++over;
-                else
-                    lagst = v;
-            }
+        const Matt m = MattPa(plan, b.luckor);
+        avstand.clear();
+        for (const Drag& d : dragen) {
+            int varde = 0;
+            if (!MattEfter(plan, b.luckor, m, d, varde))
+                return false;
+            avstand.push_back(varde);
         }
-        int celler = 0;
-        for (int i = 0; i < plan.friceller; ++i)
-            if (!l[kForstaFricell + 2 * i].Tom())
-                ++celler;
-        return 3 * (52 - KortPaGrunden(plan, l)) + 2 * over + celler - 3 * tomma;
+        return true;
     }
 
     // Nothing off the foundations, no card from one free cell to another, none from a card it
@@ -791,7 +1001,13 @@ public:
         const Plan& plan = *static_cast<const Stallning&>(b).plan;
         const std::vector<Lucka>& l = b.luckor;
         auto tomKolumn = [&](const Drag& d) { return KolumnBas(plan, d.till) && l[d.till].Tom(); };
-        const std::vector<Drag> alla = dragen;
+        // The longest run of each column that may go to an empty column.
+        std::array<int, 16> langst{};
+        for (const Drag& d : dragen)
+            if (tomKolumn(d) && d.fran <= SistaKolumnLucka(plan)) {
+                int& n = langst[static_cast<std::size_t>(d.fran / kPlatserPerKolumn)];
+                n = std::max(n, d.antal);
+            }
         std::erase_if(dragen, [&](const Drag& d) {
             if (d.fran >= plan.forstaGrund && d.fran <= SistaGrund(plan))
                 return true;
@@ -803,11 +1019,8 @@ public:
                 return false;
             if (HogBas(plan, d.fran))
                 return true;
-            int kolumn = d.fran / kPlatserPerKolumn;
-            return std::any_of(alla.begin(), alla.end(), [&](const Drag& e) {
-                return tomKolumn(e) && e.fran <= SistaKolumnLucka(plan) &&
-                       e.fran / kPlatserPerKolumn == kolumn && e.antal > d.antal;
-            });
+            return d.fran <= SistaKolumnLucka(plan) &&
+                   langst[static_cast<std::size_t>(d.fran / kPlatserPerKolumn)] > d.antal;
         });
     }
 
@@ -843,7 +1056,10 @@ public:
             int topp = Toppen(l, plan.forstaGrund);
             nyckel.push_back(topp < 0 ? '\0' : KortKod(l[topp]));
         }
-        KortOchPlatser(l, plan.forstaLek, plan.antalLuckor - 1, nyckel);
+        // The deck holds every card before the deal and none after it (no move takes a card
+        // there): with its first place empty it adds nothing to the key.
+        if (!l[plan.forstaLek].Tom())
+            KortOchPlatser(l, plan.forstaLek, plan.antalLuckor - 1, nyckel);
     }
 
     // Foundations first, then cards off the free cells, then onto cards, then into empty
@@ -852,19 +1068,21 @@ public:
     void Ordna(const SpelBord& b, std::vector<Drag>& dragen) const override {
         const Plan& plan = *static_cast<const Stallning&>(b).plan;
         const std::vector<Lucka>& l = b.luckor;
-        std::vector<std::pair<int, Drag>> ordnade;
-        ordnade.reserve(dragen.size());
+        // Kept from call to call: a search orders the moves of every table it opens.
+        thread_local std::vector<std::pair<int, Drag>> ordnade;
+        ordnade.clear();
         for (const Drag& d : dragen) {
             int klass = Klass(plan, l, d.till);
             bool dubbel = klass >= 0 && std::any_of(ordnade.begin(), ordnade.end(), [&](auto& o) {
                               return o.second.fran == d.fran && o.second.antal == d.antal &&
                                      Klass(plan, l, o.second.till) == klass;
                           });
+            // The place in the list breaks ties, as a stable sort would, without its buffer.
             if (!dubbel)
-                ordnade.emplace_back(Rang(plan, l, d), d);
+                ordnade.emplace_back(Rang(plan, l, d) * 4096 + static_cast<int>(ordnade.size()), d);
         }
-        std::stable_sort(ordnade.begin(), ordnade.end(),
-                         [](const auto& a, const auto& c) { return a.first < c.first; });
+        std::sort(ordnade.begin(), ordnade.end(),
+                  [](const auto& a, const auto& c) { return a.first < c.first; });
         dragen.clear();
         for (const auto& o : ordnade)
             dragen.push_back(o.second);

@@ -64,6 +64,8 @@ struct Plan {
     bool kolumnOchTomIEtt = false;
     // The last slot the pointer can pick a card from; -1: every slot.
     int sistaTraff = -1;
+    // How many move orders a search's quick pass tries side by side.
+    int sokOrdningar = 1;
 };
 
 // A column base of the eight-column games.
@@ -157,8 +159,11 @@ void DelaUt(Stallning& bord, Flygledare* flyg);
 // Every card and run that can be lifted, to every place a click or a drop can send it.
 std::vector<Drag> LagligaDrag(const Stallning& bord);
 // The same moves, in another order, into `ut` (emptied first): what a search lists at every
-// table, found with one look at the table's places instead of one per card.
-void ListaDrag(const Stallning& bord, std::vector<Drag>& ut);
+// table, found with one look at the table's places instead of one per card. With
+// `enPerKlass`, of the moves of one card or run into empty places that are interchangeable
+// in a search (any empty column; any empty free cell or foundation base, Eight off's first
+// aside) only one is listed.
+void ListaDrag(const Stallning& bord, std::vector<Drag>& ut, bool enPerKlass = false);
 void GorDrag(Stallning& bord, const Drag& drag, Flygledare* flyg);
 int Angra(Stallning& bord, Flygledare* flyg);
 bool KlarSpel(Stallning& bord);

@@ -6,12 +6,17 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
 namespace {
 
 using Klocka = std::chrono::steady_clock;
+// How far, in quarters of the measure, a move another order than the first tries may lie
+// behind the nearest and still go before it: up to eight whole steps, so that the orders
+// differ in more than their ties.
+constexpr unsigned kSpridning = 32;
 
 // One table on the way down: its moves and the next to try.
 struct Niva {
@@ -22,22 +27,29 @@ struct Niva {
 class Sokning {
 public:
     Sokning(const SpelRegler& r, const SpelBord& start, const SokGranser& g, std::stop_token s,
-            const SokKrok& k, bool h)
+            const SokKrok& k, bool h, unsigned ordning = 0)
         : regler(r), kunskap(r.Kunskap()), granser(g), stopp(std::move(s)), krok(k),
           bord(start.Kopia()), drag(r, *bord), borjan(Klocka::now()),
           tradBorjan(g.tradTid ? thread_time() : 0), hastig(h),
-          narmast(h && kunskap.Avstand(start) >= 0) {}
+          narmast(h && kunskap.Avstand(start) >= 0), slump(0x9e3779b97f4a7c15ull * ordning),
+          blandad(ordning != 0) {}
 
-    SokSvar Kor() {
-        if (regler.KlarSpel(*bord))
-            return Svar(Utfall::Vinnbar);
-        Sett(*bord);
-        Oppna(0);
-        std::size_t djup = 0; // nivaer[0..djup] are the tables on the way down
+    // Searches on until an answer, or until `paus` tables (0: never) have been made in all;
+    // then std::nullopt, and the next call goes on where this one stopped.
+    std::optional<SokSvar> Kor(std::uint64_t paus = 0) {
+        if (!borjad) {
+            borjad = true;
+            if (regler.KlarSpel(*bord))
+                return Svar(Utfall::Vinnbar);
+            Sett(*bord);
+            Oppna(0);
+        }
         // The first step checks too: a search asked to stop before it began stops at once.
-        for (std::uint64_t steg = 1;; ++steg) {
+        for (;; ++steg) {
             if ((steg == 1 || steg % kKollIntervall == 0) && Stanna())
                 return Svar(Utfall::Okant);
+            if (paus != 0 && svar.lagen >= paus)
+                return std::nullopt;
             Niva& n = nivaer[djup];
             if (n.nasta == n.drag.size()) {
                 if (djup == 0)
@@ -63,13 +75,28 @@ public:
         }
     }
 
+    std::uint64_t Lagen() const { return svar.lagen; }
+
+    std::chrono::microseconds Forbrukat() const {
+        if (granser.tradTid)
+            return std::chrono::microseconds(thread_time() - tradBorjan);
+        return std::chrono::duration_cast<std::chrono::microseconds>(Klocka::now() - borjan);
+    }
+
+    std::size_t Minne() const {
+        std::size_t m = sedda.Minne();
+        for (const Niva& n : nivaer)
+            m += sizeof(Niva) + n.drag.capacity() * sizeof(Drag);
+        return m;
+    }
+
 private:
-    // Lists the moves of the table at depth `djup`: the one safe move alone when there is
+    // Lists the moves of the table at depth `niva`: the one safe move alone when there is
     // one, else all the search may make, in the game's order.
-    void Oppna(std::size_t djup) {
-        if (nivaer.size() <= djup)
-            nivaer.resize(djup + 1);
-        Niva& n = nivaer[djup];
+    void Oppna(std::size_t niva) {
+        if (nivaer.size() <= niva)
+            nivaer.resize(niva + 1);
+        Niva& n = nivaer[niva];
         n.nasta = 0;
         Lista(n.drag);
     }
@@ -106,19 +133,36 @@ private:
     }
 
     // Orders the moves by how near the table after each is to won, the game's order among
-    // equals.
+    // equals; another order than the first draws lots among equals and lets a move
+    // further off go first now and then.
     void NarmastForst(std::vector<Drag>& dragen) {
         avstand.clear();
+        if (!kunskap.AvstandEfter(*bord, dragen, efter)) {
+            efter.clear();
+            for (const Drag& d : dragen) {
+                drag.Gor(d);
+                efter.push_back(kunskap.Avstand(*bord));
+                drag.TaTillbaka();
+            }
+        }
         for (std::size_t i = 0; i < dragen.size(); ++i) {
-            drag.Gor(dragen[i]);
-            avstand.emplace_back(kunskap.Avstand(*bord), static_cast<int>(i));
-            drag.TaTillbaka();
+            int a = efter[i];
+            if (blandad)
+                a = a * 4 + static_cast<int>(Slump() % kSpridning);
+            avstand.emplace_back(a, static_cast<int>(i));
         }
         std::sort(avstand.begin(), avstand.end());
         ordnade.clear();
         for (auto [a, i] : avstand)
             ordnade.push_back(dragen[static_cast<std::size_t>(i)]);
         dragen.swap(ordnade);
+    }
+
+    std::uint64_t Slump() {
+        slump ^= slump << 13;
+        slump ^= slump >> 7;
+        slump ^= slump << 17;
+        return slump;
     }
 
     bool Sett(const SpelBord& b) {
@@ -144,19 +188,6 @@ private:
         return granser.minne != 0 && minne >= granser.minne;
     }
 
-    std::chrono::microseconds Forbrukat() const {
-        if (granser.tradTid)
-            return std::chrono::microseconds(thread_time() - tradBorjan);
-        return std::chrono::duration_cast<std::chrono::microseconds>(Klocka::now() - borjan);
-    }
-
-    std::size_t Minne() const {
-        std::size_t m = sedda.Minne();
-        for (const Niva& n : nivaer)
-            m += sizeof(Niva) + n.drag.capacity() * sizeof(Drag);
-        return m;
-    }
-
     SokSvar Svar(Utfall utfall) {
         svar.utfall = utfall;
         svar.tid = Forbrukat();
@@ -174,6 +205,7 @@ private:
     std::vector<Niva> nivaer;
     Nyckeltabell sedda;
     std::vector<std::pair<int, int>> avstand;
+    std::vector<int> efter; // the measure after each move
     std::vector<Drag> ordnade;
 
     std::string nyckel;
@@ -182,6 +214,11 @@ private:
     bigtime_t tradBorjan;
     bool hastig;
     bool narmast; // the quick pass of a game that measures how far a table is from won
+    std::uint64_t slump;
+    bool blandad;
+    bool borjad = false;
+    std::size_t djup = 0; // nivaer[0..djup] are the tables on the way down
+    std::uint64_t steg = 1;
 };
 
 } // namespace
@@ -226,19 +263,115 @@ void DragPaBord::TaTillbaka() {
         throw std::logic_error("undo did not take back exactly one move");
 }
 
+namespace {
+
+// A pass of several orders in one answer: the tables and time of all of them, the most
+// memory they held together.
+SokSvar Samman(SokSvar s, const std::vector<std::unique_ptr<Sokning>>& sokningar,
+               const std::vector<bool>& klar, const SokSvar& klara) {
+    s.lagen = klara.lagen;
+    s.minne = klara.minne;
+    for (std::size_t i = 0; i < sokningar.size(); ++i)
+        if (!klar[i]) {
+            s.lagen += sokningar[i]->Lagen();
+            s.minne += sokningar[i]->Minne();
+        }
+    s.tid = sokningar.front()->Forbrukat();
+    s.inomForsoket = s.inomForsoket || klara.inomForsoket;
+    return s;
+}
+
+// The first turn of each order, in tables; each round's turns are half as long again.
+constexpr std::uint64_t kForstaTur = 400;
+// The first order's first turn is longer: most deals it wins on its own, and soon.
+constexpr std::uint64_t kForsprang = 1500;
+
+// The quick pass of a game that offers several orders: one search per order, each on its
+// own table and with its own tables seen, taking turns of a few hundred tables each, with
+// turns that grow. A deal that one order finds late another often finds at once. The pass
+// ends with the first win, when every order has run through what it tries, or at the
+// limits (all the orders' tables counted together).
+SokSvar SnabbaOrdningar(const SpelRegler& regler, const SpelBord& bord, const SokGranser& granser,
+                        int ordningar, std::stop_token stopp, const SokKrok& krok) {
+    SokGranser var = granser;
+    var.lagen = 0;
+    var.minne = granser.minne / static_cast<std::size_t>(ordningar);
+    // Each order begins at its first turn: a deal the first order wins in its first turn
+    // costs no more than one order alone. A later one counts the time the pass has had.
+    std::vector<std::unique_ptr<Sokning>> sokningar;
+    std::vector<bool> klar;
+    auto borja = [&] {
+        SokGranser egna = var;
+        if (!sokningar.empty() && var.tid.count() != 0)
+            egna.tid = std::max(std::chrono::milliseconds(1),
+                                var.tid - std::chrono::duration_cast<std::chrono::milliseconds>(
+                                              sokningar.front()->Forbrukat()));
+        sokningar.push_back(std::make_unique<Sokning>(regler, bord, egna, stopp, krok, true,
+                                                      static_cast<unsigned>(sokningar.size())));
+        klar.push_back(false);
+    };
+    borja();
+    SokSvar svar; // what the orders that ran through held
+    auto alla = [&] {
+        std::uint64_t n = svar.lagen;
+        for (std::size_t j = 0; j < sokningar.size(); ++j)
+            if (!klar[j])
+                n += sokningar[j]->Lagen();
+        return n;
+    };
+    for (std::uint64_t tur = kForstaTur;; tur += tur / 2) {
+        bool nagon = false;
+        for (std::size_t i = 0; i < static_cast<std::size_t>(ordningar); ++i) {
+            if (i == sokningar.size())
+                borja();
+            if (klar[i])
+                continue;
+            std::uint64_t turen = i == 0 && sokningar[0]->Lagen() == 0 ? kForsprang : tur;
+            if (granser.lagen != 0) {
+                const std::uint64_t gjort = alla();
+                if (gjort >= granser.lagen)
+                    return Samman(SokSvar{}, sokningar, klar, svar);
+                turen = std::min(turen, granser.lagen - gjort);
+            }
+            std::optional<SokSvar> s = sokningar[i]->Kor(sokningar[i]->Lagen() + turen);
+            if (!s) {
+                nagon = true;
+            } else if (s->utfall == Utfall::Ovinnbar) {
+                klar[i] = true;
+                svar.lagen += s->lagen;
+                svar.minne = std::max(svar.minne, s->minne);
+                svar.inomForsoket = svar.inomForsoket || s->inomForsoket;
+            } else {
+                return Samman(*s, sokningar, klar, svar);
+            }
+        }
+        if (!nagon) {
+            svar.utfall = Utfall::Ovinnbar;
+            svar.tid = sokningar.front()->Forbrukat();
+            return svar;
+        }
+    }
+}
+
+} // namespace
+
 // A game with likely moves is first searched making them at once, on half the limits: a
 // win found so is a win. Otherwise, or when that pass runs out, the full search decides on
 // what is left.
 SokSvar Los(const SpelRegler& regler, const SpelBord& bord, const SokGranser& granser,
             std::stop_token stopp, const SokKrok& krok) {
     if (!regler.Kunskap().HarTroligaDrag())
-        return Sokning(regler, bord, granser, std::move(stopp), krok, false).Kor();
+        return *Sokning(regler, bord, granser, std::move(stopp), krok, false).Kor();
     SokGranser halva = granser;
-    halva.lagen = granser.lagen / 2;
+    halva.lagen = std::max<std::uint64_t>(1, granser.lagen / 2);
     halva.tid = granser.tid / 2;
+    const int ordningar = regler.Kunskap().Ordningar(bord);
+    // Without a limit on tables the quick pass still ends, for the full search to decide:
+    // after as many tables for each of its orders as one order alone would have.
     if (granser.lagen == 0)
-        halva.lagen = 200000;
-    SokSvar forsta = Sokning(regler, bord, halva, stopp, krok, true).Kor();
+        halva.lagen = 200000u * static_cast<std::uint64_t>(std::max(1, ordningar));
+    SokSvar forsta = ordningar > 1 ? SnabbaOrdningar(regler, bord, halva, ordningar, stopp, krok)
+                                   : *Sokning(regler, bord, halva, stopp, krok, true).Kor();
     if (forsta.utfall == Utfall::Vinnbar || forsta.avbruten)
         return forsta;
     SokGranser resten = granser;
@@ -248,7 +381,7 @@ SokSvar Los(const SpelRegler& regler, const SpelBord& bord, const SokGranser& gr
         resten.tid = std::max(
             std::chrono::milliseconds(1),
             granser.tid - std::chrono::duration_cast<std::chrono::milliseconds>(forsta.tid));
-    SokSvar svar = Sokning(regler, bord, resten, std::move(stopp), krok, false).Kor();
+    SokSvar svar = *Sokning(regler, bord, resten, std::move(stopp), krok, false).Kor();
     svar.lagen += forsta.lagen;
     svar.tid += forsta.tid;
     svar.minne = std::max(svar.minne, forsta.minne);

@@ -31,7 +31,7 @@ std::uint64_t Hash(std::string_view s) {
 
 } // namespace
 
-Nyckeltabell::Nyckeltabell() : poster(1 << 12) {}
+Nyckeltabell::Nyckeltabell() : poster(1 << 10) {}
 
 std::size_t Nyckeltabell::Minne() const {
     return poster.capacity() * sizeof(Post) + bytes.capacity();
