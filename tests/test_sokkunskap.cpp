@@ -7,7 +7,9 @@
 
 #include <QTest>
 
+#include <algorithm>
 #include <initializer_list>
+#include <random>
 #include <utility>
 
 // What each game knows about searching its deals, on small tables built here: every table
@@ -303,6 +305,64 @@ private slots:
                 {Flakt(2, 0), K(KLOVER, 9)}});
         QVERIFY(b.Hopplos());
         QCOMPARE(b.Avgor(), Utfall::Ovinnbar);
+    }
+
+    // The four of clubs on top, a five, three sixes and a seven left, each six with a
+    // neighbour in another fan: the sixes need a five or a seven between each two of them,
+    // and there are only two. A second seven wins.
+    void blackholeForManga() {
+        for (bool tvaSjuor : {false, true}) {
+            Bygge b(kBlackhole);
+            b.Lagg({{Flakt(0, 0), K(SPADER, 5)},
+                    {Flakt(1, 0), K(HJARTER, 6)},
+                    {Flakt(2, 0), K(RUTER, 6)},
+                    {Flakt(3, 0), K(KLOVER, 6)},
+                    {Flakt(4, 0), K(SPADER, 7)}});
+            if (tvaSjuor)
+                b.Lagg({{Flakt(5, 0), K(HJARTER, 7)}});
+            FyllHalet(b, K(KLOVER, 4));
+            QCOMPARE(b.Hopplos(), !tvaSjuor);
+            QCOMPARE(b.Avgor(), tvaSjuor ? Utfall::Vinnbar : Utfall::Ovinnbar);
+        }
+    }
+
+    // Small tables dealt at random, a few cards in a few fans: the solver's verdict is the
+    // plain search's every time, and both verdicts occur many times.
+    void blackholeSlumpadeBord() {
+        std::mt19937 slump(21);
+        int vunna = 0;
+        int hopplosa = 0;
+        for (int n = 0; n < 400; ++n) {
+            Bygge b(kBlackhole);
+            // The cards of three values running from a random one, king to ace included.
+            const int forstaVarde = static_cast<int>(slump() % 13);
+            std::vector<int> lek;
+            for (int v = 0; v < 3; ++v)
+                for (int farg = 0; farg < 4; ++farg)
+                    lek.push_back(13 * farg + (forstaVarde + v) % 13);
+            std::shuffle(lek.begin(), lek.end(), slump);
+            auto kort = [&](int k) { return K(static_cast<kortfarg>(k / 13), k % 13 + 1); };
+            const int antal = 4 + static_cast<int>(slump() % 8);
+            const int flaktar = 4 + static_cast<int>(slump() % 6);
+            std::vector<int> hojd(static_cast<std::size_t>(flaktar), 0);
+            for (int i = 0; i < antal; ++i) {
+                int f = static_cast<int>(slump() % static_cast<unsigned>(flaktar));
+                for (int prov = 0; hojd[static_cast<std::size_t>(f)] == 3 && prov < flaktar; ++prov)
+                    f = (f + 1) % flaktar;
+                int& h = hojd[static_cast<std::size_t>(f)];
+                if (h == 3)
+                    break;
+                b.Lagg({{Flakt(f, h++), kort(lek[static_cast<std::size_t>(i)])}});
+            }
+            FyllHalet(b, kort(lek.back()));
+            const Utfall utfall = b.Avgor();
+            QVERIFY2(utfall != Utfall::Okant, qPrintable(QString("table %1").arg(n)));
+            (utfall == Utfall::Vinnbar ? vunna : hopplosa) += 1;
+            if (b.Hopplos())
+                QCOMPARE(utfall, Utfall::Ovinnbar);
+        }
+        QVERIFY(vunna > 40);
+        QVERIFY(hopplosa > 40);
     }
 
     // Strategy's piles are alike, and so are its foundations: the same piles in another
