@@ -390,6 +390,72 @@ private slots:
         QCOMPARE(dragen[1], KortDrag(kStrategyLek, 53));
     }
 
+    // Strategy: every suit home but the hearts, of which the ace is home. The piles' tops are
+    // the two to the seven of hearts, two piles are empty, and the stock deals the eight,
+    // nine and ten of hearts in that order: each must lie on a pile of its own, as each goes
+    // home after the one before, and the piles under the low hearts are closed to them. Dealt
+    // eight, ten, nine, the nine goes on the ten.
+    void strategyForFaHogar() {
+        for (bool stigande : {true, false}) {
+            Bygge b(kStrategy);
+            for (int f = 0; f < 4; ++f) {
+                const auto farg = static_cast<kortfarg>(f);
+                for (int v = 1; v <= (farg == HJARTER ? 1 : 13); ++v)
+                    b.Lagg({{kStrategyGrund + 53 * f + v - 1, K(farg, v)}});
+            }
+            for (int c = 0; c < 5; ++c)
+                b.Lagg({{53 * c, K(HJARTER, 2 + c)}});
+            b.Lagg({{5 * 53, K(HJARTER, 13)},
+                    {5 * 53 + 1, K(HJARTER, 12)},
+                    {5 * 53 + 2, K(HJARTER, 11)},
+                    {5 * 53 + 3, K(HJARTER, 7)}});
+            const int fallande[3] = {9, 10, 8};
+            for (int i = 0; i < 3; ++i)
+                b.Lagg({{kStrategyLek + i, K(HJARTER, stigande ? 10 - i : fallande[i])}});
+            QCOMPARE(b.Hopplos(), stigande);
+            QCOMPARE(b.Avgor(), stigande ? Utfall::Ovinnbar : Utfall::Vinnbar);
+        }
+    }
+
+    // Small tables at random: two suits home, the last few cards of the other two spread
+    // over the piles and the stock. The solver's verdict is the plain search's every time.
+    void strategySlumpadeBord() {
+        std::mt19937 slump(7);
+        int vunna = 0;
+        int hopplosa = 0;
+        for (int n = 0; n < 100; ++n) {
+            Bygge b(kStrategy);
+            std::vector<Kort> ute;
+            for (int f = 0; f < 4; ++f) {
+                const auto farg = static_cast<kortfarg>(f);
+                const int hemma = f < 2 ? 13 : 6 + static_cast<int>(slump() % 5);
+                for (int v = 1; v <= 13; ++v) {
+                    if (v <= hemma)
+                        b.Lagg({{kStrategyGrund + 53 * f + v - 1, K(farg, v)}});
+                    else
+                        ute.push_back(K(farg, v));
+                }
+            }
+            std::shuffle(ute.begin(), ute.end(), slump);
+            const std::size_t iLeken =
+                std::min<std::size_t>(ute.size(), 2 + static_cast<std::size_t>(slump() % 3));
+            for (std::size_t i = 0; i < iLeken; ++i)
+                b.Lagg({{kStrategyLek + static_cast<int>(i), ute[i]}});
+            std::vector<int> hojd(8, 0);
+            for (std::size_t i = iLeken; i < ute.size(); ++i) {
+                const int c = static_cast<int>(slump() % 8);
+                b.Lagg({{53 * c + hojd[static_cast<std::size_t>(c)]++, ute[i]}});
+            }
+            const Utfall utfall = b.Avgor();
+            QVERIFY2(utfall != Utfall::Okant, qPrintable(QString("table %1").arg(n)));
+            (utfall == Utfall::Vinnbar ? vunna : hopplosa) += 1;
+            if (b.Hopplos())
+                QCOMPARE(utfall, Utfall::Ovinnbar);
+        }
+        QVERIFY(vunna > 20);
+        QVERIFY(hopplosa > 20);
+    }
+
     // 13-Pyramiden: the five at the apex pairs only with an eight, and the only eight of the
     // pyramid lies on it; without an eight in the stock it can never go.
     void pyramidensPartnerLiggerPaKortet() {

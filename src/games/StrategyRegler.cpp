@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <string>
 
 namespace StrategyRegler {
@@ -314,7 +315,55 @@ public:
             for (int e = 0; e < antalEfter[klara[j]]; ++e)
                 if (--fore[efter[klara[j]][e]] == 0)
                     klara[n++] = efter[klara[j]][e];
-        return n < kvar;
+        if (n < kvar)
+            return true;
+        // senare[k]: the cards that must go home after card k, through those orders.
+        std::uint64_t senare[52] = {};
+        for (int j = n - 1; j >= 0; --j) {
+            const int k = klara[j];
+            for (int e = 0; e < antalEfter[k]; ++e)
+                senare[k] |= senare[efter[k][e]] | std::uint64_t{1} << efter[k][e];
+        }
+        return ForFaHogar(l, senare, kod);
+    }
+
+    // A card put on a pile must go home before every card under it. So a pile whose top must
+    // go home before card x can never take x: whatever lands on it later goes home before
+    // that top, so before x. And of cards that come off the stock one after another each
+    // going home after the one before it, no two can share a pile (the later would lie
+    // above the earlier). So each stock card x needs as many piles open to it now (empty,
+    // or with a top that need not go home before x) as the longest such run starting at x:
+    // the run's cards go home after x, so a pile closed to x is closed to them all. The
+    // aces go home as they come and are left out.
+    template <class Kod>
+    static bool ForFaHogar(const std::vector<Lucka>& l, const std::uint64_t* senare, Kod kod) {
+        int toppar[kHogar];
+        for (int c = 0; c < kHogar; ++c) {
+            const int bas = HogBas(c);
+            toppar[c] = l[bas].Tom() ? -1 : kod(l[Toppen(l, bas)].GeKort());
+        }
+        int kort[kSistaLek - kForstaLek + 1];
+        int langst[kSistaLek - kForstaLek + 1];
+        int m = 0;
+        // From the stock's bottom, the last to come, up.
+        for (int i = kForstaLek; i <= kSistaLek && !l[i].Tom(); ++i) {
+            if (l[i].GeKort().KortValor() == 1)
+                continue;
+            const int x = kod(l[i].GeKort());
+            int lang = 1;
+            for (int j = 0; j < m; ++j)
+                if ((senare[x] >> kort[j] & 1u) != 0 && langst[j] + 1 > lang)
+                    lang = langst[j] + 1;
+            int oppna = 0;
+            for (int t : toppar)
+                oppna += t < 0 || (senare[t] >> x & 1u) == 0 ? 1 : 0;
+            if (oppna < lang)
+                return true;
+            kort[m] = x;
+            langst[m] = lang;
+            ++m;
+        }
+        return false;
     }
     // For the quick first pass: only the three most promising moves of each table.
     bool HarTroligaDrag() const override { return true; }
