@@ -8,6 +8,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <array>
 #include <initializer_list>
 #include <random>
 #include <utility>
@@ -39,6 +40,16 @@ struct Bygge {
         if (plain >= 0 && svar.utfall != (plain == 1 ? Utfall::Vinnbar : Utfall::Ovinnbar))
             return Utfall::Okant;
         return svar.utfall;
+    }
+    // The solver's verdict, and whether the plain search agrees within `plainMax` tables:
+    // 1 agrees, 0 differs, -1 gave up.
+    std::pair<Utfall, int> Jamfor(std::size_t plainMax) const {
+        SokSvar svar = Los(regler, *bord, SokGranser{500000});
+        int plain = PlainSok(regler, *bord, plainMax);
+        if (plain < 0)
+            return {svar.utfall, -1};
+        return {svar.utfall,
+                svar.utfall == (plain == 1 ? Utfall::Vinnbar : Utfall::Ovinnbar) ? 1 : 0};
     }
     std::string Nyckel() const {
         std::string n;
@@ -165,6 +176,79 @@ private slots:
             QCOMPARE(b.Hopplos(), knektenOverst);
             QCOMPARE(b.Avgor(), knektenOverst ? Utfall::Ovinnbar : Utfall::Vinnbar);
         }
+    }
+
+    // Godnattvalsen: one foundation built to the jack, three to the nine, so no ten lies
+    // free on top. The three tens out lie each under a jack of its own in a pile: every
+    // jack has a ten not under it, but the first jack to go needs one home before it, and
+    // none can get there. With the last ten lying on its jack instead, the deal is won.
+    void godnattvalsenTioriUnderKnektar() {
+        for (bool allaUnder : {true, false}) {
+            Bygge b(kGodnattvalsen);
+            const kortfarg farger[4] = {SPADER, HJARTER, RUTER, KLOVER};
+            for (int c = 0; c < 4; ++c)
+                for (int v = 1; v <= (c == 0 ? 11 : 9); ++v)
+                    b.Lagg({{28 * c + v - 1, K(farger[c], v)}});
+            b.Lagg({{14, K(KLOVER, 10)}, {15, K(HJARTER, 11)}});
+            b.Lagg({{42, K(RUTER, 10)}, {43, K(RUTER, 11)}});
+            if (allaUnder)
+                b.Lagg({{70, K(HJARTER, 10)}, {71, K(KLOVER, 11)}});
+            else
+                b.Lagg({{70, K(KLOVER, 11)}, {71, K(HJARTER, 10)}});
+            int lek = 112;
+            for (int v = 13; v >= 12; --v)
+                for (kortfarg f : farger)
+                    b.Lagg({{lek++, K(f, v)}});
+            QCOMPARE(b.Hopplos(), allaUnder);
+            QCOMPARE(b.Avgor(), allaUnder ? Utfall::Ovinnbar : Utfall::Vinnbar);
+        }
+    }
+
+    // Small tables at random: the foundations built to a few values short of the king, the
+    // cards left spread over the piles, perhaps four in the stock. The solver's verdict is
+    // the plain search's every time.
+    void godnattvalsenSlumpadeBord() {
+        std::mt19937 slump(5);
+        int vunna = 0;
+        int hopplosa = 0;
+        for (int n = 0; n < 120; ++n) {
+            Bygge b(kGodnattvalsen);
+            std::vector<Kort> ute;
+            std::array<int, 4> topp{};
+            for (int c = 0; c < 4; ++c)
+                topp[static_cast<std::size_t>(c)] = 9 + static_cast<int>(slump() % 4);
+            for (int v = 1; v <= 13; ++v) {
+                std::array<int, 4> farg{0, 1, 2, 3};
+                std::shuffle(farg.begin(), farg.end(), slump);
+                for (int c = 0; c < 4; ++c) {
+                    const Kort k = K(static_cast<kortfarg>(farg[static_cast<std::size_t>(c)]), v);
+                    if (v <= topp[static_cast<std::size_t>(c)])
+                        b.Lagg({{28 * c + v - 1, k}});
+                    else
+                        ute.push_back(k);
+                }
+            }
+            std::shuffle(ute.begin(), ute.end(), slump);
+            const std::size_t iLeken = ute.size() >= 8 && slump() % 2 == 0 ? 4 : 0;
+            for (std::size_t i = 0; i < iLeken; ++i)
+                b.Lagg({{112 + static_cast<int>(i), ute[i]}});
+            std::array<int, 4> hojd{};
+            for (std::size_t i = iLeken; i < ute.size(); ++i) {
+                const int c = static_cast<int>(slump() % 3);
+                b.Lagg({{28 * c + 14 + hojd[static_cast<std::size_t>(c)]++, ute[i]}});
+            }
+            // The plain search also tries every way of moving the foundations' tops about,
+            // and gives up on a few tables.
+            const auto [utfall, lika] = b.Jamfor(20000);
+            QVERIFY2(lika != 0, qPrintable(QString("table %1").arg(n)));
+            if (lika < 0)
+                continue;
+            (utfall == Utfall::Vinnbar ? vunna : hopplosa) += 1;
+            if (b.Hopplos())
+                QCOMPARE(utfall, Utfall::Ovinnbar);
+        }
+        QVERIFY(vunna > 20);
+        QVERIFY(hopplosa > 20);
     }
 
     // With all four twos home a three goes home at once; with one two out it waits, and
