@@ -410,6 +410,30 @@ private slots:
         }
     }
 
+    // The five of clubs on top: only the six of spades fits, and then nothing can follow it
+    // but the seven of diamonds, which lies under it. A card that must be last with a card
+    // under it cannot be. With the seven on the eight in another fan, the run goes up to
+    // the ten.
+    void blackholeSistMenInteUnderst() {
+        for (bool sjuanUnder : {true, false}) {
+            Bygge b(kBlackhole);
+            if (sjuanUnder)
+                b.Lagg({{Flakt(0, 0), K(RUTER, 7)},
+                        {Flakt(0, 1), K(HJARTER, 9)},
+                        {Flakt(0, 2), K(SPADER, 6)},
+                        {Flakt(1, 0), K(RUTER, 8)}});
+            else
+                b.Lagg({{Flakt(0, 0), K(HJARTER, 9)},
+                        {Flakt(0, 1), K(SPADER, 6)},
+                        {Flakt(1, 0), K(RUTER, 8)},
+                        {Flakt(1, 1), K(RUTER, 7)}});
+            b.Lagg({{Flakt(2, 0), K(KLOVER, 10)}});
+            FyllHalet(b, K(KLOVER, 5));
+            QCOMPARE(b.Hopplos(), sjuanUnder);
+            QCOMPARE(b.Avgor(), sjuanUnder ? Utfall::Ovinnbar : Utfall::Vinnbar);
+        }
+    }
+
     // Small tables dealt at random, a few cards in a few fans: the solver's verdict is the
     // plain search's every time, and both verdicts occur many times.
     void blackholeSlumpadeBord() {

@@ -209,7 +209,7 @@ bool Grannar(int a, int b) {
 // whole number of at least 0, and the values with cards must hang together by steps
 // taken. When no last value passes, no order of the cards is left that could empty the
 // fans, whatever the fans allow.
-bool IngenVag(const std::array<int, 14>& antal, int topp) {
+bool IngenVag(const std::array<int, 14>& antal, int topp, unsigned sista) {
     std::array<int, 13> n{};
     int narvarande = 0;
     for (int v = 1; v <= 13; ++v) {
@@ -217,7 +217,7 @@ bool IngenVag(const std::array<int, 14>& antal, int topp) {
         narvarande += n[static_cast<size_t>(v - 1)] > 0 ? 1 : 0;
     }
     for (int sist = 1; sist <= 13; ++sist) {
-        if (antal[static_cast<size_t>(sist)] == 0)
+        if ((sista >> sist & 1u) == 0)
             continue;
         std::array<int, 13> d{};
         for (int k = 0; k < 13; ++k)
@@ -273,7 +273,12 @@ public:
     // last. And the values left must still allow a sequence through them (IngenVag).
     bool Hopplos(const SpelBord& b) const override {
         const Lage lage(b);
-        if (lage.topp > 0 && IngenVag(lage.antal, lage.topp))
+        // The last card to go in has none under it: it lies at the bottom of its fan.
+        unsigned sista = 0;
+        for (int f = 0; f < kSolfjadrar; ++f)
+            if (lage.Hojd(f) > 0)
+                sista |= 1u << lage.Varde(f, 0);
+        if (lage.topp > 0 && IngenVag(lage.antal, lage.topp, sista))
             return true;
         int utanFoljare = 0;
         for (int f = 0; f < kSolfjadrar; ++f) {
@@ -296,7 +301,7 @@ public:
                                          (j == h - 1 && lage.topp > 0 && Grannar(v, lage.topp));
                 if (!foregangare)
                     return true;
-                if (iAndra == 0 && !granne(j - 1) && ++utanFoljare > 1)
+                if (iAndra == 0 && !granne(j - 1) && (j > 0 || ++utanFoljare > 1))
                     return true;
             }
         }
