@@ -196,14 +196,6 @@ HiscoreResultat Resultat(const Stallning& bord) {
 
 namespace {
 
-// A pile's cards from its base up.
-std::string HogensKort(const std::vector<Lucka>& luckor, int c) {
-    std::string kort;
-    for (int i = HogBas(c); i < HogBas(c) + kPerHog && !luckor[i].Tom(); ++i)
-        kort.push_back(KortKod(luckor[i]));
-    return kort;
-}
-
 bool ForFaHogar(const std::vector<Lucka>& l, const std::uint64_t* senare);
 
 int Kod(const Kort& k) {
@@ -315,12 +307,15 @@ public:
         }
         nyckel.append(hemma.begin(), hemma.end());
         nyckel.push_back(static_cast<char>(LekensTopp(luckor) - kForstaLek + 1));
-        std::array<std::string, kHogar> hogar;
+        // No two piles have the same card at the bottom, so ordering them by that card
+        // orders them by all their cards.
+        std::array<std::pair<char, int>, kHogar> hogar{};
         for (int c = 0; c < kHogar; ++c)
-            hogar[static_cast<size_t>(c)] = HogensKort(luckor, c);
+            hogar[static_cast<size_t>(c)] = {KortKod(luckor[HogBas(c)]), c};
         std::sort(hogar.begin(), hogar.end());
-        for (const std::string& hog : hogar) {
-            nyckel += hog;
+        for (const auto& [bas, c] : hogar) {
+            for (int i = HogBas(c); i < HogBas(c) + kPerHog && !luckor[i].Tom(); ++i)
+                nyckel.push_back(KortKod(luckor[i]));
             nyckel.push_back(0);
         }
     }
