@@ -42,6 +42,16 @@ struct Bygge {
             return Utfall::Okant;
         return svar.utfall;
     }
+    // The solver's verdict, and whether the plain search agrees within `plainMax` tables:
+    // 1 agrees, 0 differs, -1 gave up.
+    std::pair<Utfall, int> Jamfor(std::size_t plainMax) const {
+        SokSvar svar = Los(regler, *bord, SokGranser{500000});
+        int plain = PlainSok(regler, *bord, plainMax);
+        if (plain < 0)
+            return {svar.utfall, -1};
+        return {svar.utfall,
+                svar.utfall == (plain == 1 ? Utfall::Vinnbar : Utfall::Ovinnbar) ? 1 : 0};
+    }
     std::string Nyckel() const {
         std::string n;
         regler.Kunskap().Nyckel(*bord, n);
@@ -409,6 +419,79 @@ private slots:
         }
     }
 
+    // Godnattvalsen: one foundation built to the jack, three to the nine, so no ten lies
+    // free on top. The three tens out lie each under a jack of its own in a pile: every
+    // jack has a ten not under it, but the first jack to go needs one home before it, and
+    // none can get there. With the last ten lying on its jack instead, the deal is won.
+    void godnattvalsenTioriUnderKnektar() {
+        for (bool allaUnder : {true, false}) {
+            Bygge b(kGodnattvalsen);
+            const kortfarg farger[4] = {SPADER, HJARTER, RUTER, KLOVER};
+            for (int c = 0; c < 4; ++c)
+                for (int v = 1; v <= (c == 0 ? 11 : 9); ++v)
+                    b.Lagg({{28 * c + v - 1, K(farger[c], v)}});
+            b.Lagg({{14, K(KLOVER, 10)}, {15, K(HJARTER, 11)}});
+            b.Lagg({{42, K(RUTER, 10)}, {43, K(RUTER, 11)}});
+            if (allaUnder)
+                b.Lagg({{70, K(HJARTER, 10)}, {71, K(KLOVER, 11)}});
+            else
+                b.Lagg({{70, K(KLOVER, 11)}, {71, K(HJARTER, 10)}});
+            int lek = 112;
+            for (int v = 13; v >= 12; --v)
+                for (kortfarg f : farger)
+                    b.Lagg({{lek++, K(f, v)}});
+            QCOMPARE(b.Hopplos(), allaUnder);
+            QCOMPARE(b.Avgor(), allaUnder ? Utfall::Ovinnbar : Utfall::Vinnbar);
+        }
+    }
+
+    // Small tables at random: the foundations built to a few values short of the king, the
+    // cards left spread over the piles, perhaps four in the stock. The solver's verdict is
+    // the plain search's every time.
+    void godnattvalsenSlumpadeBord() {
+        std::mt19937 slump(5);
+        int vunna = 0;
+        int hopplosa = 0;
+        for (int n = 0; n < 120; ++n) {
+            Bygge b(kGodnattvalsen);
+            std::vector<Kort> ute;
+            std::array<int, 4> topp{};
+            for (int c = 0; c < 4; ++c)
+                topp[static_cast<std::size_t>(c)] = 9 + static_cast<int>(slump() % 4);
+            for (int v = 1; v <= 13; ++v) {
+                std::array<int, 4> farg{0, 1, 2, 3};
+                std::shuffle(farg.begin(), farg.end(), slump);
+                for (int c = 0; c < 4; ++c) {
+                    const Kort k = K(static_cast<kortfarg>(farg[static_cast<std::size_t>(c)]), v);
+                    if (v <= topp[static_cast<std::size_t>(c)])
+                        b.Lagg({{28 * c + v - 1, k}});
+                    else
+                        ute.push_back(k);
+                }
+            }
+            std::shuffle(ute.begin(), ute.end(), slump);
+            const std::size_t iLeken = ute.size() >= 8 && slump() % 2 == 0 ? 4 : 0;
+            for (std::size_t i = 0; i < iLeken; ++i)
+                b.Lagg({{112 + static_cast<int>(i), ute[i]}});
+            std::array<int, 4> hojd{};
+            for (std::size_t i = iLeken; i < ute.size(); ++i) {
+                const int c = static_cast<int>(slump() % 3);
+                b.Lagg({{28 * c + 14 + hojd[static_cast<std::size_t>(c)]++, ute[i]}});
+            }
+            // The plain search also tries every way of moving the foundations' tops about,
+            // and gives up on a few tables.
+            const auto [utfall, lika] = b.Jamfor(20000);
+            QVERIFY2(lika != 0, qPrintable(QString("table %1").arg(n)));
+            if (lika < 0)
+                continue;
+            (utfall == Utfall::Vinnbar ? vunna : hopplosa) += 1;
+            if (b.Hopplos())
+                QCOMPARE(utfall, Utfall::Ovinnbar);
+        }
+        QVERIFY(vunna > 20);
+        QVERIFY(hopplosa > 20);
+    }
+
     // With all four twos home a three goes home at once; with one two out it waits, and
     // that two goes instead (the aces are all home).
     void godnattvalsenSakertHem() {
@@ -649,6 +732,88 @@ private slots:
         QCOMPARE(b.Avgor(), Utfall::Ovinnbar);
     }
 
+    // The four of clubs on top, a five, three sixes and a seven left, each six with a
+    // neighbour in another fan: the sixes need a five or a seven between each two of them,
+    // and there are only two. A second seven wins.
+    void blackholeForManga() {
+        for (bool tvaSjuor : {false, true}) {
+            Bygge b(kBlackhole);
+            b.Lagg({{Flakt(0, 0), K(SPADER, 5)},
+                    {Flakt(1, 0), K(HJARTER, 6)},
+                    {Flakt(2, 0), K(RUTER, 6)},
+                    {Flakt(3, 0), K(KLOVER, 6)},
+                    {Flakt(4, 0), K(SPADER, 7)}});
+            if (tvaSjuor)
+                b.Lagg({{Flakt(5, 0), K(HJARTER, 7)}});
+            FyllHalet(b, K(KLOVER, 4));
+            QCOMPARE(b.Hopplos(), !tvaSjuor);
+            QCOMPARE(b.Avgor(), tvaSjuor ? Utfall::Vinnbar : Utfall::Ovinnbar);
+        }
+    }
+
+    // The five of clubs on top: only the six of spades fits, and then nothing can follow it
+    // but the seven of diamonds, which lies under it. A card that must be last with a card
+    // under it cannot be. With the seven on the eight in another fan, the run goes up to
+    // the ten.
+    void blackholeSistMenInteUnderst() {
+        for (bool sjuanUnder : {true, false}) {
+            Bygge b(kBlackhole);
+            if (sjuanUnder)
+                b.Lagg({{Flakt(0, 0), K(RUTER, 7)},
+                        {Flakt(0, 1), K(HJARTER, 9)},
+                        {Flakt(0, 2), K(SPADER, 6)},
+                        {Flakt(1, 0), K(RUTER, 8)}});
+            else
+                b.Lagg({{Flakt(0, 0), K(HJARTER, 9)},
+                        {Flakt(0, 1), K(SPADER, 6)},
+                        {Flakt(1, 0), K(RUTER, 8)},
+                        {Flakt(1, 1), K(RUTER, 7)}});
+            b.Lagg({{Flakt(2, 0), K(KLOVER, 10)}});
+            FyllHalet(b, K(KLOVER, 5));
+            QCOMPARE(b.Hopplos(), sjuanUnder);
+            QCOMPARE(b.Avgor(), sjuanUnder ? Utfall::Ovinnbar : Utfall::Vinnbar);
+        }
+    }
+
+    // Small tables dealt at random, a few cards in a few fans: the solver's verdict is the
+    // plain search's every time, and both verdicts occur many times.
+    void blackholeSlumpadeBord() {
+        std::mt19937 slump(21);
+        int vunna = 0;
+        int hopplosa = 0;
+        for (int n = 0; n < 400; ++n) {
+            Bygge b(kBlackhole);
+            // The cards of three values running from a random one, king to ace included.
+            const int forstaVarde = static_cast<int>(slump() % 13);
+            std::vector<int> lek;
+            for (int v = 0; v < 3; ++v)
+                for (int farg = 0; farg < 4; ++farg)
+                    lek.push_back(13 * farg + (forstaVarde + v) % 13);
+            std::shuffle(lek.begin(), lek.end(), slump);
+            auto kort = [&](int k) { return K(static_cast<kortfarg>(k / 13), k % 13 + 1); };
+            const int antal = 4 + static_cast<int>(slump() % 8);
+            const int flaktar = 4 + static_cast<int>(slump() % 6);
+            std::vector<int> hojd(static_cast<std::size_t>(flaktar), 0);
+            for (int i = 0; i < antal; ++i) {
+                int f = static_cast<int>(slump() % static_cast<unsigned>(flaktar));
+                for (int prov = 0; hojd[static_cast<std::size_t>(f)] == 3 && prov < flaktar; ++prov)
+                    f = (f + 1) % flaktar;
+                int& h = hojd[static_cast<std::size_t>(f)];
+                if (h == 3)
+                    break;
+                b.Lagg({{Flakt(f, h++), kort(lek[static_cast<std::size_t>(i)])}});
+            }
+            FyllHalet(b, kort(lek.back()));
+            const Utfall utfall = b.Avgor();
+            QVERIFY2(utfall != Utfall::Okant, qPrintable(QString("table %1").arg(n)));
+            (utfall == Utfall::Vinnbar ? vunna : hopplosa) += 1;
+            if (b.Hopplos())
+                QCOMPARE(utfall, Utfall::Ovinnbar);
+        }
+        QVERIFY(vunna > 40);
+        QVERIFY(hopplosa > 40);
+    }
+
     // Strategy's piles are alike, and so are its foundations: the same piles in another
     // order, and the ace of hearts home on another foundation, are the same table to the
     // search. An ace off the stock goes home at once, and of the moves onto the empty piles
@@ -672,6 +837,72 @@ private slots:
         QCOMPARE(dragen.size(), std::size_t(2));
         QCOMPARE(dragen[0], KortDrag(kStrategyLek, 1));
         QCOMPARE(dragen[1], KortDrag(kStrategyLek, 53));
+    }
+
+    // Strategy: every suit home but the hearts, of which the ace is home. The piles' tops are
+    // the two to the seven of hearts, two piles are empty, and the stock deals the eight,
+    // nine and ten of hearts in that order: each must lie on a pile of its own, as each goes
+    // home after the one before, and the piles under the low hearts are closed to them. Dealt
+    // eight, ten, nine, the nine goes on the ten.
+    void strategyForFaHogar() {
+        for (bool stigande : {true, false}) {
+            Bygge b(kStrategy);
+            for (int f = 0; f < 4; ++f) {
+                const auto farg = static_cast<kortfarg>(f);
+                for (int v = 1; v <= (farg == HJARTER ? 1 : 13); ++v)
+                    b.Lagg({{kStrategyGrund + 53 * f + v - 1, K(farg, v)}});
+            }
+            for (int c = 0; c < 5; ++c)
+                b.Lagg({{53 * c, K(HJARTER, 2 + c)}});
+            b.Lagg({{5 * 53, K(HJARTER, 13)},
+                    {5 * 53 + 1, K(HJARTER, 12)},
+                    {5 * 53 + 2, K(HJARTER, 11)},
+                    {5 * 53 + 3, K(HJARTER, 7)}});
+            const int fallande[3] = {9, 10, 8};
+            for (int i = 0; i < 3; ++i)
+                b.Lagg({{kStrategyLek + i, K(HJARTER, stigande ? 10 - i : fallande[i])}});
+            QCOMPARE(b.Hopplos(), stigande);
+            QCOMPARE(b.Avgor(), stigande ? Utfall::Ovinnbar : Utfall::Vinnbar);
+        }
+    }
+
+    // Small tables at random: two suits home, the last few cards of the other two spread
+    // over the piles and the stock. The solver's verdict is the plain search's every time.
+    void strategySlumpadeBord() {
+        std::mt19937 slump(7);
+        int vunna = 0;
+        int hopplosa = 0;
+        for (int n = 0; n < 100; ++n) {
+            Bygge b(kStrategy);
+            std::vector<Kort> ute;
+            for (int f = 0; f < 4; ++f) {
+                const auto farg = static_cast<kortfarg>(f);
+                const int hemma = f < 2 ? 13 : 6 + static_cast<int>(slump() % 5);
+                for (int v = 1; v <= 13; ++v) {
+                    if (v <= hemma)
+                        b.Lagg({{kStrategyGrund + 53 * f + v - 1, K(farg, v)}});
+                    else
+                        ute.push_back(K(farg, v));
+                }
+            }
+            std::shuffle(ute.begin(), ute.end(), slump);
+            const std::size_t iLeken =
+                std::min<std::size_t>(ute.size(), 2 + static_cast<std::size_t>(slump() % 3));
+            for (std::size_t i = 0; i < iLeken; ++i)
+                b.Lagg({{kStrategyLek + static_cast<int>(i), ute[i]}});
+            std::vector<int> hojd(8, 0);
+            for (std::size_t i = iLeken; i < ute.size(); ++i) {
+                const int c = static_cast<int>(slump() % 8);
+                b.Lagg({{53 * c + hojd[static_cast<std::size_t>(c)]++, ute[i]}});
+            }
+            const Utfall utfall = b.Avgor();
+            QVERIFY2(utfall != Utfall::Okant, qPrintable(QString("table %1").arg(n)));
+            (utfall == Utfall::Vinnbar ? vunna : hopplosa) += 1;
+            if (b.Hopplos())
+                QCOMPARE(utfall, Utfall::Ovinnbar);
+        }
+        QVERIFY(vunna > 20);
+        QVERIFY(hopplosa > 20);
     }
 
     // 13-Pyramiden: the five at the apex pairs only with an eight, and the only eight of the

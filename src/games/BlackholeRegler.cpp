@@ -5,7 +5,9 @@
 #include "games/KolumnRegler.h"
 #include "games/LekRegler.h"
 
+#include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstdlib>
 #include <string>
 
@@ -107,13 +109,19 @@ void DelaUt(Stallning& bord, Flygledare* flyg) {
 }
 
 std::vector<Drag> LagligaDrag(const Stallning& bord) {
+    const std::vector<Lucka>& luckor = bord.luckor;
     std::vector<Drag> drag;
+    const int topp = HaletsTopp(luckor);
+    const int till = HaletsNasta(luckor);
+    if (topp < 0 || till < 0)
+        return drag;
     for (int f = 0; f < kSolfjadrar; ++f) {
         int forsta = kForstaSolfjader + kPlatserPerSolfjader * f;
-        if (bord.luckor[forsta].Tom())
+        if (luckor[forsta].Tom())
             continue;
-        if (std::optional<Drag> d = KlickDrag(bord, Toppen(bord.luckor, forsta)))
-            drag.push_back(*d);
+        const int fran = Toppen(luckor, forsta);
+        if (Passar(luckor[fran].GeKort(), luckor[topp].GeKort()))
+            drag.push_back(KortDrag(fran, till));
     }
     return drag;
 }
@@ -144,33 +152,96 @@ HiscoreResultat Resultat(const Stallning& bord) {
 
 namespace {
 
-int KortIFlakt(const SpelBord& bord, int fran) {
-    int forsta = kForstaSolfjader + (fran - kForstaSolfjader) / kPlatserPerSolfjader * 4;
-    int antal = 0;
-    for (int j = 0; j < kPlatserPerSolfjader; ++j)
-        antal += bord.luckor[forsta + j].Tom() ? 0 : 1;
-    return antal;
+// How many cards the hole holds. It fills from its first slot without a gap, so the first
+// empty slot is found by halving.
+int IHalet(const std::vector<Lucka>& luckor) {
+    int tom = kSistaHal + 1;    // the first slot known empty (or past the hole)
+    int fylld = kForstaHal - 1; // the last slot known filled
+    while (tom - fylld > 1) {
+        const int mitt = (tom + fylld) / 2;
+        (luckor[mitt].Tom() ? tom : fylld) = mitt;
+    }
+    return tom - kForstaHal;
 }
 
-// Each card goes in one value from the last, so the values the hole's top reaches run
-// round the ring ace..king without a gap. Whether some card's value (counted in `antal`)
-// lies beyond values no card left has, both ways round from the top's.
-bool Avskurna(const std::array<int, 14>& antal, int topp) {
-    std::array<bool, 14> nas{};
-    nas[static_cast<size_t>(topp)] = true;
-    for (int steg : {1, 12}) {
-        int v = topp;
-        for (int k = 0; k < 12; ++k) {
-            v = (v - 1 + steg) % 13 + 1;
-            if (antal[static_cast<size_t>(v)] == 0)
-                break;
-            nas[static_cast<size_t>(v)] = true;
+// What the search asks of a table, read once: each fan's cards' values from the bottom
+// and the value of the hole's top card (0 for an empty hole).
+struct Lage {
+    std::array<std::array<std::int8_t, 3>, kSolfjadrar> varden{};
+    std::array<std::int8_t, kSolfjadrar> hojd{};
+    int topp = 0;
+    std::array<int, 14> antal{}; // the fans' cards by value
+
+    explicit Lage(const SpelBord& b) {
+        const std::vector<Lucka>& luckor = b.luckor;
+        for (int f = 0; f < kSolfjadrar; ++f) {
+            const int forsta = kForstaSolfjader + kPlatserPerSolfjader * f;
+            int h = 0;
+            while (h < 3 && !luckor[forsta + h].Tom()) {
+                const int v = luckor[forsta + h].GeKort().KortValor();
+                varden[static_cast<size_t>(f)][static_cast<size_t>(h)] =
+                    static_cast<std::int8_t>(v);
+                ++antal[static_cast<size_t>(v)];
+                ++h;
+            }
+            hojd[static_cast<size_t>(f)] = static_cast<std::int8_t>(h);
         }
+        const int iHalet = IHalet(b.luckor);
+        topp = iHalet > 0 ? luckor[kForstaHal + iHalet - 1].GeKort().KortValor() : 0;
     }
-    for (int v = 1; v <= 13; ++v)
-        if (antal[static_cast<size_t>(v)] > 0 && !nas[static_cast<size_t>(v)])
-            return true;
-    return false;
+    int Hojd(int f) const { return hojd[static_cast<size_t>(f)]; }
+    int Varde(int f, int j) const { return varden[static_cast<size_t>(f)][static_cast<size_t>(j)]; }
+    int ToppVarde(int f) const { return Varde(f, Hojd(f) - 1); }
+};
+
+bool Grannar(int a, int b) {
+    const int d = std::abs(a - b);
+    return d == 1 || d == 12;
+}
+
+// The cards still to go in follow the hole's top one by one, each a neighbour in value of
+// the one before it. Count the steps of that sequence between each value v and the next,
+// x(v) (the king's next is the ace): a value with n cards still to go (the top's counted
+// among them) is left and reached 2n times in all, once less for the top, where it begins,
+// and once less for the last card's value, where it ends. So x(v − 1) + x(v) = those
+// counts, thirteen equations round an odd ring, which fix every x: x(v) is half the sum of
+// the counts with alternating signs starting at v and going down. Each x must come out a
+// whole number of at least 0, and the values with cards must hang together by steps
+// taken. When no last value passes, no order of the cards is left that could empty the
+// fans, whatever the fans allow.
+bool IngenVag(const std::array<int, 14>& antal, int topp, unsigned sista) {
+    std::array<int, 13> n{};
+    int narvarande = 0;
+    for (int v = 1; v <= 13; ++v) {
+        n[static_cast<size_t>(v - 1)] = antal[static_cast<size_t>(v)] + (v == topp ? 1 : 0);
+        narvarande += n[static_cast<size_t>(v - 1)] > 0 ? 1 : 0;
+    }
+    for (int sist = 1; sist <= 13; ++sist) {
+        if ((sista >> sist & 1u) == 0)
+            continue;
+        std::array<int, 13> d{};
+        for (int k = 0; k < 13; ++k)
+            d[static_cast<size_t>(k)] =
+                2 * n[static_cast<size_t>(k)] - (k + 1 == topp ? 1 : 0) - (k + 1 == sist ? 1 : 0);
+        // x[k] counts the steps between values k + 1 and k + 2.
+        int summa = d[0];
+        for (int j = 1; j < 13; ++j)
+            summa += (j % 2 == 1 ? -1 : 1) * d[static_cast<size_t>(13 - j)];
+        if (summa < 0 || summa % 2 != 0)
+            continue;
+        std::array<int, 13> x{};
+        x[0] = summa / 2;
+        bool ok = true;
+        int steg = x[0] > 0 ? 1 : 0;
+        for (int k = 1; k < 13 && ok; ++k) {
+            x[static_cast<size_t>(k)] = d[static_cast<size_t>(k)] - x[static_cast<size_t>(k - 1)];
+            ok = x[static_cast<size_t>(k)] >= 0;
+            steg += x[static_cast<size_t>(k)] > 0 ? 1 : 0;
+        }
+        if (ok && steg >= narvarande - 1)
+            return false;
+    }
+    return true;
 }
 
 class Kunskap final : public SokKunskap {
@@ -179,20 +250,18 @@ public:
     // cards) and the value of the hole's top card: the cards beneath it never move again,
     // and suits do not matter.
     void Nyckel(const SpelBord& b, std::string& nyckel) const override {
+        const Lage lage(b);
         unsigned packat = 0;
         int i = 0;
         for (int f = 0; f < kSolfjadrar; ++f) {
-            const int forsta = kForstaSolfjader + kPlatserPerSolfjader * f;
-            const int antal = b.luckor[forsta].Tom() ? 0 : Toppen(b.luckor, forsta) - forsta + 1;
-            packat |= static_cast<unsigned>(antal) << (2 * i);
+            packat |= static_cast<unsigned>(lage.Hojd(f)) << (2 * i);
             if (++i == 4 || f == kSolfjadrar - 1) {
                 nyckel.push_back(static_cast<char>(packat));
                 packat = 0;
                 i = 0;
             }
         }
-        int topp = HaletsTopp(b.luckor);
-        nyckel.push_back(static_cast<char>(topp < 0 ? 0 : b.luckor[topp].GeKort().KortValor()));
+        nyckel.push_back(static_cast<char>(lage.topp));
     }
 
     // Every card still in a fan goes into the hole right after a neighbour in value: the
@@ -201,40 +270,38 @@ public:
     // between would have to go in between); one under it never. So a card with no such
     // neighbour can never go in. Likewise each card but the last is followed by a neighbour
     // from another fan or lying directly under it: two cards without one cannot both be
-    // last.
+    // last. And the values left must still allow a sequence through them (IngenVag).
     bool Hopplos(const SpelBord& b) const override {
-        const std::vector<Lucka>& luckor = b.luckor;
-        const int haletsTopp = HaletsTopp(luckor);
-        std::array<int, 14> iAlla{};
-        for (int i = kForstaSolfjader; i <= kSistaSolfjader; ++i)
-            if (!luckor[i].Tom())
-                ++iAlla[static_cast<size_t>(luckor[i].GeKort().KortValor())];
-        if (haletsTopp >= 0 && Avskurna(iAlla, luckor[haletsTopp].GeKort().KortValor()))
+        const Lage lage(b);
+        // The last card to go in has none under it: it lies at the bottom of its fan.
+        unsigned sista = 0;
+        for (int f = 0; f < kSolfjadrar; ++f)
+            if (lage.Hojd(f) > 0)
+                sista |= 1u << lage.Varde(f, 0);
+        if (lage.topp > 0 && IngenVag(lage.antal, lage.topp, sista))
             return true;
         int utanFoljare = 0;
         for (int f = 0; f < kSolfjadrar; ++f) {
-            const int forsta = kForstaSolfjader + kPlatserPerSolfjader * f;
-            if (luckor[forsta].Tom())
+            const int h = lage.Hojd(f);
+            if (h == 0)
                 continue;
-            const int topp = Toppen(luckor, forsta);
             std::array<int, 14> iFlakten{};
-            for (int i = forsta; i <= topp; ++i)
-                ++iFlakten[static_cast<size_t>(luckor[i].GeKort().KortValor())];
-            for (int i = forsta; i <= topp; ++i) {
-                const Kort& kort = luckor[i].GeKort();
-                const int v = kort.KortValor();
+            for (int j = 0; j < h; ++j)
+                ++iFlakten[static_cast<size_t>(lage.Varde(f, j))];
+            for (int j = 0; j < h; ++j) {
+                const int v = lage.Varde(f, j);
                 const auto ned = static_cast<size_t>(v == 1 ? 13 : v - 1);
                 const auto upp = static_cast<size_t>(v == 13 ? 1 : v + 1);
-                const int iAndra = iAlla[ned] + iAlla[upp] - iFlakten[ned] - iFlakten[upp];
-                auto granne = [&](int j) {
-                    return j >= forsta && j <= topp && Passar(luckor[j].GeKort(), kort);
+                const int iAndra =
+                    lage.antal[ned] + lage.antal[upp] - iFlakten[ned] - iFlakten[upp];
+                auto granne = [&](int k) {
+                    return k >= 0 && k < h && Grannar(lage.Varde(f, k), v);
                 };
-                const bool foregangare =
-                    iAndra > 0 || granne(i + 1) ||
-                    (i == topp && haletsTopp >= 0 && Passar(kort, luckor[haletsTopp].GeKort()));
+                const bool foregangare = iAndra > 0 || granne(j + 1) ||
+                                         (j == h - 1 && lage.topp > 0 && Grannar(v, lage.topp));
                 if (!foregangare)
                     return true;
-                if (iAndra == 0 && !granne(i - 1) && ++utanFoljare > 1)
+                if (iAndra == 0 && !granne(j - 1) && (j > 0 || ++utanFoljare > 1))
                     return true;
             }
         }
@@ -245,28 +312,28 @@ public:
     // among those, the moves after which the most fan tops fit the new hole card (counting
     // the card the move uncovers).
     void Ordna(const SpelBord& b, std::vector<Drag>& dragen) const override {
+        const Lage lage(b);
         auto foljare = [&](const Drag& d) {
-            const Kort& kort = b.luckor[d.fran].GeKort();
+            const int fran = (d.fran - kForstaSolfjader) / kPlatserPerSolfjader;
+            const int v = lage.ToppVarde(fran);
             int antal = 0;
             for (int f = 0; f < kSolfjadrar; ++f) {
-                int forsta = kForstaSolfjader + kPlatserPerSolfjader * f;
-                if (b.luckor[forsta].Tom())
-                    continue;
-                int topp = Toppen(b.luckor, forsta);
-                if (topp == d.fran)
-                    topp = topp > forsta ? topp - 1 : -1;
-                if (topp >= 0 && Passar(b.luckor[topp].GeKort(), kort))
+                const int h = lage.Hojd(f) - (f == fran ? 1 : 0);
+                if (h > 0 && Grannar(lage.Varde(f, h - 1), v))
                     ++antal;
             }
-            return KortIFlakt(b, d.fran) * 8 + antal;
+            return lage.Hojd(fran) * 8 + antal;
         };
-        std::vector<std::pair<int, Drag>> ordnade;
-        for (const Drag& d : dragen)
-            ordnade.emplace_back(-foljare(d), d);
-        std::stable_sort(ordnade.begin(), ordnade.end(),
-                         [](const auto& x, const auto& y) { return x.first < y.first; });
-        for (std::size_t i = 0; i < dragen.size(); ++i)
-            dragen[i] = ordnade[i].second;
+        std::array<std::pair<int, int>, kSolfjadrar> ordning{};
+        const std::size_t n = dragen.size();
+        for (std::size_t i = 0; i < n; ++i)
+            ordning[i] = {-foljare(dragen[i]), static_cast<int>(i)};
+        std::sort(ordning.begin(), ordning.begin() + static_cast<std::ptrdiff_t>(n));
+        std::array<Drag, kSolfjadrar> ordnade{};
+        for (std::size_t i = 0; i < n; ++i)
+            ordnade[i] = dragen[static_cast<size_t>(ordning[i].second)];
+        std::copy(ordnade.begin(), ordnade.begin() + static_cast<std::ptrdiff_t>(n),
+                  dragen.begin());
     }
     // For the quick first pass: only the two most promising moves of each table.
     bool HarTroligaDrag() const override { return true; }

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <string>
 
@@ -233,24 +234,98 @@ bool RackerTill(const std::uint8_t* sparr, int antal, unsigned tagna, int lediga
     return false;
 }
 
+// A foundation holds every value from the ace up to its top, so at any time at least as
+// many cards of a value u are home as of any higher value w. The k-th card of w to go home
+// thus finds at least k cards of u home, and none of them lies under it or under a card of
+// w that goes home after it in a pile (those go home after it). Whether the cards of w
+// still out can go home in some order keeping that, for every pair of values where a card
+// of w lies over a lower card u in a pile.
+bool OrdningFinns(const std::vector<Lucka>& luckor, const std::array<int, 14>& hemma) {
+    // Each card still out: its index among the cards of its value still out.
+    std::array<int, 53> index{};
+    std::array<int, 14> ute{};
+    auto rakna = [&](int i) {
+        const Kort& k = luckor[i].GeKort();
+        index[static_cast<size_t>(13 * k.KortFarg() + k.KortValor())] =
+            ute[static_cast<size_t>(k.KortValor())]++;
+    };
+    for (int c = 0; c < kKolumner; ++c)
+        for (int i = HogBas(c); i < GrundBas(c) + kPerKolumn && !luckor[i].Tom(); ++i)
+            rakna(i);
+    for (int i = kForstaLek; i <= kSistaLek && !luckor[i].Tom(); ++i)
+        rakna(i);
+    auto indexFor = [&](const Kort& k) {
+        return index[static_cast<size_t>(13 * k.KortFarg() + k.KortValor())];
+    };
+    // under[u][w][y]: the cards of u (as bits) lying under card y of w in its pile.
+    std::uint8_t under[14][14][4] = {};
+    bool nagon = false;
+    for (int c = 0; c < kKolumner; ++c)
+        for (int j = HogBas(c) + 1; j < GrundBas(c) + kPerKolumn && !luckor[j].Tom(); ++j) {
+            const Kort& y = luckor[j].GeKort();
+            for (int i = HogBas(c); i < j; ++i) {
+                const Kort& x = luckor[i].GeKort();
+                if (x.KortValor() >= y.KortValor())
+                    continue;
+                under[x.KortValor()][y.KortValor()][indexFor(y)] |=
+                    static_cast<std::uint8_t>(1u << indexFor(x));
+                nagon = true;
+            }
+        }
+    if (!nagon)
+        return true;
+    for (int u = 1; u < 13; ++u)
+        for (int w = u + 1; w <= 13; ++w) {
+            const std::uint8_t* b = under[u][w];
+            if ((b[0] | b[1] | b[2] | b[3]) == 0)
+                continue;
+            const int m = ute[static_cast<size_t>(w)];
+            const int iU = ute[static_cast<size_t>(u)];
+            // mojlig[S]: the cards of S can be the last |S| of w to go home, in some order.
+            bool mojlig[16] = {};
+            bool hela = false;
+            for (unsigned s = 1; s < (1u << m); ++s) {
+                unsigned upptagna = 0;
+                int storlek = 0;
+                for (int y = 0; y < m; ++y)
+                    if ((s >> y & 1u) != 0) {
+                        upptagna |= b[y];
+                        ++storlek;
+                    }
+                // The first of S to go home is the (m − |S| + 1)-th of w still out.
+                const int behov =
+                    hemma[static_cast<size_t>(w)] + m - storlek + 1 - hemma[static_cast<size_t>(u)];
+                bool ok = iU - std::popcount(upptagna) >= behov;
+                if (ok && storlek > 1) {
+                    ok = false;
+                    for (int y = 0; y < m && !ok; ++y)
+                        ok = (s >> y & 1u) != 0 && mojlig[s & ~(1u << y)];
+                }
+                mojlig[s] = ok;
+                hela = ok && s == (1u << m) - 1;
+            }
+            if (!hela)
+                return false;
+        }
+    return true;
+}
+
 class Kunskap final : public SokKunskap {
 public:
-    // Moving a card between foundations never changes which values lie on top, so tables
-    // differ by the piles, the stock and the foundations' top values.
+    // A pile only takes the stock's cards, dealt in the deal's order, and only gives its
+    // top, so its cards lie in the order they were dealt: which cards are still in the
+    // piles, with how many the stock still holds, tells every pile. The foundations are
+    // built by value alone from four aces, so the cards home of each value tell how many
+    // foundations have reached it, and with that every foundation's top (moving a card
+    // between foundations changes none of this): the moves open are the same, which
+    // foundation takes a card aside.
     void Nyckel(const SpelBord& bord, std::string& nyckel) const override {
-        int toppar[kKolumner];
-        for (int c = 0; c < kKolumner; ++c) {
-            int topp = -1;
-            for (int i = GrundBas(c); i < HogBas(c); ++i)
-                if (!bord.luckor[i].Tom())
-                    topp = bord.luckor[i].GeKort().KortValor();
-            toppar[c] = topp;
-            for (int i = HogBas(c); i < GrundBas(c) + kPerKolumn; ++i)
-                nyckel.push_back(KortKod(bord.luckor[i]));
-        }
-        std::sort(toppar, toppar + kKolumner);
-        for (int t : toppar)
-            nyckel.push_back(static_cast<char>(t + 2));
+        std::uint64_t ute = 0;
+        for (int c = 0; c < kKolumner; ++c)
+            for (int i = HogBas(c); i < GrundBas(c) + kPerKolumn && !bord.luckor[i].Tom(); ++i)
+                ute |= std::uint64_t{1} << KortKod(bord.luckor[i]);
+        for (int b = 0; b < 7; ++b)
+            nyckel.push_back(static_cast<char>(ute >> (8 * b)));
         nyckel.push_back(static_cast<char>(AntalFyllda(bord.luckor, kForstaLek, kSistaLek)));
     }
     // The piles' cards before the stock; the moves between foundations are left out, as
@@ -327,7 +402,7 @@ public:
             if (!nagonSparr && antal[v] > lediga + antal[v - 1])
                 return true;
         }
-        return false;
+        return !OrdningFinns(luckor, hemma);
     }
 };
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <string>
 
 namespace StrategyRegler {
@@ -182,7 +183,10 @@ int Angra(Stallning& bord, Flygledare* flyg) {
 }
 
 bool KlarSpel(Stallning& bord) {
-    bord.kortHemma = AntalFyllda(bord.luckor, kForstaGrund, kSistaGrund);
+    int hemma = 0;
+    for (int i = kForstaGrund; i <= kSistaGrund; ++i)
+        hemma += bord.luckor[static_cast<std::size_t>(i)].Tom() ? 0 : 1;
+    bord.kortHemma = hemma;
     return bord.kortHemma == kVunnet;
 }
 
@@ -192,12 +196,96 @@ HiscoreResultat Resultat(const Stallning& bord) {
 
 namespace {
 
-// A pile's cards from its base up.
-std::string HogensKort(const std::vector<Lucka>& luckor, int c) {
-    std::string kort;
-    for (int i = HogBas(c); i < HogBas(c) + kPerHog && !luckor[i].Tom(); ++i)
-        kort.push_back(KortKod(luckor[i]));
-    return kort;
+bool ForFaHogar(const std::vector<Lucka>& l, const std::uint64_t* senare);
+
+int Kod(const Kort& k) {
+    return 13 * k.KortFarg() + k.KortValor() - 1;
+}
+
+// A pile's cards leave only once the stock is out, and then only to their foundations:
+// each card after the one above it in its pile and after its suit's card one lower. When
+// those orders go round in a circle no card of the circle can ever go home. Cards still
+// in the stock only add orders, so a circle now stays one. Else the stock's cards may
+// still want more piles than they can have (ForFaHogar).
+bool KanInteVinnas(const std::vector<Lucka>& l) {
+    bool ute[52] = {};
+    int fore[52] = {}; // how many cards must go home first
+    int efter[52][2];  // the cards that wait for it: the one below it, its suit's next
+    int antalEfter[52] = {};
+    // A pile and the stock fill from their first slot up without a gap.
+    for (int c = 0; c < kHogar; ++c)
+        for (int i = HogBas(c); i < HogBas(c) + kPerHog && !l[i].Tom(); ++i)
+            ute[Kod(l[i].GeKort())] = true;
+    for (int i = kForstaLek; i <= kSistaLek && !l[i].Tom(); ++i)
+        ute[Kod(l[i].GeKort())] = true;
+    auto vantar = [&](int forst, int sedan) {
+        efter[forst][antalEfter[forst]++] = sedan;
+        ++fore[sedan];
+    };
+    for (int k = 0; k < 52; ++k)
+        if (ute[k] && k % 13 > 0 && ute[k - 1])
+            vantar(k - 1, k);
+    for (int c = 0; c < kHogar; ++c)
+        for (int i = HogBas(c) + 1; i < HogBas(c) + kPerHog && !l[i].Tom(); ++i)
+            vantar(Kod(l[i].GeKort()), Kod(l[i - 1].GeKort()));
+    int klara[52];
+    int n = 0;
+    int kvar = 0;
+    for (int k = 0; k < 52; ++k) {
+        kvar += ute[k] ? 1 : 0;
+        if (ute[k] && fore[k] == 0)
+            klara[n++] = k;
+    }
+    for (int j = 0; j < n; ++j)
+        for (int e = 0; e < antalEfter[klara[j]]; ++e)
+            if (--fore[efter[klara[j]][e]] == 0)
+                klara[n++] = efter[klara[j]][e];
+    if (n < kvar)
+        return true;
+    // senare[k]: the cards that must go home after card k, through those orders.
+    std::uint64_t senare[52] = {};
+    for (int j = n - 1; j >= 0; --j) {
+        const int k = klara[j];
+        for (int e = 0; e < antalEfter[k]; ++e)
+            senare[k] |= senare[efter[k][e]] | std::uint64_t{1} << efter[k][e];
+    }
+    return ForFaHogar(l, senare);
+}
+
+// A card put on a pile must go home before every card under it. So a pile whose top must
+// go home before card x can never take x: whatever lands on it later goes home before
+// that top, so before x. And of cards that come off the stock one after another each
+// going home after the one before it, no two can share a pile (the later would lie
+// above the earlier). So each stock card x needs as many piles open to it now (empty,
+// or with a top that need not go home before x) as the longest such run starting at x:
+// the run's cards go home after x, so a pile closed to x is closed to them all. The
+// aces go home as they come and are left out.
+bool ForFaHogar(const std::vector<Lucka>& l, const std::uint64_t* senare) {
+    int toppar[kHogar];
+    for (int c = 0; c < kHogar; ++c) {
+        const int bas = HogBas(c);
+        toppar[c] = l[bas].Tom() ? -1 : Kod(l[Toppen(l, bas)].GeKort());
+    }
+    // minst[n]: the stock cards seen so far that start a run of at least n + 1 cards (no
+    // run longer than the piles is let through).
+    std::uint64_t minst[kHogar] = {};
+    // From the stock's bottom, the last to come, up.
+    for (int i = kForstaLek; i <= kSistaLek && !l[i].Tom(); ++i) {
+        if (l[i].GeKort().KortValor() == 1)
+            continue;
+        const int x = Kod(l[i].GeKort());
+        int lang = 1;
+        while (lang <= kHogar && (senare[x] & minst[lang - 1]) != 0)
+            ++lang;
+        int oppna = 0;
+        for (int t : toppar)
+            oppna += t < 0 || (senare[t] >> x & 1u) == 0 ? 1 : 0;
+        if (oppna < lang)
+            return true;
+        for (int n = 0; n < lang; ++n)
+            minst[n] |= std::uint64_t{1} << x;
+    }
+    return false;
 }
 
 class Kunskap final : public SokKunskap {
@@ -219,12 +307,15 @@ public:
         }
         nyckel.append(hemma.begin(), hemma.end());
         nyckel.push_back(static_cast<char>(LekensTopp(luckor) - kForstaLek + 1));
-        std::array<std::string, kHogar> hogar;
+        // No two piles have the same card at the bottom, so ordering them by that card
+        // orders them by all their cards.
+        std::array<std::pair<char, int>, kHogar> hogar{};
         for (int c = 0; c < kHogar; ++c)
-            hogar[static_cast<size_t>(c)] = HogensKort(luckor, c);
+            hogar[static_cast<size_t>(c)] = {KortKod(luckor[HogBas(c)]), c};
         std::sort(hogar.begin(), hogar.end());
-        for (const std::string& hog : hogar) {
-            nyckel += hog;
+        for (const auto& [bas, c] : hogar) {
+            for (int i = HogBas(c); i < HogBas(c) + kPerHog && !luckor[i].Tom(); ++i)
+                nyckel.push_back(KortKod(luckor[i]));
             nyckel.push_back(0);
         }
     }
@@ -275,47 +366,7 @@ public:
                 return static_cast<int>(i);
         return -1;
     }
-    // A pile's cards leave only once the stock is out, and then only to their foundations:
-    // each card after the one above it in its pile and after its suit's card one lower. When
-    // those orders go round in a circle no card of the circle can ever go home. Cards still
-    // in the stock only add orders, so a circle now stays one.
-    bool Hopplos(const SpelBord& bord) const override {
-        const std::vector<Lucka>& l = bord.luckor;
-        bool ute[52] = {};
-        int fore[52] = {}; // how many cards must go home first
-        int efter[52][2];  // the cards that wait for it: the one below it, its suit's next
-        int antalEfter[52] = {};
-        auto kod = [](const Kort& k) { return 13 * k.KortFarg() + k.KortValor() - 1; };
-        for (int i = 0; i < kForstaGrund; ++i)
-            if (!l[i].Tom())
-                ute[kod(l[i].GeKort())] = true;
-        for (int i = kForstaLek; i <= kSistaLek; ++i)
-            if (!l[i].Tom())
-                ute[kod(l[i].GeKort())] = true;
-        auto vantar = [&](int forst, int sedan) {
-            efter[forst][antalEfter[forst]++] = sedan;
-            ++fore[sedan];
-        };
-        for (int k = 0; k < 52; ++k)
-            if (ute[k] && k % 13 > 0 && ute[k - 1])
-                vantar(k - 1, k);
-        for (int c = 0; c < kHogar; ++c)
-            for (int i = HogBas(c) + 1; i < HogBas(c) + kPerHog && !l[i].Tom(); ++i)
-                vantar(kod(l[i].GeKort()), kod(l[i - 1].GeKort()));
-        int klara[52];
-        int n = 0;
-        int kvar = 0;
-        for (int k = 0; k < 52; ++k) {
-            kvar += ute[k] ? 1 : 0;
-            if (ute[k] && fore[k] == 0)
-                klara[n++] = k;
-        }
-        for (int j = 0; j < n; ++j)
-            for (int e = 0; e < antalEfter[klara[j]]; ++e)
-                if (--fore[efter[klara[j]][e]] == 0)
-                    klara[n++] = efter[klara[j]][e];
-        return n < kvar;
-    }
+    bool Hopplos(const SpelBord& bord) const override { return KanInteVinnas(bord.luckor); }
     // For the quick first pass: only the three most promising moves of each table.
     bool HarTroligaDrag() const override { return true; }
     void GallraHastigt(const SpelBord& bord, std::vector<Drag>& dragen) const override {
