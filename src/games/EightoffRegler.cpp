@@ -33,6 +33,13 @@ bool IFoljd(const Kort& under, const Kort& kort) {
     return under.KortFarg() == kort.KortFarg() && under.KortValor() == kort.KortValor() + 1;
 }
 
+// A card taken off the card one higher of its suit in a column into a free cell: a run
+// already built is broken.
+bool BryterRad(const std::vector<Lucka>& l, const Drag& d) {
+    return d.fran < kForstaFricell && !KolumnRegler::KolumnBas(d.fran) && FricellsPlats(d.till) &&
+           IFoljd(l[d.fran - 1].GeKort(), l[d.fran].GeKort());
+}
+
 // Free cells `forsta`, `forsta` + 2, ... (`antal` of them), each with its spare slot, in an
 // order that does not depend on which cell holds what.
 void CellerSomMangd(const std::vector<Lucka>& l, int forsta, int antal, std::string& nyckel) {
@@ -96,19 +103,43 @@ public:
     void Ordna(const SpelBord& b, std::vector<Drag>& dragen) const override {
         Kolumn().Ordna(b, dragen);
     }
+    // Any card home, and an ace onto a base but the first while one is empty: the first
+    // counts as a free place while empty.
     int TroligtDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
-        return Kolumn().TroligtDrag(b, dragen);
+        int hem = -1;
+        for (std::size_t i = 0; i < dragen.size(); ++i) {
+            const Drag& d = dragen[i];
+            if (d.slag != DragSlag::Kort || d.fran >= kForstaGrund || d.till < kForstaGrund ||
+                d.till >= kForstaLek)
+                continue;
+            if (d.till != kForstaGrund)
+                return static_cast<int>(i);
+            if (b.luckor[d.fran].GeKort().KortValor() != 1)
+                continue;
+            if (hem < 0)
+                hem = static_cast<int>(i);
+        }
+        return hem;
     }
     bool HarTroligaDrag() const override { return true; }
 
-    // The column family's, and no card taken off the card one higher of its suit into a
-    // free cell: that breaks a run already built.
+    // The column family's; no card taken off the card one higher of its suit into a free
+    // cell (that breaks a run already built); and while two places or fewer are free (free
+    // cells and columns), no card from a column into a free cell: the last places are kept
+    // for cards on their way home.
     void GallraHastigt(const SpelBord& b, std::vector<Drag>& dragen) const override {
         Kolumn().GallraHastigt(b, dragen);
         const std::vector<Lucka>& l = b.luckor;
+        int fria = 0;
+        for (int i = kForstaFricell; i < kForstaGrund; i += 2)
+            if (l[i].Tom())
+                ++fria;
+        for (int c = 0; c < KolumnRegler::kKolumner; ++c)
+            if (l[c * KolumnRegler::kPlatserPerKolumn].Tom())
+                ++fria;
         std::erase_if(dragen, [&](const Drag& d) {
-            return d.fran < kForstaFricell && !KolumnRegler::KolumnBas(d.fran) &&
-                   FricellsPlats(d.till) && IFoljd(l[d.fran - 1].GeKort(), l[d.fran].GeKort());
+            return BryterRad(l, d) ||
+                   (fria <= 2 && d.fran < kForstaFricell && FricellsPlats(d.till));
         });
     }
 
