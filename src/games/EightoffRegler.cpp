@@ -40,6 +40,34 @@ bool BryterRad(const std::vector<Lucka>& l, const Drag& d) {
            IFoljd(l[d.fran - 1].GeKort(), l[d.fran].GeKort());
 }
 
+// The first move of a card home, one onto an empty base but the first where there is one
+// (a non-ace onto the first base from cell 8's spare is not one); -1.
+int HemDrag(const std::vector<Lucka>& l, const std::vector<Drag>& dragen) {
+    int forstaBasen = -1;
+    for (std::size_t i = 0; i < dragen.size(); ++i) {
+        const Drag& d = dragen[i];
+        if (d.slag != DragSlag::Kort || d.fran >= kForstaGrund || d.till < kForstaGrund ||
+            d.till >= kForstaLek)
+            continue;
+        if (d.till != kForstaGrund)
+            return static_cast<int>(i);
+        if (forstaBasen < 0 && l[d.fran].GeKort().KortValor() == 1)
+            forstaBasen = static_cast<int>(i);
+    }
+    return forstaBasen;
+}
+
+// The first move of a card from a free cell or its spare onto a card in a column; -1.
+int UrCellPaKort(const std::vector<Drag>& dragen) {
+    for (std::size_t i = 0; i < dragen.size(); ++i) {
+        const Drag& d = dragen[i];
+        if (d.slag == DragSlag::Kort && d.fran >= kForstaFricell && d.fran < kForstaGrund &&
+            d.till < kForstaFricell && !KolumnRegler::KolumnBas(d.till))
+            return static_cast<int>(i);
+    }
+    return -1;
+}
+
 // Free cells `forsta`, `forsta` + 2, ... (`antal` of them), each with its spare slot, in an
 // order that does not depend on which cell holds what.
 void CellerSomMangd(const std::vector<Lucka>& l, int forsta, int antal, std::string& nyckel) {
@@ -104,22 +132,11 @@ public:
         Kolumn().Ordna(b, dragen);
     }
     // Any card home, and an ace onto a base but the first while one is empty: the first
-    // counts as a free place while empty.
+    // counts as a free place while empty. Else a card out of a free cell onto the card one
+    // higher of its suit in a column.
     int TroligtDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
-        int hem = -1;
-        for (std::size_t i = 0; i < dragen.size(); ++i) {
-            const Drag& d = dragen[i];
-            if (d.slag != DragSlag::Kort || d.fran >= kForstaGrund || d.till < kForstaGrund ||
-                d.till >= kForstaLek)
-                continue;
-            if (d.till != kForstaGrund)
-                return static_cast<int>(i);
-            if (b.luckor[d.fran].GeKort().KortValor() != 1)
-                continue;
-            if (hem < 0)
-                hem = static_cast<int>(i);
-        }
-        return hem;
+        const int hem = HemDrag(b.luckor, dragen);
+        return hem >= 0 ? hem : UrCellPaKort(dragen);
     }
     bool HarTroligaDrag() const override { return true; }
 
