@@ -145,6 +145,10 @@ void IdiotenBlandadSlut(Bygge& b, int kolumner, std::mt19937& slump) {
                      K(static_cast<kortfarg>((kort[i] - 1) / 13), (kort[i] - 1) % 13 + 1)}});
 }
 
+constexpr int kEightoff = 9;
+constexpr int kEightoffCell = 176;  // free cell i is slot 176 + 2i, its spare the next
+constexpr int kEightoffGrund = 192; // foundation f level k is slot 192 + 13f + k
+
 } // namespace
 
 class TestSokKunskap : public QObject {
@@ -903,6 +907,61 @@ private slots:
         }
         QVERIFY(vunna > 20);
         QVERIFY(hopplosa > 20);
+    }
+
+    // Eight off: the cards in free cells 2..4 may change cells, and so may those in 5..7
+    // and a suit between foundations 2..4; a card in cell 2 is not one in cell 5, nor are
+    // two columns in each other's places.
+    void eightoffNyckelnsGrupper() {
+        auto nyckel = [](std::initializer_list<std::pair<int, Kort>> kort) {
+            Bygge b(kEightoff);
+            b.Lagg({{0, K(KLOVER, 13)}, {1, K(KLOVER, 12)}, {22, K(HJARTER, 9)}});
+            b.Lagg(kort);
+            return b.Nyckel();
+        };
+        const std::string grund = nyckel({{kEightoffCell + 2, K(RUTER, 4)},
+                                          {kEightoffCell + 8, K(SPADER, 7)},
+                                          {kEightoffCell + 9, K(SPADER, 8)},
+                                          {kEightoffGrund + 13, K(HJARTER, 1)}});
+        QCOMPARE(nyckel({{kEightoffCell + 6, K(RUTER, 4)},
+                         {kEightoffCell + 12, K(SPADER, 7)},
+                         {kEightoffCell + 13, K(SPADER, 8)},
+                         {kEightoffGrund + 39, K(HJARTER, 1)}}),
+                 grund);
+        QVERIFY(nyckel({{kEightoffCell + 10, K(RUTER, 4)},
+                        {kEightoffCell + 8, K(SPADER, 7)},
+                        {kEightoffCell + 9, K(SPADER, 8)},
+                        {kEightoffGrund + 13, K(HJARTER, 1)}}) != grund);
+        QVERIFY(nyckel({{kEightoffCell + 2, K(RUTER, 4)},
+                        {kEightoffCell + 14, K(SPADER, 7)},
+                        {kEightoffCell + 15, K(SPADER, 8)},
+                        {kEightoffGrund + 13, K(HJARTER, 1)}}) != grund);
+        QVERIFY(nyckel({{kEightoffCell + 2, K(RUTER, 4)},
+                        {kEightoffCell + 8, K(SPADER, 7)},
+                        {kEightoffCell + 9, K(SPADER, 8)},
+                        {kEightoffGrund, K(HJARTER, 1)}}) != grund);
+        Bygge ena(kEightoff);
+        ena.Lagg({{0, K(KLOVER, 13)}, {22, K(HJARTER, 9)}});
+        Bygge andra(kEightoff);
+        andra.Lagg({{22, K(KLOVER, 13)}, {0, K(HJARTER, 9)}});
+        QVERIFY(ena.Nyckel() != andra.Nyckel());
+    }
+
+    // Eight off: of a lone king's moves into empty places the search keeps one into each
+    // group of free cells alike (1, 2..4, 5..7, 8) and one into every empty column.
+    void eightoffOrdnaBehallerOlikaPlatser() {
+        Bygge b(kEightoff);
+        b.Lagg({{0, K(KLOVER, 13)}});
+        std::vector<Drag> dragen = Sokbara(b.regler, *b.bord);
+        QCOMPARE(dragen.size(), std::size_t{15});
+        b.regler.Kunskap().Ordna(*b.bord, dragen);
+        std::vector<int> till;
+        for (const Drag& d : dragen)
+            till.push_back(d.till);
+        std::sort(till.begin(), till.end());
+        QCOMPARE(till,
+                 (std::vector<int>{22, 44, 66, 88, 110, 132, 154, kEightoffCell, kEightoffCell + 2,
+                                   kEightoffCell + 8, kEightoffCell + 14}));
     }
 
     // 13-Pyramiden: the five at the apex pairs only with an eight, and the only eight of the

@@ -770,15 +770,21 @@ bool NioPar(const Plan& plan) {
 }
 
 // Places a card or run may go to that lead to the same table under the key: any empty
-// column, any empty free cell (but Eight off's first), any empty foundation base (but Eight
-// off's first). -1 for a place that is its own.
+// column, any empty free cell, any empty foundation base. Eight off's key keeps its columns
+// in place and its free cells in groups (EightoffRegler.cpp): there only the empty cells of
+// one group are alike, and so are its foundation bases but the first. -1 for a place that
+// is its own.
 int Klass(const Plan& plan, const std::vector<Lucka>& luckor, int till) {
     if (!luckor[till].Tom())
         return -1;
     if (KolumnBas(plan, till))
-        return 0;
+        return NioPar(plan) ? -1 : 0;
+    if (Fricell(plan, till) && NioPar(plan)) {
+        const int cell = (till - kForstaFricell) / 2;
+        return cell >= 1 && cell <= 3 ? 1 : cell >= 4 && cell <= 6 ? 3 : -1;
+    }
     if (Fricell(plan, till))
-        return NioPar(plan) && till == kForstaFricell ? -1 : 1;
+        return 1;
     if (GrundBas(plan, till))
         return NioPar(plan) && till == plan.forstaGrund ? -1 : 2;
     return -1;
