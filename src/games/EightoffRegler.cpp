@@ -23,6 +23,7 @@ const Plan& Planen() {
 namespace {
 
 constexpr int kForstaFricell = KolumnRegler::kForstaFricell;
+constexpr int kOrdningar = 24;
 
 bool FricellsPlats(int i) {
     return i >= kForstaFricell && i < kForstaGrund && (i - kForstaFricell) % 2 == 0;
@@ -139,6 +140,9 @@ public:
         return hem >= 0 ? hem : UrCellPaKort(dragen);
     }
     bool HarTroligaDrag() const override { return true; }
+    // The quick pass runs in several orders in turns: a deal whose win lies late in one
+    // order lies early in another.
+    int Ordningar(const SpelBord&) const override { return kOrdningar; }
 
     // The column family's; no card taken off the card one higher of its suit into a free
     // cell (that breaks a run already built); and while two places or fewer are free (free
