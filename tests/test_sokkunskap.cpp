@@ -843,6 +843,35 @@ private slots:
         QCOMPARE(dragen[1], KortDrag(kStrategyLek, 53));
     }
 
+    // Strategy's measure of a table: what each pile card cost where it was put, seen
+    // coarsely (a gap of up to three values costs nothing). The measure told for each move is
+    // the one of the table the move makes; a nine costs nothing on a ten, a little on a king,
+    // more on an empty pile and far more on a lower card.
+    void strategyMattet() {
+        Bygge b(kStrategy);
+        b.Lagg({{0, K(SPADER, 13)}, {1, K(SPADER, 10)}, {53, K(HJARTER, 10)}});
+        b.Lagg({{2 * 53, K(RUTER, 13)}, {3 * 53, K(KLOVER, 3)}, {kStrategyLek, K(SPADER, 9)}});
+        const SokKunskap& k = b.regler.Kunskap();
+        QCOMPARE(k.Avstand(*b.bord), 12 + 0 + 12 + 12 + 12);
+        std::vector<Drag> dragen = Sokbara(b.regler, *b.bord);
+        std::vector<int> efter;
+        QVERIFY(k.AvstandEfter(*b.bord, dragen, efter));
+        QCOMPARE(efter.size(), dragen.size());
+        int pa[8] = {-1, -1, -1, -1, -1, -1, -1, -1};
+        for (std::size_t i = 0; i < dragen.size(); ++i) {
+            std::unique_ptr<SpelBord> kopia = b.bord->Kopia();
+            b.regler.GorDrag(*kopia, dragen[i], nullptr);
+            QCOMPARE(efter[i], k.Avstand(*kopia));
+            pa[dragen[i].till / 53] = efter[i] - k.Avstand(*b.bord);
+        }
+        QCOMPARE(pa[0], 0);
+        QCOMPARE(pa[1], 0);
+        QCOMPARE(pa[2], 1);
+        QCOMPARE(pa[3], 51);
+        QCOMPARE(pa[4], 12);
+        QVERIFY(k.Ordningar(*b.bord) > 1);
+    }
+
     // Strategy: every suit home but the hearts, of which the ace is home. The piles' tops are
     // the two to the seven of hearts, two piles are empty, and the stock deals the eight,
     // nine and ten of hearts in that order: each must lie on a pile of its own, as each goes
