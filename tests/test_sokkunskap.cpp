@@ -82,6 +82,19 @@ constexpr int kStrategy = 11;
 constexpr int kStrategyLek = 636;
 constexpr int kStrategyGrund = 424;
 
+// Godnattvalsen's foundations: spades, hearts, diamonds and clubs each built from the ace
+// to the value given, and the stock holding the four kings and the four queens.
+void GodnattvalsenGrund(Bygge& b, const std::array<int, 4>& hojder) {
+    const kortfarg farger[4] = {SPADER, HJARTER, RUTER, KLOVER};
+    for (int c = 0; c < 4; ++c)
+        for (int v = 1; v <= hojder[static_cast<std::size_t>(c)]; ++v)
+            b.Lagg({{28 * c + v - 1, K(farger[c], v)}});
+    int lek = 112;
+    for (int v = 13; v >= 12; --v)
+        for (kortfarg f : farger)
+            b.Lagg({{lek++, K(f, v)}});
+}
+
 // Fan f's j-th card from the bottom, in Black hole.
 constexpr int Flakt(int f, int j) {
     return 52 + 4 * f + j;
@@ -406,18 +419,11 @@ private slots:
     void godnattvalsenTianUnderKnekten() {
         for (bool knektenOverst : {true, false}) {
             Bygge b(kGodnattvalsen);
-            const kortfarg farger[4] = {SPADER, HJARTER, RUTER, KLOVER};
-            for (int c = 0; c < 4; ++c)
-                for (int v = 1; v <= (c < 3 ? 11 : 9); ++v)
-                    b.Lagg({{28 * c + v - 1, K(farger[c], v)}});
+            GodnattvalsenGrund(b, {11, 11, 11, 9});
             if (knektenOverst)
                 b.Lagg({{14, K(KLOVER, 10)}, {15, K(KLOVER, 11)}});
             else
                 b.Lagg({{14, K(KLOVER, 11)}, {15, K(KLOVER, 10)}});
-            int lek = 112;
-            for (int v = 13; v >= 12; --v)
-                for (kortfarg f : farger)
-                    b.Lagg({{lek++, K(f, v)}});
             QCOMPARE(b.Hopplos(), knektenOverst);
             QCOMPARE(b.Avgor(), knektenOverst ? Utfall::Ovinnbar : Utfall::Vinnbar);
         }
@@ -430,20 +436,13 @@ private slots:
     void godnattvalsenTioriUnderKnektar() {
         for (bool allaUnder : {true, false}) {
             Bygge b(kGodnattvalsen);
-            const kortfarg farger[4] = {SPADER, HJARTER, RUTER, KLOVER};
-            for (int c = 0; c < 4; ++c)
-                for (int v = 1; v <= (c == 0 ? 11 : 9); ++v)
-                    b.Lagg({{28 * c + v - 1, K(farger[c], v)}});
+            GodnattvalsenGrund(b, {11, 9, 9, 9});
             b.Lagg({{14, K(KLOVER, 10)}, {15, K(HJARTER, 11)}});
             b.Lagg({{42, K(RUTER, 10)}, {43, K(RUTER, 11)}});
             if (allaUnder)
                 b.Lagg({{70, K(HJARTER, 10)}, {71, K(KLOVER, 11)}});
             else
                 b.Lagg({{70, K(KLOVER, 11)}, {71, K(HJARTER, 10)}});
-            int lek = 112;
-            for (int v = 13; v >= 12; --v)
-                for (kortfarg f : farger)
-                    b.Lagg({{lek++, K(f, v)}});
             QCOMPARE(b.Hopplos(), allaUnder);
             QCOMPARE(b.Avgor(), allaUnder ? Utfall::Ovinnbar : Utfall::Vinnbar);
         }
