@@ -65,6 +65,12 @@ public:
 // The defaults alone.
 const SokKunskap& StandardKunskap();
 
+// The one object of a game's knowledge K, made when first asked for.
+template <typename K> const SokKunskap& KunskapAv() {
+    static const K kunskap;
+    return kunskap;
+}
+
 // A card as one byte 1..52 (suit · 13 + value); 0 for an empty slot.
 char KortKod(const Lucka& lucka);
 // The default key: for each filled slot, the empty slots skipped since the last one (255

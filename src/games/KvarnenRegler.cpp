@@ -357,15 +357,10 @@ public:
     std::string KnappNamn() const override { return "gather and deal again"; }
 };
 
-const SokKunskap& Kunskapen() {
-    static const Kunskap kunskap;
-    return kunskap;
-}
-
 } // namespace
 
 const SpelRegler& Regler() {
-    return SpeletsRegler<Stallning>(Kunskapen());
+    return SpeletsRegler<Stallning, Kunskap>();
 }
 
 } // namespace KvarnenRegler
