@@ -687,9 +687,9 @@ bool Spelhjalp::SokSynligVag(const QString& stopp) {
 
 void Spelhjalp::SvarSynligVag(const SokSvar& svar) {
     const SpelBord& bord = vy->Spel()->Tabell();
+    notis->Rensa();
     if (synligtBord == nullptr || !synligtBord->Lika(bord))
         return;
-    notis->Rensa();
     // Such a search tells nothing when it finds no way: the table's verdict stays as it was.
     if (svar.utfall != Utfall::Vinnbar) {
         notis->Visa(synligtStopp, {}, kBeskedTid);
