@@ -778,6 +778,75 @@ private slots:
         }
     }
 
+    // The six of hearts on top. The five of clubs lies on the nine of hearts, which lies on
+    // the seven of hearts: between the five and the nine go a six, seven and eight, or the
+    // values down from four round to ten, from the other fans. With no other seven and no
+    // ace, king or queen, the nine can never follow the five. With the seven of clubs and
+    // the eight of diamonds in other fans the deal is won.
+    void blackholeIngenVagMellan() {
+        for (bool vag : {false, true}) {
+            Bygge b(kBlackhole);
+            b.Lagg({{Flakt(0, 0), K(HJARTER, 7)},
+                    {Flakt(0, 1), K(HJARTER, 9)},
+                    {Flakt(0, 2), K(KLOVER, 5)},
+                    {Flakt(1, 0), K(RUTER, 2)},
+                    {Flakt(2, 0), K(RUTER, 3)},
+                    {Flakt(3, 0), K(RUTER, 4)},
+                    {Flakt(4, 0), K(SPADER, 6)},
+                    {Flakt(5, 0), K(SPADER, 8)}});
+            if (vag)
+                b.Lagg({{Flakt(6, 0), K(KLOVER, 7)}, {Flakt(7, 0), K(RUTER, 8)}});
+            else
+                b.Lagg({{Flakt(6, 0), K(SPADER, 10)}});
+            FyllHalet(b, K(SPADER, 1));
+            QCOMPARE(b.Hopplos(), !vag);
+            QCOMPARE(b.Avgor(), vag ? Utfall::Vinnbar : Utfall::Ovinnbar);
+        }
+        // A fan's top must follow the hole's top the same way: the nine of hearts on top,
+        // the five of clubs a fan's top, and the seven of clubs under it or in a fan of its
+        // own.
+        for (bool sjua : {false, true}) {
+            Bygge b(kBlackhole);
+            b.Lagg({{Flakt(1, 0), K(SPADER, 8)},
+                    {Flakt(2, 0), K(HJARTER, 6)},
+                    {Flakt(4, 0), K(RUTER, 4)}});
+            if (sjua)
+                b.Lagg({{Flakt(0, 0), K(KLOVER, 5)}, {Flakt(3, 0), K(KLOVER, 7)}});
+            else
+                b.Lagg({{Flakt(0, 0), K(KLOVER, 7)}, {Flakt(0, 1), K(KLOVER, 5)}});
+            FyllHalet(b, K(HJARTER, 9));
+            QCOMPARE(b.Hopplos(), !sjua);
+            QCOMPARE(b.Avgor(), sjua ? Utfall::Vinnbar : Utfall::Ovinnbar);
+        }
+    }
+
+    // Fans holding the same values, in whichever fans and of whichever suits, are the same
+    // table to the search; another value, or the same values in another order, is not.
+    void blackholeFlaktarSomMangd() {
+        auto nyckel = [](std::initializer_list<std::pair<int, Kort>> kort) {
+            Bygge b(kBlackhole);
+            b.Lagg(kort);
+            FyllHalet(b, K(SPADER, 4));
+            return b.Nyckel();
+        };
+        const std::string ena = nyckel({{Flakt(0, 0), K(HJARTER, 7)},
+                                        {Flakt(0, 1), K(KLOVER, 9)},
+                                        {Flakt(5, 0), K(RUTER, 3)}});
+        QCOMPARE(nyckel({{Flakt(16, 0), K(SPADER, 7)},
+                         {Flakt(16, 1), K(HJARTER, 9)},
+                         {Flakt(2, 0), K(KLOVER, 3)}}),
+                 ena);
+        QVERIFY(nyckel({{Flakt(0, 0), K(KLOVER, 9)},
+                        {Flakt(0, 1), K(HJARTER, 7)},
+                        {Flakt(5, 0), K(RUTER, 3)}}) != ena);
+        QVERIFY(nyckel({{Flakt(0, 0), K(HJARTER, 7)},
+                        {Flakt(0, 1), K(KLOVER, 9)},
+                        {Flakt(5, 0), K(RUTER, 2)}}) != ena);
+        QVERIFY(nyckel({{Flakt(0, 0), K(HJARTER, 7)},
+                        {Flakt(5, 0), K(KLOVER, 9)},
+                        {Flakt(5, 1), K(RUTER, 3)}}) != ena);
+    }
+
     // Small tables dealt at random, a few cards in a few fans: the solver's verdict is the
     // plain search's every time, and both verdicts occur many times.
     void blackholeSlumpadeBord() {
