@@ -969,6 +969,59 @@ private slots:
 
     // Small tables at random: two suits home, the last few cards of the other two spread
     // over the piles and the stock. The solver's verdict is the plain search's every time.
+    // Strategy's key keeps of the piles only their tops and which of the tops and the stock's
+    // cards must go home after which. The nine of hearts on the king of clubs or on the king
+    // of diamonds is the same table; on the three of spades it is not, as the nine must
+    // then go home before the four of spades on another pile.
+    void strategyNyckelnsFoljder() {
+        auto nyckel = [](const Kort& under) {
+            Bygge b(kStrategy);
+            b.Lagg({{0, under}, {1, K(HJARTER, 9)}, {53, K(SPADER, 4)}});
+            b.Lagg({{kStrategyLek, K(HJARTER, 8)}});
+            return b.Nyckel();
+        };
+        QCOMPARE(nyckel(K(RUTER, 13)), nyckel(K(KLOVER, 13)));
+        QVERIFY(nyckel(K(SPADER, 3)) != nyckel(K(KLOVER, 13)));
+    }
+
+    // Random tables with every pile holding cards and three or four cards in the stock, so
+    // that the same tops are reached by different placements: the solver's verdict is the
+    // plain search's every time, and both verdicts occur.
+    void strategySlumpadeFullaHogar() {
+        std::mt19937 slump(1121);
+        int vunna = 0;
+        int hopplosa = 0;
+        for (int n = 0; n < 40; ++n) {
+            Bygge b(kStrategy);
+            std::vector<Kort> ute;
+            for (int f = 0; f < 4; ++f) {
+                const auto farg = static_cast<kortfarg>(f);
+                const int hemma = 6 + static_cast<int>(slump() % 4);
+                for (int v = 1; v <= 13; ++v) {
+                    if (v <= hemma)
+                        b.Lagg({{kStrategyGrund + 53 * f + v - 1, K(farg, v)}});
+                    else
+                        ute.push_back(K(farg, v));
+                }
+            }
+            std::shuffle(ute.begin(), ute.end(), slump);
+            const std::size_t iLeken = 3 + static_cast<std::size_t>(slump() % 2);
+            for (std::size_t i = 0; i < iLeken; ++i)
+                b.Lagg({{kStrategyLek + static_cast<int>(i), ute[i]}});
+            std::vector<int> hojd(8, 0);
+            for (std::size_t i = iLeken; i < ute.size(); ++i) {
+                const int c =
+                    i < iLeken + 8 ? static_cast<int>(i - iLeken) : static_cast<int>(slump() % 8);
+                b.Lagg({{53 * c + hojd[static_cast<std::size_t>(c)]++, ute[i]}});
+            }
+            const Utfall utfall = b.Avgor();
+            QVERIFY2(utfall != Utfall::Okant, qPrintable(QString("table %1").arg(n)));
+            (utfall == Utfall::Vinnbar ? vunna : hopplosa) += 1;
+        }
+        QVERIFY(vunna >= 3);
+        QVERIFY(hopplosa >= 20);
+    }
+
     void strategySlumpadeBord() {
         std::mt19937 slump(7);
         int vunna = 0;
