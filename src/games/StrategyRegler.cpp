@@ -356,16 +356,10 @@ public:
         for (int i = lek; i >= kForstaLek; --i)
             vilka |= std::uint64_t{1} << Kod(l[i].GeKort());
         // For each of those cards, in the order of their codes, the ones of them that must
-        // go home after it, as bits in that same order.
-        std::array<int, 52> plats{};
-        int antal = 0;
-        for (std::uint64_t m = vilka; m != 0; m &= m - 1)
-            plats[static_cast<std::size_t>(std::countr_zero(m))] = antal++;
+        // go home after it, as bits by code.
         for (std::uint64_t m = vilka; m != 0; m &= m - 1) {
-            std::uint64_t bitar = 0;
-            for (std::uint64_t e = foljder.senare[std::countr_zero(m)] & vilka; e != 0; e &= e - 1)
-                bitar |= std::uint64_t{1} << plats[static_cast<std::size_t>(std::countr_zero(e))];
-            for (int b = 0; b < antal; b += 8)
+            const std::uint64_t bitar = foljder.senare[std::countr_zero(m)] & vilka;
+            for (int b = 0; b < 52; b += 8)
                 nyckel.push_back(static_cast<char>(bitar >> b & 0xff));
         }
     }
