@@ -244,22 +244,49 @@ bool IngenVag(const std::array<int, 14>& antal, int topp, unsigned sista) {
     return true;
 }
 
+// Whether the cards outside one fan (`ute`: how many of each value) can lead from a card
+// of value `fran` to one of value `till` that follows it later. Every card played between
+// the two steps one value up or down the ring, king and ace neighbours. After the last time
+// the sequence holds value `fran` it walks to `till` without touching `fran` again, so it
+// passes every value of one of the two arcs between them; and an arc of no value at all
+// (neighbours) needs nothing. Going from a value back to the same value needs a neighbour.
+bool KanLeda(const std::array<int, 14>& ute, int fran, int till) {
+    auto finns = [&](int v) { return ute[static_cast<std::size_t>((v + 12) % 13 + 1)] > 0; };
+    if (fran == till)
+        return finns(fran - 1) || finns(fran + 1);
+    for (int riktning : {1, -1}) {
+        bool hel = true;
+        for (int v = fran + riktning; hel && (v + 12) % 13 + 1 != till; v += riktning)
+            hel = finns(v);
+        if (hel)
+            return true;
+    }
+    return false;
+}
+
 class Kunskap final : public SokKunskap {
 public:
-    // How many cards each fan still holds (a fan only ever loses its top, so that tells its
-    // cards) and the value of the hole's top card: the cards beneath it never move again,
-    // and suits do not matter.
+    // The values each fan still holds, bottom up, as a set of fans, and the value of the
+    // hole's top card. Suits never matter: whether a card fits reads only values. The cards
+    // beneath the hole's top never move again. And the fans are alike but for what they
+    // hold: each gives only its top, to the hole, so two tables whose fans hold the same
+    // value runs, in whichever fans, have the same moves, each to such a pair again, and
+    // are won alike.
     void Nyckel(const SpelBord& b, std::string& nyckel) const override {
         const Lage lage(b);
-        unsigned packat = 0;
-        int i = 0;
+        std::array<std::uint16_t, kSolfjadrar> flaktar{};
+        int n = 0;
         for (int f = 0; f < kSolfjadrar; ++f) {
-            packat |= static_cast<unsigned>(lage.Hojd(f)) << (2 * i);
-            if (++i == 4 || f == kSolfjadrar - 1) {
-                nyckel.push_back(static_cast<char>(packat));
-                packat = 0;
-                i = 0;
-            }
+            unsigned kod = 0;
+            for (int j = 0; j < lage.Hojd(f); ++j)
+                kod = kod << 4 | static_cast<unsigned>(lage.Varde(f, j));
+            if (kod != 0)
+                flaktar[static_cast<std::size_t>(n++)] = static_cast<std::uint16_t>(kod);
+        }
+        std::sort(flaktar.begin(), flaktar.begin() + n);
+        for (int i = 0; i < n; ++i) {
+            nyckel.push_back(static_cast<char>(flaktar[static_cast<std::size_t>(i)] >> 8));
+            nyckel.push_back(static_cast<char>(flaktar[static_cast<std::size_t>(i)] & 0xff));
         }
         nyckel.push_back(static_cast<char>(lage.topp));
     }
@@ -302,6 +329,17 @@ public:
                 if (!foregangare)
                     return true;
                 if (iAndra == 0 && !granne(j - 1) && (j > 0 || ++utanFoljare > 1))
+                    return true;
+            }
+            // The cards played between a fan card and the one right under it come from the
+            // other fans (those above went in before, those below go in after), and so do
+            // those between the hole's top and this fan's top.
+            std::array<int, 14> ute = lage.antal;
+            for (int v = 1; v <= 13; ++v)
+                ute[static_cast<std::size_t>(v)] -= iFlakten[static_cast<std::size_t>(v)];
+            for (int j = h - 1; j >= 0; --j) {
+                const int fore = j == h - 1 ? lage.topp : lage.Varde(f, j + 1);
+                if (fore > 0 && !KanLeda(ute, fore, lage.Varde(f, j)))
                     return true;
             }
         }

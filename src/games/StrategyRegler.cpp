@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <string>
 
@@ -202,54 +203,66 @@ int Kod(const Kort& k) {
     return 13 * k.KortFarg() + k.KortValor() - 1;
 }
 
-// A pile's cards leave only once the stock is out, and then only to their foundations:
-// each card after the one above it in its pile and after its suit's card one lower. When
-// those orders go round in a circle no card of the circle can ever go home. Cards still
-// in the stock only add orders, so a circle now stays one. Else the stock's cards may
-// still want more piles than they can have (ForFaHogar).
-bool KanInteVinnas(const std::vector<Lucka>& l) {
+// The orders the cards out (on the piles and in the stock) must go home in: a pile's cards
+// leave only once the stock is out, and then only to their foundations, each after the one
+// above it in its pile and after its suit's card one lower.
+struct Foljder {
     bool ute[52] = {};
-    int fore[52] = {}; // how many cards must go home first
-    int efter[52][2];  // the cards that wait for it: the one below it, its suit's next
-    int antalEfter[52] = {};
-    // A pile and the stock fill from their first slot up without a gap.
-    for (int c = 0; c < kHogar; ++c)
-        for (int i = HogBas(c); i < HogBas(c) + kPerHog && !l[i].Tom(); ++i)
-            ute[Kod(l[i].GeKort())] = true;
-    for (int i = kForstaLek; i <= kSistaLek && !l[i].Tom(); ++i)
-        ute[Kod(l[i].GeKort())] = true;
-    auto vantar = [&](int forst, int sedan) {
-        efter[forst][antalEfter[forst]++] = sedan;
-        ++fore[sedan];
-    };
-    for (int k = 0; k < 52; ++k)
-        if (ute[k] && k % 13 > 0 && ute[k - 1])
-            vantar(k - 1, k);
-    for (int c = 0; c < kHogar; ++c)
-        for (int i = HogBas(c) + 1; i < HogBas(c) + kPerHog && !l[i].Tom(); ++i)
-            vantar(Kod(l[i].GeKort()), Kod(l[i - 1].GeKort()));
-    int klara[52];
-    int n = 0;
-    int kvar = 0;
-    for (int k = 0; k < 52; ++k) {
-        kvar += ute[k] ? 1 : 0;
-        if (ute[k] && fore[k] == 0)
-            klara[n++] = k;
-    }
-    for (int j = 0; j < n; ++j)
-        for (int e = 0; e < antalEfter[klara[j]]; ++e)
-            if (--fore[efter[klara[j]][e]] == 0)
-                klara[n++] = efter[klara[j]][e];
-    if (n < kvar)
-        return true;
-    // senare[k]: the cards that must go home after card k, through those orders.
+    // Whether those orders go round in a circle: no card of the circle can ever go home.
+    bool cirkel = false;
+    // senare[k]: the cards that must go home after card k, through those orders (when there
+    // is no circle).
     std::uint64_t senare[52] = {};
-    for (int j = n - 1; j >= 0; --j) {
-        const int k = klara[j];
-        for (int e = 0; e < antalEfter[k]; ++e)
-            senare[k] |= senare[efter[k][e]] | std::uint64_t{1} << efter[k][e];
+
+    explicit Foljder(const std::vector<Lucka>& l) {
+        int fore[52] = {}; // how many cards must go home first
+        int efter[52][2];  // the cards that wait for it: the one below it, its suit's next
+        int antalEfter[52] = {};
+        // A pile and the stock fill from their first slot up without a gap.
+        for (int c = 0; c < kHogar; ++c)
+            for (int i = HogBas(c); i < HogBas(c) + kPerHog && !l[i].Tom(); ++i)
+                ute[Kod(l[i].GeKort())] = true;
+        for (int i = kForstaLek; i <= kSistaLek && !l[i].Tom(); ++i)
+            ute[Kod(l[i].GeKort())] = true;
+        auto vantar = [&](int forst, int sedan) {
+            efter[forst][antalEfter[forst]++] = sedan;
+            ++fore[sedan];
+        };
+        for (int k = 0; k < 52; ++k)
+            if (ute[k] && k % 13 > 0 && ute[k - 1])
+                vantar(k - 1, k);
+        for (int c = 0; c < kHogar; ++c)
+            for (int i = HogBas(c) + 1; i < HogBas(c) + kPerHog && !l[i].Tom(); ++i)
+                vantar(Kod(l[i].GeKort()), Kod(l[i - 1].GeKort()));
+        int klara[52];
+        int n = 0;
+        int kvar = 0;
+        for (int k = 0; k < 52; ++k) {
+            kvar += ute[k] ? 1 : 0;
+            if (ute[k] && fore[k] == 0)
+                klara[n++] = k;
+        }
+        for (int j = 0; j < n; ++j)
+            for (int e = 0; e < antalEfter[klara[j]]; ++e)
+                if (--fore[efter[klara[j]][e]] == 0)
+                    klara[n++] = efter[klara[j]][e];
+        cirkel = n < kvar;
+        if (cirkel)
+            return;
+        for (int j = n - 1; j >= 0; --j) {
+            const int k = klara[j];
+            for (int e = 0; e < antalEfter[k]; ++e)
+                senare[k] |= senare[efter[k][e]] | std::uint64_t{1} << efter[k][e];
+        }
     }
-    return ForFaHogar(l, senare);
+};
+
+// A circle in the orders, and the table is lost; cards still in the stock only add orders,
+// so a circle now stays one. Else the stock's cards may still want more piles than they
+// can have (ForFaHogar).
+bool KanInteVinnas(const std::vector<Lucka>& l) {
+    const Foljder foljder(l);
+    return foljder.cirkel || ForFaHogar(l, foljder.senare);
 }
 
 // A card put on a pile must go home before every card under it. So a pile whose top must
@@ -308,33 +321,46 @@ int Kostnad(const std::vector<Lucka>& l, int plats, const Kort& kort) {
 
 class Kunskap final : public SokKunskap {
 public:
-    // Any pile takes any card, and any empty foundation an ace: the piles are alike, and so
-    // are the foundations. The key holds how far each suit has come home, how many cards
-    // the stock still holds (its order is the deal's), and the piles in order of their
-    // cards.
+    // A deal is won exactly when the orders the cards out must go home in (Foljder) go
+    // round in no circle at the end of the stock: then some card waits for none, so it is
+    // a pile's top and next of its suit, goes home, and so on; with a circle nothing of it
+    // ever goes. While the stock lasts nothing but an ace goes home, and a placement only
+    // adds orders: the stock card before the top it lands on. So what is left of a table is
+    // told by how many cards the stock still holds (its order is the deal's), the piles'
+    // tops (the places the coming cards can take, the empty piles among them) and which of
+    // those tops and stock cards must go home after which: any circle the coming orders
+    // close runs between such cards, through orders there are now. Two tables alike in
+    // these are won alike, however their piles lie beneath the tops; tables with a circle
+    // already are all lost.
     void Nyckel(const SpelBord& bord, std::string& nyckel) const override {
-        const std::vector<Lucka>& luckor = bord.luckor;
-        std::array<char, 4> hemma{};
-        for (int bas = kForstaGrund; bas < kForstaLek; bas += kPerHog) {
-            int hojd = 0;
-            while (hojd < kPerHog && !luckor[bas + hojd].Tom())
-                ++hojd;
-            if (hojd > 0)
-                hemma[static_cast<size_t>(luckor[bas].GeKort().KortFarg())] =
-                    static_cast<char>(hojd);
+        const std::vector<Lucka>& l = bord.luckor;
+        const int lek = LekensTopp(l);
+        nyckel.push_back(static_cast<char>(lek < 0 ? 0 : lek - kForstaLek + 1));
+        const Foljder foljder(l);
+        if (foljder.cirkel) {
+            nyckel.push_back(static_cast<char>(0xff));
+            return;
         }
-        nyckel.append(hemma.begin(), hemma.end());
-        nyckel.push_back(static_cast<char>(LekensTopp(luckor) - kForstaLek + 1));
-        // No two piles have the same card at the bottom, so ordering them by that card
-        // orders them by all their cards.
-        std::array<std::pair<char, int>, kHogar> hogar{};
+        std::array<char, 52> toppar{};
+        int n = 0;
+        std::uint64_t vilka = 0; // the tops and the stock's cards
         for (int c = 0; c < kHogar; ++c)
-            hogar[static_cast<size_t>(c)] = {KortKod(luckor[HogBas(c)]), c};
-        std::sort(hogar.begin(), hogar.end());
-        for (const auto& [bas, c] : hogar) {
-            for (int i = HogBas(c); i < HogBas(c) + kPerHog && !luckor[i].Tom(); ++i)
-                nyckel.push_back(KortKod(luckor[i]));
-            nyckel.push_back(0);
+            if (!l[HogBas(c)].Tom()) {
+                const int k = Kod(l[Toppen(l, HogBas(c))].GeKort());
+                toppar[static_cast<std::size_t>(n++)] = static_cast<char>(k);
+                vilka |= std::uint64_t{1} << k;
+            }
+        std::sort(toppar.begin(), toppar.begin() + n);
+        nyckel.push_back(static_cast<char>(n));
+        nyckel.append(toppar.begin(), toppar.begin() + n);
+        for (int i = lek; i >= kForstaLek; --i)
+            vilka |= std::uint64_t{1} << Kod(l[i].GeKort());
+        // For each of those cards, in the order of their codes, the ones of them that must
+        // go home after it, as bits by code.
+        for (std::uint64_t m = vilka; m != 0; m &= m - 1) {
+            const std::uint64_t bitar = foljder.senare[std::countr_zero(m)] & vilka;
+            for (int b = 0; b < 52; b += 8)
+                nyckel.push_back(static_cast<char>(bitar >> b & 0xff));
         }
     }
 
