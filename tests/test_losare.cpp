@@ -193,6 +193,37 @@ private slots:
         QVERIFY(matta > 5000);
     }
 
+    // Freecell's tables are listed for a search from a few arrays instead of by walking the
+    // places: the same moves in the same order as the family's walk, which a plan that picks
+    // cards up to the same last slot, named instead of left to the default, still takes.
+    void fricellsListningenArFamiljens() {
+        KolumnRegler::Plan vandring = FreecellRegler::Planen();
+        vandring.sistaTraff = vandring.forstaLek - 1;
+        const SpelRegler& regler = R(8);
+        std::mt19937 slump(17);
+        int medTomma = 0;
+        for (unsigned fro = 1; fro <= 30; ++fro) {
+            auto bord = GivFor(8, fro);
+            auto& stallning = static_cast<KolumnRegler::Stallning&>(*bord);
+            for (int steg = 0; steg < 200; ++steg) {
+                std::vector<Drag> snabba;
+                std::vector<Drag> vandrade;
+                KolumnRegler::ListaDrag(stallning, snabba, true);
+                stallning.plan = &vandring;
+                KolumnRegler::ListaDrag(stallning, vandrade, true);
+                stallning.plan = &FreecellRegler::Planen();
+                QVERIFY2(snabba == vandrade,
+                         qPrintable(QString("seed %1 step %2").arg(fro).arg(steg)));
+                if (stallning.luckor[0].Tom() || stallning.luckor[176].Tom())
+                    ++medTomma;
+                if (snabba.empty())
+                    break;
+                regler.GorDrag(*bord, snabba[slump() % snabba.size()], nullptr);
+            }
+        }
+        QVERIFY(medTomma > 100);
+    }
+
     // The column games' listing without leaving any move out is the rules' own.
     void kolumnListningenArReglernas() {
         auto ordning = [](const Drag& a, const Drag& b) {

@@ -66,7 +66,12 @@ public:
 const SokKunskap& StandardKunskap();
 
 // A card as one byte 1..52 (suit · 13 + value); 0 for an empty slot.
-char KortKod(const Lucka& lucka);
+inline char KortKod(const Lucka& lucka) {
+    if (lucka.Tom())
+        return 0;
+    const Kort& k = lucka.GeKort();
+    return static_cast<char>(13 * k.KortFarg() + k.KortValor());
+}
 // The default key: for each filled slot, the empty slots skipped since the last one (255
 // and more in several bytes) and its card.
 void KortOchPlatser(const std::vector<Lucka>& luckor, int forsta, int sista, std::string& nyckel);

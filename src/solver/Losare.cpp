@@ -17,6 +17,8 @@ using Klocka = std::chrono::steady_clock;
 // behind the nearest and still go before it: up to eight whole steps, so that the orders
 // differ in more than their ties.
 constexpr unsigned kSpridning = 32;
+// Room for the moves of a table, made once for each level of the search.
+constexpr std::size_t kDragPerNiva = 48;
 
 // One table on the way down: its moves and the next to try.
 struct Niva {
@@ -94,8 +96,11 @@ private:
     // Lists the moves of the table at depth `niva`: the one safe move alone when there is
     // one, else all the search may make, in the game's order.
     void Oppna(std::size_t niva) {
-        if (nivaer.size() <= niva)
+        // A new level gets room for a table's moves at once rather than by doublings.
+        if (nivaer.size() <= niva) {
             nivaer.resize(niva + 1);
+            nivaer.back().drag.reserve(kDragPerNiva);
+        }
         Niva& n = nivaer[niva];
         n.nasta = 0;
         Lista(n.drag);
