@@ -55,6 +55,10 @@ bool SokKunskap::Sokbart(const Drag& drag) const {
     return drag.slag != DragSlag::NyttForsok;
 }
 
+bool SokKunskap::GarTillbaka(const Drag&, const Drag&) const {
+    return false;
+}
+
 std::string SokKunskap::KnappNamn() const {
     return "press the stock";
 }

@@ -57,6 +57,10 @@ public:
     // Whether a search may make the move at all: a new attempt shuffles by chance, so its
     // outcome is not known in advance.
     virtual bool Sokbart(const Drag& drag) const;
+    // Whether `drag`, made right after `fore`, always leads back to the table before `fore`
+    // (the default: never said). A search has seen that table, so it passes such a move by
+    // without making it.
+    virtual bool GarTillbaka(const Drag& fore, const Drag& drag) const;
 
     // What the game's button or stock does, in words.
     virtual std::string KnappNamn() const;

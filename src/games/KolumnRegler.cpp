@@ -1136,6 +1136,13 @@ public:
         }
         return -1;
     }
+    // A card or run moved straight back to where it came from: every move of these games
+    // takes its cards from slot to slot and does nothing else.
+    bool GarTillbaka(const Drag& fore, const Drag& drag) const override {
+        return (drag.slag == DragSlag::Kort || drag.slag == DragSlag::Rad) &&
+               drag.slag == fore.slag && drag.antal == fore.antal && drag.fran == fore.till &&
+               drag.till == fore.fran;
+    }
     bool HarTroligaDrag() const override { return true; }
     int Ordningar(const SpelBord& b) const override {
         return static_cast<const Stallning&>(b).plan->sokOrdningar;

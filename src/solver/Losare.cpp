@@ -61,6 +61,9 @@ public:
                 continue;
             }
             const Drag d = n.drag[n.nasta++];
+            if (djup > 0 &&
+                kunskap.GarTillbaka(nivaer[djup - 1].drag[nivaer[djup - 1].nasta - 1], d))
+                continue;
             drag.Gor(d);
             ++svar.lagen;
             if (regler.KlarSpel(*bord)) {
