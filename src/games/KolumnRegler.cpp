@@ -654,18 +654,18 @@ void FricellsDrag(const Plan& plan, const std::vector<Lucka>& l, std::vector<Dra
         const int v = k.KortValor();
         const int farg = k.KortFarg();
         if (hem[farg] >= 0 && hemValor[farg] == v)
-            ut.push_back(KortDrag(fran, hem[farg]));
+            ut.push_back({DragSlag::Kort, fran, 1, -1, hem[farg]});
         if (v == 1 && tomGrund >= 0)
-            ut.push_back(KortDrag(fran, tomGrund));
+            ut.push_back({DragSlag::Kort, fran, 1, -1, tomGrund});
         int c[2];
         passar(v, k.SvartFarg(), c);
         for (int p : c)
             if (p >= 0)
-                ut.push_back(KortDrag(fran, tillKolumn(p)));
+                ut.push_back({DragSlag::Kort, fran, 1, -1, tillKolumn(p)});
         if (forstaTomma >= 0)
-            ut.push_back(KortDrag(fran, forstaTomma * kPlatserPerKolumn));
+            ut.push_back({DragSlag::Kort, fran, 1, -1, forstaTomma * kPlatserPerKolumn});
         if (forstaTomCell >= 0)
-            ut.push_back(KortDrag(fran, forstaTomCell));
+            ut.push_back({DragSlag::Kort, fran, 1, -1, forstaTomCell});
     };
     auto raden = [&](int fran, int n) {
         const Kort& k = l[fran].GeKort();
@@ -673,9 +673,8 @@ void FricellsDrag(const Plan& plan, const std::vector<Lucka>& l, std::vector<Dra
         passar(k.KortValor(), k.SvartFarg(), c);
         const int tom = n - 1 <= fria - 1 ? forstaTomma : -1;
         auto pa = [&](int p) {
-            Drag d = RadDrag(fran, n, tillKolumn(p));
-            d.andra = p == tom ? d.till : d.till - 1;
-            ut.push_back(d);
+            const int till = tillKolumn(p);
+            ut.push_back({DragSlag::Rad, fran, n, p == tom ? till : till - 1, till});
         };
         bool tomGjord = tom < 0;
         for (int p : c) {
