@@ -998,9 +998,10 @@ struct Matt {
     int celler = 0; // free cells taken
     int hemma = 0;  // cards on the foundations
     std::array<int, 16> langd{};
-    // Of each pile's first k cards: how many lie above a lower one, and the lowest (14: none).
-    std::array<std::array<std::int8_t, kPlatserPerKolumn + 1>, 16> overUnder{};
-    std::array<std::array<std::int8_t, kPlatserPerKolumn + 1>, 16> lagstUnder{};
+    // Of each pile's first k cards, k up to its length (written by MattPa, not before): how
+    // many lie above a lower one, and the lowest (14: none).
+    std::array<std::array<std::int8_t, kPlatserPerKolumn + 1>, 16> overUnder;
+    std::array<std::array<std::int8_t, kPlatserPerKolumn + 1>, 16> lagstUnder;
     int Varde() const { return 3 * (52 - hemma) + 2 * over + celler - 3 * tomma; }
 };
 
@@ -1261,9 +1262,9 @@ public:
                               static_cast<std::uint32_t>(i));
         }
         std::sort(ordning.begin(), ordning.end());
-        dragen.clear();
-        for (std::uint32_t o : ordning)
-            dragen.push_back(kopia[o % 4096]);
+        dragen.resize(ordning.size());
+        for (std::size_t i = 0; i < ordning.size(); ++i)
+            dragen[i] = kopia[ordning[i] % 4096];
     }
 
     // An ace or a two off a column, reserve pile or free cell to its foundation (Freecell,

@@ -160,9 +160,9 @@ private:
             avstand.emplace_back(a, static_cast<int>(i));
         }
         std::sort(avstand.begin(), avstand.end());
-        ordnade.clear();
-        for (auto [a, i] : avstand)
-            ordnade.push_back(dragen[static_cast<std::size_t>(i)]);
+        ordnade.resize(avstand.size());
+        for (std::size_t j = 0; j < avstand.size(); ++j)
+            ordnade[j] = dragen[static_cast<std::size_t>(avstand[j].second)];
         dragen.swap(ordnade);
     }
 
