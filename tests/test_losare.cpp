@@ -193,6 +193,69 @@ private slots:
         QVERIFY(matta > 5000);
     }
 
+    // A move the column games call one straight back leads to exactly the table before the
+    // move it follows, and some such move is found along random games.
+    void dragetTillbakaGerBordetFore() {
+        for (int spel : {5, 8}) {
+            const SpelRegler& regler = R(spel);
+            std::mt19937 slump(19);
+            int tillbaka = 0;
+            for (unsigned fro = 1; fro <= 20; ++fro) {
+                auto bord = GivFor(spel, fro);
+                for (int steg = 0; steg < 150; ++steg) {
+                    std::vector<Drag> dragen = regler.LagligaDrag(*bord);
+                    if (dragen.empty())
+                        break;
+                    const Drag fore = dragen[slump() % dragen.size()];
+                    const std::vector<Lucka> innan = bord->luckor;
+                    regler.GorDrag(*bord, fore, nullptr);
+                    for (const Drag& d : regler.LagligaDrag(*bord)) {
+                        if (!regler.Kunskap().GarTillbaka(fore, d))
+                            continue;
+                        ++tillbaka;
+                        DragPaBord gang(regler, *bord);
+                        gang.Gor(d);
+                        QVERIFY2(bord->luckor == innan, qPrintable(QString::fromStdString(
+                                                            Beskriv(fore) + " " + Beskriv(d))));
+                        gang.TaTillbaka();
+                    }
+                }
+            }
+            QVERIFY(tillbaka > 50);
+        }
+    }
+
+    // Freecell's tables are listed for a search from a few arrays instead of by walking the
+    // places: the same moves in the same order as the family's walk, which a plan that picks
+    // cards up to the same last slot, named instead of left to the default, still takes.
+    void fricellsListningenArFamiljens() {
+        KolumnRegler::Plan vandring = FreecellRegler::Planen();
+        vandring.sistaTraff = vandring.forstaLek - 1;
+        const SpelRegler& regler = R(8);
+        std::mt19937 slump(17);
+        int medTomma = 0;
+        for (unsigned fro = 1; fro <= 30; ++fro) {
+            auto bord = GivFor(8, fro);
+            auto& stallning = static_cast<KolumnRegler::Stallning&>(*bord);
+            for (int steg = 0; steg < 200; ++steg) {
+                std::vector<Drag> snabba;
+                std::vector<Drag> vandrade;
+                KolumnRegler::ListaDrag(stallning, snabba, true);
+                stallning.plan = &vandring;
+                KolumnRegler::ListaDrag(stallning, vandrade, true);
+                stallning.plan = &FreecellRegler::Planen();
+                QVERIFY2(snabba == vandrade,
+                         qPrintable(QString("seed %1 step %2").arg(fro).arg(steg)));
+                if (stallning.luckor[0].Tom() || stallning.luckor[176].Tom())
+                    ++medTomma;
+                if (snabba.empty())
+                    break;
+                regler.GorDrag(*bord, snabba[slump() % snabba.size()], nullptr);
+            }
+        }
+        QVERIFY(medTomma > 100);
+    }
+
     // The column games' listing without leaving any move out is the rules' own.
     void kolumnListningenArReglernas() {
         auto ordning = [](const Drag& a, const Drag& b) {

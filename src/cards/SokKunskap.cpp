@@ -1,12 +1,5 @@
 #include "cards/SokKunskap.h"
 
-char KortKod(const Lucka& lucka) {
-    if (lucka.Tom())
-        return 0;
-    const Kort& k = lucka.GeKort();
-    return static_cast<char>(1 + 13 * k.KortFarg() + k.KortValor() - 1);
-}
-
 void KortOchPlatser(const std::vector<Lucka>& luckor, int forsta, int sista, std::string& nyckel) {
     int hopp = 0;
     for (int i = forsta; i <= sista; ++i) {
@@ -60,6 +53,10 @@ bool SokKunskap::TasTillbaka(const SpelBord&, const Drag& drag) const {
 
 bool SokKunskap::Sokbart(const Drag& drag) const {
     return drag.slag != DragSlag::NyttForsok;
+}
+
+bool SokKunskap::GarTillbaka(const Drag&, const Drag&) const {
+    return false;
 }
 
 std::string SokKunskap::KnappNamn() const {

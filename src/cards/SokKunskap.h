@@ -58,6 +58,10 @@ public:
     // Whether a search may make the move at all: a new attempt shuffles by chance, so its
     // outcome is not known in advance.
     virtual bool Sokbart(const Drag& drag) const;
+    // Whether `drag`, made right after `fore`, always leads back to the table before `fore`
+    // (the default: never said). A search has seen that table, so it passes such a move by
+    // without making it.
+    virtual bool GarTillbaka(const Drag& fore, const Drag& drag) const;
 
     // What the game's button or stock does, in words.
     virtual std::string KnappNamn() const;
@@ -82,7 +86,12 @@ template <typename Test> int ForstaDragSom(const std::vector<Drag>& dragen, Test
 }
 
 // A card as one byte 1..52 (suit · 13 + value); 0 for an empty slot.
-char KortKod(const Lucka& lucka);
+inline char KortKod(const Lucka& lucka) {
+    if (lucka.Tom())
+        return 0;
+    const Kort& k = lucka.GeKort();
+    return static_cast<char>(13 * k.KortFarg() + k.KortValor());
+}
 // The default key: for each filled slot, the empty slots skipped since the last one (255
 // and more in several bytes) and its card.
 void KortOchPlatser(const std::vector<Lucka>& luckor, int forsta, int sista, std::string& nyckel);

@@ -567,11 +567,161 @@ void RadensDrag(const Plan& plan, const std::vector<Lucka>& luckor, const Malen&
     }
 }
 
+// Freecell's shape: eight columns and up to four free cells with nothing between them and
+// four foundations of thirteen, the deck dealt out, runs told by alternating colour, the
+// empty columns and free cells counted as free places. A search lists its moves there
+// without walking the places: every place a card can go to is known from a few arrays.
+bool FricellsForm(const Plan& plan, const std::vector<Lucka>& luckor) {
+    return plan.kolumner == kKolumner && plan.reserver == 0 && plan.friceller <= 4 &&
+           !plan.svitFlagga && !plan.sammaSvit && !plan.kolumnOchTomIEtt &&
+           plan.rakning == FriRakning::KolumnerOchFriceller && plan.grundSteg == kNivaer &&
+           plan.sistaTraff < 0 && plan.forstaGrund == kForstaFricell + 2 * plan.friceller &&
+           plan.dropGrundFran == plan.forstaGrund && plan.dropGrundTill == SistaGrund(plan) &&
+           plan.forstaLek == SistaGrund(plan) + 1 && luckor[plan.forstaLek].Tom();
+}
+
+// ListaDrag's moves one per class of empty place, in its order, on a table of Freecell's
+// shape: the piles in slot order (each column's runs longest first, then its top card; the
+// free cells; the foundations' tops), and each card's or run's places in the order the
+// drop tries them (home, an empty foundation base, the columns left to right, an empty
+// column, a free cell). Only one empty place of each kind is listed: the key does not tell
+// them apart. A run can move only onto a column (never a free cell), and the click finds no
+// place a drop does not.
+void FricellsDrag(const Plan& plan, const std::vector<Lucka>& l, std::vector<Drag>& ut) {
+    std::array<int, kKolumner> langd{};
+    std::array<int, 52> kolumnMed; // the column whose top card this is
+    kolumnMed.fill(-1);
+    int forstaTomma = -1;
+    int fria = 0;
+    for (int c = 0; c < kKolumner; ++c) {
+        const int bas = c * kPlatserPerKolumn;
+        int n = 0;
+        while (!l[bas + n].Tom())
+            ++n;
+        langd[c] = n;
+        if (n == 0) {
+            ++fria;
+            if (forstaTomma < 0)
+                forstaTomma = c;
+        } else {
+            const Kort& k = l[bas + n - 1].GeKort();
+            kolumnMed[k.KortFarg() * kNivaer + k.KortValor() - 1] = c;
+        }
+    }
+    int forstaTomCell = -1;
+    for (int i = 0; i < plan.friceller; ++i)
+        if (l[kForstaFricell + 2 * i].Tom()) {
+            ++fria;
+            if (forstaTomCell < 0)
+                forstaTomCell = kForstaFricell + 2 * i;
+        }
+    // Where each suit's next card goes home (-1: nowhere), and the first empty base.
+    std::array<int, 4> hem{-1, -1, -1, -1};
+    std::array<int, 4> hemValor{};
+    std::array<int, 4> grundLangd{};
+    int tomGrund = -1;
+    for (int g = 0; g < 4; ++g) {
+        const int bas = plan.forstaGrund + g * kNivaer;
+        int n = 0;
+        while (n < kNivaer && !l[bas + n].Tom())
+            ++n;
+        grundLangd[g] = n;
+        if (n == 0) {
+            if (tomGrund < 0)
+                tomGrund = bas;
+        } else if (n < kNivaer) {
+            const int farg = l[bas].GeKort().KortFarg();
+            hem[farg] = bas + n;
+            hemValor[farg] = n + 1;
+        }
+    }
+    auto tillKolumn = [&](int c) { return c * kPlatserPerKolumn + langd[c]; };
+    // The columns whose tops a card of value v and this colour fits on, left to right.
+    auto passar = [&](int v, bool svart, int(&c)[2]) {
+        c[0] = c[1] = -1;
+        if (v >= kNivaer)
+            return;
+        const int f = svart ? HJARTER : KLOVER;
+        int a = kolumnMed[f * kNivaer + v];
+        int b = kolumnMed[(f + 1) * kNivaer + v];
+        if (a > b)
+            std::swap(a, b);
+        c[0] = a;
+        c[1] = b;
+    };
+    auto kortet = [&](int fran) {
+        const Kort& k = l[fran].GeKort();
+        const int v = k.KortValor();
+        const int farg = k.KortFarg();
+        if (hem[farg] >= 0 && hemValor[farg] == v)
+            ut.push_back({DragSlag::Kort, fran, 1, -1, hem[farg]});
+        if (v == 1 && tomGrund >= 0)
+            ut.push_back({DragSlag::Kort, fran, 1, -1, tomGrund});
+        int c[2];
+        passar(v, k.SvartFarg(), c);
+        for (int p : c)
+            if (p >= 0)
+                ut.push_back({DragSlag::Kort, fran, 1, -1, tillKolumn(p)});
+        if (forstaTomma >= 0)
+            ut.push_back({DragSlag::Kort, fran, 1, -1, forstaTomma * kPlatserPerKolumn});
+        if (forstaTomCell >= 0)
+            ut.push_back({DragSlag::Kort, fran, 1, -1, forstaTomCell});
+    };
+    auto raden = [&](int fran, int n) {
+        const Kort& k = l[fran].GeKort();
+        int c[2];
+        passar(k.KortValor(), k.SvartFarg(), c);
+        const int tom = n - 1 <= fria - 1 ? forstaTomma : -1;
+        auto pa = [&](int p) {
+            const int till = tillKolumn(p);
+            ut.push_back({DragSlag::Rad, fran, n, p == tom ? till : till - 1, till});
+        };
+        bool tomGjord = tom < 0;
+        for (int p : c) {
+            if (p < 0)
+                continue;
+            if (!tomGjord && tom < p) {
+                pa(tom);
+                tomGjord = true;
+            }
+            pa(p);
+        }
+        if (!tomGjord)
+            pa(tom);
+    };
+    ut.clear();
+    for (int c = 0; c < kKolumner; ++c) {
+        if (langd[c] == 0)
+            continue;
+        const int bas = c * kPlatserPerKolumn;
+        const int topp = bas + langd[c] - 1;
+        int r = topp;
+        const int lagst = std::max(bas, topp - fria);
+        while (r > lagst && FallerIFarg(l[r - 1].GeKort(), l[r].GeKort()))
+            --r;
+        for (int i = r; i < topp; ++i)
+            raden(i, topp - i + 1);
+        kortet(topp);
+    }
+    for (int i = 0; i < plan.friceller; ++i)
+        if (!l[kForstaFricell + 2 * i].Tom())
+            kortet(kForstaFricell + 2 * i);
+    // A full foundation followed by one that holds cards is one pile with it: its king
+    // is not a top and does not move.
+    for (int g = 0; g < 4; ++g)
+        if (grundLangd[g] > 0 && (grundLangd[g] < kNivaer || g == 3 || grundLangd[g + 1] == 0))
+            kortet(plan.forstaGrund + g * kNivaer + grundLangd[g] - 1);
+}
+
 } // namespace
 
 void ListaDrag(const Stallning& bord, std::vector<Drag>& ut, bool enPerKlass) {
     const Plan& plan = *bord.plan;
     const std::vector<Lucka>& luckor = bord.luckor;
+    if (enPerKlass && FricellsForm(plan, luckor)) {
+        FricellsDrag(plan, luckor, ut);
+        return;
+    }
     ut.clear();
     // A click finds one of the places a drop finds when its foundations are among the drop's.
     if (plan.forstaGrund < plan.dropGrundFran || SistaGrund(plan) > plan.dropGrundTill) {
@@ -733,34 +883,33 @@ std::vector<Hog> HogTabell(const Stallning& bord) {
 namespace {
 
 // The piles of `antal` × 22 slots from `forsta`, each its cards up to the first empty slot
-// and a '|', in an order that does not depend on where each pile stands.
-void SorteradeHogar(const std::vector<Lucka>& luckor, int forsta, int antal, std::string& nyckel) {
+// and a '|', in an order that does not depend on where each pile stands, into `ut`; how many
+// bytes.
+std::size_t SorteradeHogar(const std::vector<Lucka>& luckor, int forsta, int antal, char* ut) {
     constexpr int kMest = 16;
     auto kod = [&](int i) {
         const Kort& k = luckor[i].GeKort();
-        return static_cast<char>(1 + 13 * k.KortFarg() + k.KortValor() - 1);
+        return static_cast<char>(13 * k.KortFarg() + k.KortValor());
     };
     // No card lies in two piles, so the piles' first cards alone order them as their whole
     // bytes would: the empty piles first, then by the first card.
-    std::array<int, kMest> forst{};
-    std::array<int, kMest> ordning{};
+    std::array<int, kMest> forst;
+    std::array<int, kMest> ordning;
     for (int h = 0; h < antal; ++h) {
         const int bas = forsta + h * kPlatserPerKolumn;
         forst[h] = luckor[bas].Tom() ? 0 : static_cast<unsigned char>(kod(bas));
         ordning[h] = h;
-    }
-    for (int i = 1; i < antal; ++i)
-        for (int j = i; j > 0 && forst[ordning[j - 1]] > forst[ordning[j]]; --j)
+        for (int j = h; j > 0 && forst[ordning[j - 1]] > forst[ordning[j]]; --j)
             std::swap(ordning[j - 1], ordning[j]);
-    std::array<char, kMest*(kPlatserPerKolumn + 1)> bytes;
+    }
     std::size_t n = 0;
     for (int i = 0; i < antal; ++i) {
-        const int bas = forsta + ordning[i] * kPlatserPerKolumn;
-        for (int p = 0; p < kPlatserPerKolumn && !luckor[bas + p].Tom(); ++p)
-            bytes[n++] = kod(bas + p);
-        bytes[n++] = '|';
+        const Lucka* l = luckor.data() + forsta + ordning[i] * kPlatserPerKolumn;
+        for (const Lucka* slut = l + kPlatserPerKolumn; l != slut && !l->Tom(); ++l)
+            ut[n++] = static_cast<char>(13 * l->GeKort().KortFarg() + l->GeKort().KortValor());
+        ut[n++] = '|';
     }
-    nyckel.append(bytes.data(), n);
+    return n;
 }
 
 // Eight off counts free places over nine pairs that take in its first free cell twice and
@@ -797,19 +946,33 @@ bool Sidleds(const Plan& plan, const std::vector<Lucka>& luckor, const Drag& d) 
 }
 
 // The lowest card left beneath a move's cards in its column (0 when the column empties):
-// digging towards the low cards first brings them home sooner.
-int Lagsta(const Plan& plan, const std::vector<Lucka>& luckor, const Drag& d) {
-    if (d.fran > SistaKolumnLucka(plan) && !HogBas(plan, d.fran))
-        return 14;
-    int lagsta = 0;
-    for (int i = d.fran - 1; i >= 0 && !HogBas(plan, i + 1); --i) {
-        int v = luckor[i].GeKort().KortValor();
-        lagsta = lagsta == 0 ? v : std::min(lagsta, v);
+// digging towards the low cards first brings them home sooner. Read once for a table.
+class LagstUnder {
+public:
+    LagstUnder(const Plan& p, const std::vector<Lucka>& luckor) : plan(p) {
+        for (int c = 0; c < plan.kolumner; ++c) {
+            const int bas = c * kPlatserPerKolumn;
+            int lagsta = 14;
+            under[c][0] = 0;
+            for (int k = 0; k + 1 < kPlatserPerKolumn && !luckor[bas + k].Tom(); ++k) {
+                lagsta = std::min(lagsta, luckor[bas + k].GeKort().KortValor());
+                under[c][k + 1] = static_cast<std::int8_t>(lagsta);
+            }
+        }
     }
-    return lagsta;
-}
+    int For(const Drag& d) const {
+        if (d.fran <= SistaKolumnLucka(plan))
+            return under[d.fran / kPlatserPerKolumn][d.fran % kPlatserPerKolumn];
+        return HogBas(plan, d.fran) ? 0 : 14;
+    }
 
-int Rang(const Plan& plan, const std::vector<Lucka>& luckor, const Drag& d) {
+private:
+    const Plan& plan;
+    std::array<std::array<std::int8_t, kPlatserPerKolumn>, 16> under;
+};
+
+int Rang(const Plan& plan, const std::vector<Lucka>& luckor, const Drag& d,
+         const LagstUnder& lagst) {
     const bool franGrund = d.fran >= plan.forstaGrund;
     const bool tillGrund = d.till >= plan.forstaGrund && d.till <= SistaGrund(plan);
     int rang = 0;
@@ -823,7 +986,7 @@ int Rang(const Plan& plan, const std::vector<Lucka>& luckor, const Drag& d) {
         rang = HogBas(plan, d.fran) ? 7 : 4; // a whole pile to an empty column changes little
     else
         rang = 5; // into a free cell
-    return rang * 16 + Lagsta(plan, luckor, d);
+    return rang * 16 + lagst.For(d);
 }
 
 // The parts of the column games' measure of a table (Kunskap::Avstand), with what the
@@ -835,9 +998,10 @@ struct Matt {
     int celler = 0; // free cells taken
     int hemma = 0;  // cards on the foundations
     std::array<int, 16> langd{};
-    // Of each pile's first k cards: how many lie above a lower one, and the lowest (14: none).
-    std::array<std::array<std::int8_t, kPlatserPerKolumn + 1>, 16> overUnder{};
-    std::array<std::array<std::int8_t, kPlatserPerKolumn + 1>, 16> lagstUnder{};
+    // Of each pile's first k cards, k up to its length (written by MattPa, not before): how
+    // many lie above a lower one, and the lowest (14: none).
+    std::array<std::array<std::int8_t, kPlatserPerKolumn + 1>, 16> overUnder;
+    std::array<std::array<std::int8_t, kPlatserPerKolumn + 1>, 16> lagstUnder;
     int Varde() const { return 3 * (52 - hemma) + 2 * over + celler - 3 * tomma; }
 };
 
@@ -972,6 +1136,13 @@ public:
         }
         return -1;
     }
+    // A card or run moved straight back to where it came from: every move of these games
+    // takes its cards from slot to slot and does nothing else.
+    bool GarTillbaka(const Drag& fore, const Drag& drag) const override {
+        return (drag.slag == DragSlag::Kort || drag.slag == DragSlag::Rad) &&
+               drag.slag == fore.slag && drag.antal == fore.antal && drag.fran == fore.till &&
+               drag.till == fore.fran;
+    }
     bool HarTroligaDrag() const override { return true; }
     int Ordningar(const SpelBord& b) const override {
         return static_cast<const Stallning&>(b).plan->sokOrdningar;
@@ -1030,38 +1201,30 @@ public:
         });
     }
 
-    // Where the columns stand does not matter to any move, nor which free cell holds a card
-    // (Eight off's first aside), nor which foundation a suit was built on (Eight off's first
-    // aside): the cards not in a column, reserve pile or free cell are on the foundations.
+    // Where the columns stand does not matter to any move, nor which free cell holds a card,
+    // nor which foundation a suit was built on: the cards not in a column, reserve pile or
+    // free cell are on the foundations. (Eight off keys its own tables.)
     void Nyckel(const SpelBord& b, std::string& nyckel) const override {
         const Plan& plan = *static_cast<const Stallning&>(b).plan;
         const std::vector<Lucka>& l = b.luckor;
-        SorteradeHogar(l, 0, plan.kolumner, nyckel);
-        SorteradeHogar(l, plan.kolumner * kPlatserPerKolumn, plan.reserver, nyckel);
-        std::array<int, 8> celler{};
-        int antal = 0;
-        for (int i = 0; i < plan.friceller; ++i) {
-            int cell = kForstaFricell + 2 * i;
-            int c = static_cast<unsigned char>(KortKod(l[cell])) * 256 +
-                    static_cast<unsigned char>(KortKod(l[cell + 1]));
-            if (NioPar(plan) && i == 0) {
-                nyckel.push_back(KortKod(l[cell]));
-                nyckel.push_back(KortKod(l[cell + 1]));
-            } else {
-                celler[antal++] = c;
-            }
-        }
-        for (int i = 1; i < antal; ++i)
+        // Every pile's cards and a mark, and each free cell's two places.
+        std::array<char, 16 * (kPlatserPerKolumn + 1) + 2 * 8> bytes;
+        std::size_t n = SorteradeHogar(l, 0, plan.kolumner, bytes.data());
+        n += SorteradeHogar(l, plan.kolumner * kPlatserPerKolumn, plan.reserver, bytes.data() + n);
+        std::array<int, 8> celler;
+        const int antal = plan.friceller;
+        for (int i = 0; i < antal; ++i) {
+            const int cell = kForstaFricell + 2 * i;
+            celler[i] = static_cast<unsigned char>(KortKod(l[cell])) * 256 +
+                        static_cast<unsigned char>(KortKod(l[cell + 1]));
             for (int j = i; j > 0 && celler[j - 1] > celler[j]; --j)
                 std::swap(celler[j - 1], celler[j]);
+        }
         for (int i = 0; i < antal; ++i) {
-            nyckel.push_back(static_cast<char>(celler[i] / 256));
-            nyckel.push_back(static_cast<char>(celler[i] % 256));
+            bytes[n++] = static_cast<char>(celler[i] / 256);
+            bytes[n++] = static_cast<char>(celler[i] % 256);
         }
-        if (NioPar(plan)) {
-            int topp = Toppen(l, plan.forstaGrund);
-            nyckel.push_back(topp < 0 ? '\0' : KortKod(l[topp]));
-        }
+        nyckel.append(bytes.data(), n);
         // The deck holds every card before the deal and none after it (no move takes a card
         // there): with its first place empty it adds nothing to the key.
         if (!l[plan.forstaLek].Tom())
@@ -1075,23 +1238,33 @@ public:
         const Plan& plan = *static_cast<const Stallning&>(b).plan;
         const std::vector<Lucka>& l = b.luckor;
         // Kept from call to call: a search orders the moves of every table it opens.
-        thread_local std::vector<std::pair<int, Drag>> ordnade;
-        ordnade.clear();
-        for (const Drag& d : dragen) {
-            int klass = Klass(plan, l, d.till);
-            bool dubbel = klass >= 0 && std::any_of(ordnade.begin(), ordnade.end(), [&](auto& o) {
-                              return o.second.fran == d.fran && o.second.antal == d.antal &&
-                                     Klass(plan, l, o.second.till) == klass;
-                          });
+        thread_local std::vector<Drag> kopia;
+        thread_local std::vector<std::uint32_t> ordning;
+        thread_local std::vector<Drag> klassade; // the kept moves into a class of places
+        kopia.assign(dragen.begin(), dragen.end());
+        ordning.clear();
+        klassade.clear();
+        const LagstUnder lagst(plan, l);
+        for (std::size_t i = 0; i < kopia.size(); ++i) {
+            const Drag& d = kopia[i];
+            const int klass = Klass(plan, l, d.till);
+            if (klass >= 0) {
+                Drag k = d;
+                k.till = klass; // only the class is compared
+                if (std::find_if(klassade.begin(), klassade.end(), [&](const Drag& o) {
+                        return o.fran == k.fran && o.antal == k.antal && o.till == k.till;
+                    }) != klassade.end())
+                    continue;
+                klassade.push_back(k);
+            }
             // The place in the list breaks ties, as a stable sort would, without its buffer.
-            if (!dubbel)
-                ordnade.emplace_back(Rang(plan, l, d) * 4096 + static_cast<int>(ordnade.size()), d);
+            ordning.push_back(static_cast<std::uint32_t>(Rang(plan, l, d, lagst)) * 4096 +
+                              static_cast<std::uint32_t>(i));
         }
-        std::sort(ordnade.begin(), ordnade.end(),
-                  [](const auto& a, const auto& c) { return a.first < c.first; });
-        dragen.clear();
-        for (const auto& o : ordnade)
-            dragen.push_back(o.second);
+        std::sort(ordning.begin(), ordning.end());
+        dragen.resize(ordning.size());
+        for (std::size_t i = 0; i < ordning.size(); ++i)
+            dragen[i] = kopia[ordning[i] % 4096];
     }
 
     // An ace or a two off a column, reserve pile or free cell to its foundation (Freecell,
@@ -1108,11 +1281,10 @@ public:
     // joins S; every other move is made as in the line, onto the same card or place, and a
     // card going home finds the card below it on top of its foundation, as the suits'
     // foundations are interchangeable. The line's last table has every card home, and so
-    // has this one. Not in Eight off, whose first foundation base counts as a free place.
+    // has this one. (Eight off, whose first foundation base counts as a free place, has its
+    // own knowledge without this.)
     int SakertDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
         const Plan& plan = *static_cast<const Stallning&>(b).plan;
-        if (NioPar(plan))
-            return -1;
         for (std::size_t i = 0; i < dragen.size(); ++i) {
             const Drag& d = dragen[i];
             if (d.slag == DragSlag::Kort && d.fran < plan.forstaGrund &&

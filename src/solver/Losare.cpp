@@ -17,6 +17,8 @@ using Klocka = std::chrono::steady_clock;
 // behind the nearest and still go before it: up to eight whole steps, so that the orders
 // differ in more than their ties.
 constexpr unsigned kSpridning = 32;
+// Room for the moves of a table, made once for each level of the search.
+constexpr std::size_t kDragPerNiva = 48;
 
 // One table on the way down: its moves and the next to try.
 struct Niva {
@@ -59,6 +61,9 @@ public:
                 continue;
             }
             const Drag d = n.drag[n.nasta++];
+            if (djup > 0 &&
+                kunskap.GarTillbaka(nivaer[djup - 1].drag[nivaer[djup - 1].nasta - 1], d))
+                continue;
             drag.Gor(d);
             ++svar.lagen;
             if (regler.KlarSpel(*bord)) {
@@ -94,8 +99,11 @@ private:
     // Lists the moves of the table at depth `niva`: the one safe move alone when there is
     // one, else all the search may make, in the game's order.
     void Oppna(std::size_t niva) {
-        if (nivaer.size() <= niva)
+        // A new level gets room for a table's moves at once rather than by doublings.
+        if (nivaer.size() <= niva) {
             nivaer.resize(niva + 1);
+            nivaer.back().drag.reserve(kDragPerNiva);
+        }
         Niva& n = nivaer[niva];
         n.nasta = 0;
         Lista(n.drag);
@@ -154,9 +162,9 @@ private:
             avstand.emplace_back(a, static_cast<int>(i));
         }
         std::sort(avstand.begin(), avstand.end());
-        ordnade.clear();
-        for (auto [a, i] : avstand)
-            ordnade.push_back(dragen[static_cast<std::size_t>(i)]);
+        ordnade.resize(avstand.size());
+        for (std::size_t j = 0; j < avstand.size(); ++j)
+            ordnade[j] = dragen[static_cast<std::size_t>(avstand[j].second)];
         dragen.swap(ordnade);
     }
 

@@ -55,9 +55,10 @@ bool Nyckeltabell::LaggTill(std::string_view nyckel) {
             auto langd = static_cast<std::uint16_t>(nyckel.size());
             post.hash = h;
             post.plats = bytes.size() + 1;
-            const char* l = reinterpret_cast<const char*>(&langd);
-            bytes.insert(bytes.end(), l, l + sizeof langd);
-            bytes.insert(bytes.end(), nyckel.begin(), nyckel.end());
+            const std::size_t fore = bytes.size();
+            bytes.resize(fore + sizeof langd + nyckel.size());
+            std::memcpy(bytes.data() + fore, &langd, sizeof langd);
+            std::memcpy(bytes.data() + fore + sizeof langd, nyckel.data(), nyckel.size());
             ++antal;
             return true;
         }
