@@ -252,9 +252,9 @@ private slots:
 
     // The queen of diamonds could lengthen its row, but the king of hearts right of it
     // leaves room for the king of diamonds to come there first: not taken as safe, while
-    // the king of hearts is, the clubs in order or not (no card of the clubs' row can reach
-    // the places that matter). Once the king of hearts has gone, the queen and the king of
-    // diamonds each want a place the other's move changes, and no move is safe.
+    // the king of hearts is. Once it has gone, the queen and the king of diamonds each want
+    // a place the other's move changes, and no move is safe. With a row begun with the four
+    // of clubs the clubs can never move, and the table is hopeless.
     void idiotenInteSakert() {
         for (bool tvaor : {true, false}) {
             Bygge b(kIdioten1);
@@ -265,6 +265,10 @@ private slots:
                 IdiotenRad(b, 3, KLOVER, {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 0});
             else
                 IdiotenRad(b, 3, KLOVER, {4, 2, 5, 3, 6, 7, 8, 9, 10, 11, 12, 13, 0});
+            QCOMPARE(b.Hopplos(), !tvaor);
+            QCOMPARE(b.Avgor(), tvaor ? Utfall::Vinnbar : Utfall::Ovinnbar);
+            if (!tvaor)
+                continue;
             QCOMPARE(b.SakertDragen(), KortDrag(38, 24));
             b.regler.GorDrag(*b.bord, KortDrag(38, 24), nullptr);
             QCOMPARE(b.Sakert(), -1);

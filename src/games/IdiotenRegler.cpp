@@ -409,8 +409,33 @@ struct Oppning {
 // the slots of G (filled only by T as long as (a) holds); (a) then asks that each L, and
 // every left end outside G when G holds one, be in F, and (b) that p + 1 be in G or in F,
 // or p end its row, or X be a king.
-std::uint64_t ProvaUrval(const Rutor& r, const std::array<Oppning, 52>& oppna, int antal,
-                         unsigned valda) {
+// Whether (a) and (b) hold with the cards of `fasta` (slots) known never to move.
+bool UrvaletHaller(const Rutor& r, const std::array<Oppning, 52>& oppna, int antal, unsigned valda,
+                   std::uint64_t fasta, std::uint64_t stangda, bool kant) {
+    const std::uint64_t hallna = fasta | stangda;
+    if (kant && (kVanstraKanten & ~hallna) != 0)
+        return false;
+    for (int i = 0; i < antal; ++i) {
+        if (!(valda >> i & 1u))
+            continue;
+        const Oppning& o = oppna[static_cast<size_t>(i)];
+        if (!ForstaKolumnen(o.ruta) && (fasta & Bit(o.ruta - 1)) == 0)
+            return false;
+        for (std::uint64_t kvar = o.kortRutor; kvar != 0; kvar &= kvar - 1) {
+            const int p = std::countr_zero(kvar);
+            if (p % kKolumner != kKolumner - 1 && r.kort[static_cast<size_t>(p)] % 13 != 12 &&
+                (hallna & Bit(p + 1)) == 0)
+                return false;
+        }
+    }
+    return true;
+}
+
+// Forcing cards and closing slots only makes fewer places reachable, so the cards that
+// never move in every play (`fria`, from the table alone) never move in these plays either:
+// when they alone show (a) and (b), the longer count is not needed.
+std::uint64_t ProvaUrval(const Rutor& r, const Rorlighet& fria,
+                         const std::array<Oppning, 52>& oppna, int antal, unsigned valda) {
     std::uint64_t stangda = 0;
     std::uint64_t tvungna = 0;
     bool kant = false;
@@ -421,27 +446,13 @@ std::uint64_t ProvaUrval(const Rutor& r, const std::array<Oppning, 52>& oppna, i
             tvungna |= o.kortRutor;
             kant = kant || ForstaKolumnen(o.ruta);
         }
+    if (UrvaletHaller(r, oppna, antal, valda, fria.fasta | tvungna, stangda, kant))
+        return stangda;
     const Rorlighet ro = RaknaRorlighet(r, tvungna, stangda);
-    const std::uint64_t hallna = ro.fasta | stangda;
-    if (kant && (kVanstraKanten & ~hallna) != 0)
-        return 0;
-    for (int i = 0; i < antal; ++i) {
-        if (!(valda >> i & 1u))
-            continue;
-        const Oppning& o = oppna[static_cast<size_t>(i)];
-        if (!ForstaKolumnen(o.ruta) && (ro.fasta & Bit(o.ruta - 1)) == 0)
-            return 0;
-        for (std::uint64_t kvar = o.kortRutor; kvar != 0; kvar &= kvar - 1) {
-            const int p = std::countr_zero(kvar);
-            if (p % kKolumner != kKolumner - 1 && r.kort[static_cast<size_t>(p)] % 13 != 12 &&
-                (hallna & Bit(p + 1)) == 0)
-                return 0;
-        }
-    }
-    return stangda;
+    return UrvaletHaller(r, oppna, antal, valda, ro.fasta, stangda, kant) ? stangda : 0;
 }
 
-std::uint64_t Urval(const Rutor& r) {
+std::uint64_t Urval(const Rutor& r, const Rorlighet& fria) {
     if (r.essIRutnatet)
         return 0;
     std::array<Oppning, 52> oppna;
@@ -483,27 +494,37 @@ std::uint64_t Urval(const Rutor& r) {
     }
     std::sort(prov.begin(), prov.begin() + n);
     for (int i = 0; i < n; ++i)
-        if (std::uint64_t g = ProvaUrval(r, oppna, antal, prov[static_cast<size_t>(i)].second))
+        if (std::uint64_t g =
+                ProvaUrval(r, fria, oppna, antal, prov[static_cast<size_t>(i)].second))
             return g;
     return 0;
 }
 
-// The last table asked about, so that the safe move and the order need one look.
-struct SenastUrval {
+// What the search asks of one table, looked at once: whether it is hopeless, and the gaps
+// whose moves it tries (see Urval).
+struct Granskning {
     Rutor rutor;
+    bool hopplos = false;
     std::uint64_t urval = 0;
     bool giltig = false;
 };
 
-std::uint64_t UrvalFor(const std::vector<Lucka>& luckor) {
-    thread_local SenastUrval senast;
+const Granskning& Granska(const std::vector<Lucka>& luckor) {
+    thread_local Granskning senast;
     Rutor r = LasRutor(luckor);
-    if (!senast.giltig || !(senast.rutor == r)) {
-        senast.rutor = r;
-        senast.urval = Urval(r);
-        senast.giltig = true;
-    }
-    return senast.urval;
+    if (senast.giltig && senast.rutor == r)
+        return senast;
+    senast.rutor = r;
+    senast.giltig = true;
+    senast.hopplos = false;
+    senast.urval = 0;
+    if (r.essIRutnatet)
+        return senast;
+    const Rorlighet fria = RaknaRorlighet(r);
+    senast.hopplos = !RaderRacker(fria);
+    if (!senast.hopplos)
+        senast.urval = Urval(r, fria);
+    return senast;
 }
 
 // Whether grid slot i holds a card of a row built from a two at its left end (the count's
@@ -537,7 +558,7 @@ public:
     // The moves of the fewest gaps that a winning play may begin with (see Urval); a
     // move alone goes at once. Only the search's own moves count: the new attempt is none.
     int SakertDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
-        const std::uint64_t urval = UrvalFor(b.luckor);
+        const std::uint64_t urval = Granska(b.luckor).urval;
         if (urval == 0)
             return -1;
         int enda = -1;
@@ -550,22 +571,20 @@ public:
         return enda;
     }
     void Ordna(const SpelBord& b, std::vector<Drag>& dragen) const override {
-        const std::uint64_t urval = UrvalFor(b.luckor);
+        const std::uint64_t urval = Granska(b.luckor).urval;
         if (urval != 0 && std::any_of(dragen.begin(), dragen.end(),
                                       [&](const Drag& d) { return IUrvalet(d, urval); }))
             std::erase_if(dragen, [&](const Drag& d) { return !IUrvalet(d, urval); });
     }
 
     // No row can be given to each suit where all its cards can still come (RaderRacker).
-    bool Hopplos(const SpelBord& b) const override {
-        const Rutor r = LasRutor(b.luckor);
-        return !r.essIRutnatet && !RaderRacker(RaknaRorlighet(r));
-    }
+    bool Hopplos(const SpelBord& b) const override { return Granska(b.luckor).hopplos; }
 
     // For the quick first pass: a card that lengthens a row built from its left end goes
     // there at once, and the tables with the most cards in place, then the fewest gaps
     // behind a king, come first.
     bool HarTroligaDrag() const override { return true; }
+    int Ordningar(const SpelBord&) const override { return 4; }
     int TroligtDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
         for (std::size_t i = 0; i < dragen.size(); ++i) {
             const Drag& d = dragen[i];
