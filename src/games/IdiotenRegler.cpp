@@ -584,7 +584,7 @@ public:
     // there at once, and the tables with the most cards in place, then the fewest gaps
     // behind a king, come first.
     bool HarTroligaDrag() const override { return true; }
-    int Ordningar(const SpelBord&) const override { return 4; }
+    int Ordningar(const SpelBord&) const override { return 32; }
     int TroligtDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
         for (std::size_t i = 0; i < dragen.size(); ++i) {
             const Drag& d = dragen[i];
