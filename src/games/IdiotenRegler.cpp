@@ -581,8 +581,10 @@ public:
     bool Hopplos(const SpelBord& b) const override { return Granska(b.luckor).hopplos; }
 
     // For the quick first pass: a card that lengthens a row built from its left end goes
-    // there at once, and the tables with the most cards in place, then the fewest gaps
-    // behind a king, come first.
+    // there at once, and the tables with the most cards in place come first, a card right
+    // of its one-lower card elsewhere counting a quarter of one, and a gap behind a king
+    // an eighth against; in 32 orders side by side, as the deals one order finds late
+    // another often finds at once.
     bool HarTroligaDrag() const override { return true; }
     int Ordningar(const SpelBord&) const override { return 32; }
     int TroligtDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
@@ -597,13 +599,16 @@ public:
     int Avstand(const SpelBord& b) const override {
         int doda = 0;
         int byggda = 0;
+        int foljer = 0;
         for (int i = kForstaRutan; i <= kSistaRutan; ++i) {
             if (b.luckor[i].Tom() && !b.luckor[i].GeKantLinje())
                 ++doda;
             else if (IByggdRad(b.luckor, i))
                 ++byggda;
+            else if (i % kKolumner != 0 && FoljerPa(b.luckor[i], b.luckor[i - 1]))
+                ++foljer;
         }
-        return 8 * (kVunnet - byggda) + doda;
+        return 8 * (kVunnet - byggda) - 2 * foljer + doda;
     }
 
     // Each gap asks for the one card it takes (any two at a row's left end).
