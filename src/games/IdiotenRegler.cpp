@@ -387,29 +387,7 @@ struct Oppning {
     int antal = 0;               // how many moves
 };
 
-// The gaps whose moves alone a search need try from this table, as slots; 0 for all.
-//
-// Take a set G of gaps with moves and T their moves. Suppose that in every play that makes
-// no move of T:
-//   (a) the left neighbour L of each gap of G not at a row's left end never moves, and when
-//       G holds a left end, no two ever moves;
-//   (b) for each card X that a move of T takes, from slot p, the slot p + 1 is never filled.
-// Then a table that can be won is won by a play that begins with a move of T. For take a
-// winning play. While no move of T is made, a gap g of G stays empty: only L's successor X
-// may fill it (only a two at a left end), and that is a move of T. As a won table has gaps
-// only right of kings at the rows' ends, the play makes a move t of T, say first after the
-// moves w. Make t first, then w: t's card X is not moved by w (its only places are in G),
-// and t's gap is filled by none of w; a move of w, card Y into slot h, finds h empty as
-// before (h is neither p, held by X throughout w, nor g, empty throughout w) and Y's
-// one-lower card still left of it (h − 1 is not g, empty throughout w, and not p, by (b)).
-// Each move of w does to the same slots as before, so the table after t and w is the same.
-//
-// (a) and (b) are shown with the mobility above, counting in F from the start the cards T
-// takes (they move only by T as long as (a) holds, since their places are in G) and closing
-// the slots of G (filled only by T as long as (a) holds); (a) then asks that each L, and
-// every left end outside G when G holds one, be in F, and (b) that p + 1 be in G or in F,
-// or p end its row, or X be a king.
-// Whether (a) and (b) hold with the cards of `fasta` (slots) known never to move.
+// Whether (a) and (b) of Urval hold with the cards of `fasta` (slots) known never to move.
 bool UrvaletHaller(const Rutor& r, const std::array<Oppning, 52>& oppna, int antal, unsigned valda,
                    std::uint64_t fasta, std::uint64_t stangda, bool kant) {
     const std::uint64_t hallna = fasta | stangda;
@@ -452,6 +430,28 @@ std::uint64_t ProvaUrval(const Rutor& r, const Rorlighet& fria,
     return UrvaletHaller(r, oppna, antal, valda, ro.fasta, stangda, kant) ? stangda : 0;
 }
 
+// The gaps whose moves alone a search need try from this table, as slots; 0 for all.
+//
+// Take a set G of gaps with moves and T their moves. Suppose that in every play that makes
+// no move of T:
+//   (a) the left neighbour L of each gap of G not at a row's left end never moves, and when
+//       G holds a left end, no two ever moves;
+//   (b) for each card X that a move of T takes, from slot p, the slot p + 1 is never filled.
+// Then a table that can be won is won by a play that begins with a move of T. For take a
+// winning play. While no move of T is made, a gap g of G stays empty: only L's successor X
+// may fill it (only a two at a left end), and that is a move of T. As a won table has gaps
+// only right of kings at the rows' ends, the play makes a move t of T, say first after the
+// moves w. Make t first, then w: t's card X is not moved by w (its only places are in G),
+// and t's gap is filled by none of w; a move of w, card Y into slot h, finds h empty as
+// before (h is neither p, held by X throughout w, nor g, empty throughout w) and Y's
+// one-lower card still left of it (h − 1 is not g, empty throughout w, and not p, by (b)).
+// Each move of w does to the same slots as before, so the table after t and w is the same.
+//
+// (a) and (b) are shown with the mobility above, counting in F from the start the cards T
+// takes (they move only by T as long as (a) holds, since their places are in G) and closing
+// the slots of G (filled only by T as long as (a) holds); (a) then asks that each L, and
+// every left end outside G when G holds one, be in F, and (b) that p + 1 be in G or in F,
+// or p end its row, or X be a king.
 std::uint64_t Urval(const Rutor& r, const Rorlighet& fria) {
     if (r.essIRutnatet)
         return 0;
