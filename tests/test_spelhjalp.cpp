@@ -6,6 +6,7 @@
 #include "cards/Hiscore.h"
 #include "games/Spelfabrik.h"
 #include "platform/Meddelande.h"
+#include "platform/QtGeometry.h"
 #include "support/Gester.h"
 #include "support/Hjalpkorning.h"
 #include "support/Smabord.h"
@@ -53,6 +54,14 @@ std::string Korten(const SpelBord& bord) {
 unsigned VinnbarFroFor(int spel) {
     VinnbarGiv giv = HittaVinnbarGiv(spel, 1);
     return giv.fro;
+}
+
+// Whether the window could make `d` now: the gesture the game names for it lies in the view.
+bool IFonstret(Korning& k, const Drag& d) {
+    std::optional<Gest> gest = k.Spel().GestFor(d);
+    const QRect vy = k.Vy().rect();
+    return gest && vy.contains(ToQPoint(gest->fran)) &&
+           (gest->klick || vy.contains(ToQPoint(gest->till)));
 }
 
 } // namespace
@@ -288,8 +297,8 @@ private slots:
         QVERIFY(k.win->HiInfo() != nullptr);
     }
 
-    // A card the window is too small to show cannot be pressed: Finish stops and says so
-    // rather than pressing beside it.
+    // A card the window is too small to show cannot be pressed: Finish looks for a way the
+    // window shows, and when there is none it stops and says so rather than pressing beside it.
     void slutforSagerTillNarKortetArUtanforFonstret() {
         Korning k;
         k.win->show();
@@ -299,7 +308,18 @@ private slots:
         Behandla();
         LaggUt(k, SmaBord(8));
         auto fore = k.Spel().Tabell().Kopia();
+        k.Hjalp().KanVinnas();
+        k.VantaPaSvar();
+        // The known way's first card lies outside: a way the window shows is searched for.
+        HallnaSokningar h(k);
         k.Hjalp().Slutfor();
+        QTRY_VERIFY_WITH_TIMEOUT(h.inne.load() > 0, kVanta);
+        QVERIFY(k.Hjalp().Soker());
+        QVERIFY(!k.Hjalp().Slutfors());
+        QCOMPARE(k.Hjalp().notis->Text(),
+                 QStringLiteral("Searching for a way to finish that the window can show..."));
+        QCOMPARE(k.Hjalp().slutforItem->text(), QStringLiteral("Finish (under way...)"));
+        h.slapp = true;
         QTRY_VERIFY_WITH_TIMEOUT(!k.Hjalp().Soker() && !k.Hjalp().Slutfors(), kVanta);
         QVERIFY2(k.Hjalp().notis->Text().startsWith(QStringLiteral("Finish stopped: the move ")),
                  qPrintable(k.Hjalp().notis->Text()));
@@ -307,6 +327,96 @@ private slots:
             QStringLiteral(" cannot be made in the window as it is. A larger window may show "
                            "its card.")));
         QVERIFY(k.Spel().Tabell().Lika(*fore));
+        // No way the window shows was found; that tells nothing of the deal, which stays
+        // known to be winnable.
+        const QString stopp = k.Hjalp().notis->Text();
+        k.Hjalp().KanVinnas();
+        QVERIFY2(k.Hjalp().notis->Text().startsWith(QStringLiteral("Yes, in ")),
+                 qPrintable(k.Hjalp().notis->Text()));
+        // Asked again on the same table in the same window, it stops at once, with no search.
+        k.Hjalp().Slutfor();
+        QVERIFY(!k.Hjalp().Soker());
+        Behandla();
+        QVERIFY(!k.Hjalp().Soker());
+        QVERIFY(!k.Hjalp().Slutfors());
+        QCOMPARE(k.Hjalp().notis->Text(), stopp);
+    }
+
+    // At the window's opening size a long Freecell column runs below the view's edge: the
+    // plain solution of this deal comes to a card the window cannot show, and Finish goes on
+    // from there by a way that uses only moves the window shows, to the win.
+    void slutforGarVidareMedDragSomFonstretVisar() {
+        const int spel = 8;
+        const unsigned fro = 3;
+        {
+            Korning k(BRect(0, 0, 640, 400));
+            k.win->show();
+            QVERIFY(QTest::qWaitForWindowExposed(k.win.get()));
+            k.Starta(spel, fro);
+            SokSvar svar = Los(k.Spel().Regler(), k.Spel().Tabell(), Spelhjalp::SpelarGranser());
+            QCOMPARE(svar.utfall, Utfall::Vinnbar);
+            std::size_t gjorda = 0;
+            while (gjorda < svar.drag.size() && IFonstret(k, svar.drag[gjorda]))
+                k.Gor(svar.drag[gjorda++]);
+            QVERIFY2(gjorda < svar.drag.size(), "the plain solution fits this window");
+        }
+        Korning k(BRect(0, 0, 640, 400));
+        k.win->show();
+        QVERIFY(QTest::qWaitForWindowExposed(k.win.get()));
+        k.Starta(spel, fro);
+        k.Hjalp().Slutfor();
+        QTRY_VERIFY_WITH_TIMEOUT(!k.Hjalp().Soker() && !k.Hjalp().Slutfors(), kVanta);
+        Behandla();
+        // Won: the hiscore has the whole deck home (and the window has dealt anew).
+        QVERIFY2(k.win->HiInfo() != nullptr, qPrintable(k.Hjalp().notis->Text()));
+        QCOMPARE(static_cast<int>(k.Forsta(spel).kort), 52);
+        QVERIFY(!k.Hjalp().notis->Text().startsWith(QStringLiteral("Finish stopped")));
+    }
+
+    // A search held to the moves the window shows says "not known" where the whole search
+    // says "cannot be won": a way may need a move it left out. Its moves are all such moves.
+    void sokningMedBaraVissaDragSagerAldrigOvinnbar() {
+        const SpelRegler& svart = *ReglerFor(10);
+        Uppstallning b = SmaBord(10);
+        Korning k;
+        k.Starta(10, 1);
+        LaggUt(k, b);
+        k.Gor(b.forlorar);
+        auto forlorat = k.Spel().Tabell().Kopia();
+        QCOMPARE(Los(svart, *forlorat, Spelhjalp::SpelarGranser()).utfall, Utfall::Ovinnbar);
+        SokGranser alla = Spelhjalp::SpelarGranser();
+        alla.bara = [](const SpelBord&, const Drag&) { return true; };
+        QCOMPARE(Los(svart, *forlorat, alla).utfall, Utfall::Okant);
+
+        SokGranser inga = Spelhjalp::SpelarGranser();
+        inga.bara = [](const SpelBord&, const Drag&) { return false; };
+        auto fri = GivFor(8, 3);
+        const SpelRegler& regler = *ReglerFor(8);
+        QCOMPARE(Los(regler, *fri, Spelhjalp::SpelarGranser()).utfall, Utfall::Vinnbar);
+        SokSvar ingen = Los(regler, *fri, inga);
+        QCOMPARE(ingen.utfall, Utfall::Okant);
+        QVERIFY(ingen.drag.empty());
+
+        // The plain solution's first move refused on the deal's table: the answer begins
+        // otherwise, and its moves win.
+        const Drag forsta = Los(regler, *fri, Spelhjalp::SpelarGranser()).drag.front();
+        SokGranser utan = Spelhjalp::SpelarGranser();
+        int fragade = 0;
+        utan.bara = [&](const SpelBord& bord, const Drag& d) {
+            ++fragade;
+            return !(bord.Lika(*fri) && d == forsta);
+        };
+        SokSvar svar = Los(regler, *fri, utan);
+        QCOMPARE(svar.utfall, Utfall::Vinnbar);
+        QVERIFY(fragade > 0);
+        QVERIFY(!svar.drag.empty());
+        QVERIFY(!(svar.drag.front() == forsta));
+        auto bord = fri->Kopia();
+        for (const Drag& d : svar.drag) {
+            QVERIFY(Listat(regler, *bord, d));
+            regler.GorDrag(*bord, d, nullptr);
+        }
+        QVERIFY(regler.KlarSpel(*bord));
     }
 
     // With "Finish by Itself" on, once every card left can go home the game plays them there:
@@ -336,17 +446,47 @@ private slots:
         QCOMPARE(static_cast<int>(k.Forsta(spel).kort), regler.Resultat(*vunnet).kort);
     }
 
+    // A press stops a finish before its next move. The press comes while the finish is known
+    // to be under way and before any of its moves ran: a finish of a game dealt without
+    // flights makes all its moves within a few milliseconds, so waiting to see one under way
+    // could see it already over.
     void enTryckningStopparSlutfor() {
         Korning k;
-        k.win->ValkomstVy()->animeringsRuta->setChecked(true);
-        k.Posta(kAnimering);
         k.Starta(3, VinnbarFroFor(3));
+        k.Hjalp().KanVinnas();
+        k.VantaPaSvar();
+        QCOMPARE(k.Hjalp().Utfallet(), std::optional<Utfall>(Utfall::Vinnbar));
+        auto fore = k.Spel().Tabell().Kopia();
         k.Hjalp().Slutfor();
-        QTRY_VERIFY2_WITH_TIMEOUT(k.Hjalp().Slutfors(), qPrintable(k.Hjalp().notis->Text()),
-                                  kVanta);
+        QVERIFY(k.Hjalp().Slutfors());
         QTest::mousePress(&k.Vy(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
         QTest::mouseRelease(&k.Vy(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
         QVERIFY(!k.Hjalp().Slutfors());
+        QCOMPARE(k.Hjalp().notis->Text(), QStringLiteral("Finish stopped."));
+        Behandla();
+        QTest::qWait(50);
+        QVERIFY(k.Spel().Tabell().Lika(*fore));
+        QVERIFY(!k.Spel().KlarSpel());
+    }
+
+    // A press between two moves of a finish stops it there: the moves made stay made.
+    void enTryckningMittISlutforetStopparDar() {
+        Korning k;
+        k.Starta(3, VinnbarFroFor(3));
+        k.Hjalp().KanVinnas();
+        k.VantaPaSvar();
+        auto fore = k.Spel().Tabell().Kopia();
+        k.Hjalp().Slutfor();
+        while (k.Hjalp().Slutfors() && k.Spel().Tabell().Lika(*fore))
+            QCoreApplication::processEvents();
+        QVERIFY(k.Hjalp().Slutfors());
+        QTest::mousePress(&k.Vy(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
+        QTest::mouseRelease(&k.Vy(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
+        QVERIFY(!k.Hjalp().Slutfors());
+        auto efter = k.Spel().Tabell().Kopia();
+        Behandla();
+        QTest::qWait(50);
+        QVERIFY(k.Spel().Tabell().Lika(*efter));
         QVERIFY(!k.Spel().KlarSpel());
     }
 

@@ -50,6 +50,31 @@ std::unique_ptr<SpelBord> Efter(const SpelRegler& regler, const SpelBord& fore, 
     return efter;
 }
 
+// Whether a player could make `drag` on `bord` in a view of `synligt`, judged from where its
+// slots lie: the card it lifts shows its top edge, and so does the place it goes to or the
+// card it lands on. It reads the table alone, so the solver's thread may ask it; the game's
+// own gesture is still looked for when the move is made.
+bool SynligtDrag(const SpelBord& bord, const Drag& drag, BRect synligt) {
+    auto kant = [&](int i, float ner) {
+        if (i < 0 || i >= static_cast<int>(bord.luckor.size()))
+            return false;
+        BRect r = bord.luckor[static_cast<std::size_t>(i)].GePos();
+        return synligt.Contains(BPoint((r.left + r.right) / 2, r.top + ner));
+    };
+    switch (drag.slag) {
+    case DragSlag::Kort:
+    case DragSlag::Rad:
+        return kant(drag.fran, 10) &&
+               (kant(drag.till, 5) || kant(drag.till - 1, 5) || kant(drag.andra, 5));
+    case DragSlag::Par:
+        return kant(drag.fran, 10) && kant(drag.andra, 10);
+    case DragSlag::Knapp:
+    case DragSlag::NyttForsok:
+        break;
+    }
+    return true;
+}
+
 } // namespace
 
 Bordsnotis::Bordsnotis(FjolkView* view) : QWidget(view), vy(view) {
@@ -309,7 +334,7 @@ void Spelhjalp::MenusBeginning() {
         item->setEnabled(spel);
     tipsItem->setText(vantar == Fraga::Tips ? QStringLiteral("Hint (searching...)")
                                             : QStringLiteral("Hint"));
-    slutforItem->setText(Slutfors() || vantar == Fraga::Slutfor
+    slutforItem->setText(Slutfors() || vantar == Fraga::Slutfor || vantar == Fraga::SlutforSynligt
                              ? QStringLiteral("Finish (under way...)")
                              : QStringLiteral("Finish"));
     fragaItem->setText(vantar == Fraga::KanVinnas
@@ -317,12 +342,13 @@ void Spelhjalp::MenusBeginning() {
                            : QStringLiteral("Can This Deal Be Won?"));
 }
 
-void Spelhjalp::Stall(Fraga fraga) {
+void Spelhjalp::Stall(Fraga fraga, SokGranser granser) {
     Patiens* spel = vy->Spel();
     vantar = fraga;
+    fragat = spel->Tabell().Kopia();
     ++serie;
     trad.Fraga(serie * 8 + static_cast<int>(fraga), spel->Regler(), spel->Tabell(),
-               SpelarGranser());
+               std::move(granser));
     MenusBeginning();
 }
 
@@ -354,7 +380,7 @@ void Spelhjalp::KanVinnas() {
 }
 
 void Spelhjalp::Slutfor() {
-    if (vy->Spel() == nullptr || Slutfors())
+    if (vy->Spel() == nullptr || Slutfors() || vantar == Fraga::SlutforSynligt)
         return;
     if (KandHar(vy->Spel()->Tabell()) && kand.utfall == Utfall::Vinnbar) {
         BorjaSlutfora(kand.drag);
@@ -493,6 +519,11 @@ void Spelhjalp::Besvara(int id, const SokSvar& svar) {
         MenusBeginning();
         return;
     }
+    if (fraga == Fraga::SlutforSynligt) {
+        SvarSynligVag(svar);
+        MenusBeginning();
+        return;
+    }
     kandBord = bord.Kopia();
     kand = svar;
     if (senasteBord != nullptr && senasteBord->Lika(bord))
@@ -531,7 +562,8 @@ void Spelhjalp::EfterDrag() {
     std::optional<Utfall> foreUtfall = std::exchange(senasteUtfall, std::nullopt);
     if (KandHar(bord))
         senasteUtfall = kand.utfall;
-    if (vantar != Fraga::Ingen && vantar != Fraga::Koll && !Slutfors()) {
+    if (vantar != Fraga::Ingen && vantar != Fraga::Koll && !Slutfors() &&
+        (fragat == nullptr || !fragat->Lika(bord))) {
         // What was asked about the table before is no answer for this one.
         trad.Avbryt();
         vantar = Fraga::Ingen;
@@ -610,10 +642,11 @@ void Spelhjalp::NastaSlutDrag() {
     if (!gest || !synligt.contains(ToQPoint(gest->fran)) ||
         (!gest->klick && !synligt.contains(ToQPoint(gest->till)))) {
         SlutaSlutfora();
-        notis->Visa(QStringLiteral("Finish stopped: the move ") + DragText(spel->Tabell(), d) +
+        QString stopp = QStringLiteral("Finish stopped: the move ") + DragText(spel->Tabell(), d) +
                         QStringLiteral(" cannot be made in the window as it is. A larger "
-                                       "window may show its card."),
-                    {}, kBeskedTid);
+                                       "window may show its card.");
+        if (!SokSynligVag(stopp))
+            notis->Visa(stopp, {}, kBeskedTid);
         return;
     }
     egnaGester = true;
@@ -634,6 +667,37 @@ void Spelhjalp::NastaSlutDrag() {
 void Spelhjalp::SlutaSlutfora() {
     slutDrag.clear();
     MenusBeginning();
+}
+
+bool Spelhjalp::SokSynligVag(const QString& stopp) {
+    const SpelBord& bord = vy->Spel()->Tabell();
+    if (synligtBord != nullptr && synligtBord->Lika(bord) && synligtStorlek == vy->size())
+        return false;
+    synligtBord = bord.Kopia();
+    synligtStorlek = vy->size();
+    synligtStopp = stopp;
+    SokGranser granser = SpelarGranser();
+    granser.bara = [synligt = vy->Bounds()](const SpelBord& b, const Drag& d) {
+        return SynligtDrag(b, d, synligt);
+    };
+    notis->Visa(QStringLiteral("Searching for a way to finish that the window can show..."));
+    Stall(Fraga::SlutforSynligt, std::move(granser));
+    return true;
+}
+
+void Spelhjalp::SvarSynligVag(const SokSvar& svar) {
+    const SpelBord& bord = vy->Spel()->Tabell();
+    notis->Rensa();
+    if (synligtBord == nullptr || !synligtBord->Lika(bord))
+        return;
+    // Such a search tells nothing when it finds no way: the table's verdict stays as it was.
+    if (svar.utfall != Utfall::Vinnbar) {
+        notis->Visa(synligtStopp, {}, kBeskedTid);
+        return;
+    }
+    kandBord = bord.Kopia();
+    kand = svar;
+    BorjaSlutfora(svar.drag);
 }
 
 bool Spelhjalp::eventFilter(QObject* mal, QEvent* e) {
@@ -659,6 +723,7 @@ void Spelhjalp::SpeletSlut() {
     senasteUtfall.reset();
     koll.reset();
     kollFore.reset();
+    synligtBord.reset();
     notis->Rensa();
     vy->setEnabled(true);
 }

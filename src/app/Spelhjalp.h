@@ -108,9 +108,9 @@ protected:
     bool eventFilter(QObject* mal, QEvent* event) override;
 
 private:
-    enum class Fraga { Ingen, Tips, Slutfor, KanVinnas, Koll, Giv };
+    enum class Fraga { Ingen, Tips, Slutfor, KanVinnas, Koll, Giv, SlutforSynligt };
     void Besvara(int id, const SokSvar& svar);
-    void Stall(Fraga fraga);
+    void Stall(Fraga fraga, SokGranser granser = SpelarGranser());
     bool KandHar(const SpelBord& bord) const;
     void VisaTips();
     void VisaGissning(const QString& forklaring);
@@ -118,6 +118,10 @@ private:
     void BorjaSlutfora(std::vector<Drag> dragen);
     void NastaSlutDrag();
     void SlutaSlutfora();
+    // The finish's next move cannot be made in the window: asks for a way on from here that
+    // uses only moves the window shows, unless that was asked for this table and view already.
+    bool SokSynligVag(const QString& stopp);
+    void SvarSynligVag(const SokSvar& svar);
     void ProvaNastaGiv();
     std::optional<std::vector<Drag>> HemDrag() const;
     std::vector<QRect> Ramar(const Drag& drag) const;
@@ -130,6 +134,8 @@ private:
     LosarTrad trad;
     Fraga vantar = Fraga::Ingen;
     int serie = 0;
+    // The table the search under way was asked about.
+    std::unique_ptr<SpelBord> fragat;
 
     // The verdict on the table it was searched for, moved along its moves as they are made.
     std::unique_ptr<SpelBord> kandBord;
@@ -143,6 +149,11 @@ private:
     std::optional<Drag> senasteTips;
     std::deque<Drag> slutDrag;
     bool egnaGester = false;
+    // The table and view size the last search for moves the window shows was asked for, and
+    // the notice to give when it finds no way.
+    std::unique_ptr<SpelBord> synligtBord;
+    QSize synligtStorlek;
+    QString synligtStopp;
 
     struct GivSok {
         int spel = 0;

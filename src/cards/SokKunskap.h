@@ -3,6 +3,7 @@
 #include "cards/Drag.h"
 #include "cards/SpelBord.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -64,6 +65,21 @@ public:
 
 // The defaults alone.
 const SokKunskap& StandardKunskap();
+
+// The one object of a game's knowledge K, made when first asked for.
+template <typename K> const SokKunskap& KunskapAv() {
+    static const K kunskap;
+    return kunskap;
+}
+
+// The index of the first of `dragen` that passes `test`, or -1 when none does: a SakertDrag
+// or TroligtDrag that is one test of each move.
+template <typename Test> int ForstaDragSom(const std::vector<Drag>& dragen, Test test) {
+    for (std::size_t i = 0; i < dragen.size(); ++i)
+        if (test(dragen[i]))
+            return static_cast<int>(i);
+    return -1;
+}
 
 // A card as one byte 1..52 (suit · 13 + value); 0 for an empty slot.
 char KortKod(const Lucka& lucka);

@@ -110,8 +110,8 @@ template <typename B> const SpelRegler& SpeletsRegler() {
     static const ReglerAv<B> regler(SpeletsFunktioner<B>());
     return regler;
 }
-// The same with what the game knows about searching its moves.
-template <typename B> const SpelRegler& SpeletsRegler(const SokKunskap& kunskap) {
-    static const ReglerAv<B> regler(SpeletsFunktioner<B>(), &kunskap);
+// The same with what the game knows about searching its moves, its SokKunskap K.
+template <typename B, typename K> const SpelRegler& SpeletsRegler() {
+    static const ReglerAv<B> regler(SpeletsFunktioner<B>(), &KunskapAv<K>());
     return regler;
 }

@@ -344,15 +344,10 @@ public:
     }
 };
 
-const SokKunskap& Kunskapen() {
-    static const Kunskap kunskap;
-    return kunskap;
-}
-
 } // namespace
 
 const SpelRegler& Regler() {
-    return SpeletsRegler<Stallning>(Kunskapen());
+    return SpeletsRegler<Stallning, Kunskap>();
 }
 
 } // namespace BlackholeRegler

@@ -199,11 +199,7 @@ private:
 } // namespace
 
 const SpelRegler& Regler() {
-    static const Kunskap kunskap;
-    static const ReglerAv<Stallning> regler(
-        {SkapaMed<Planen>, LaggUtLeken, DelaUt, LagligaDrag, GorDrag, Angra, KlarSpel, Resultat},
-        &kunskap);
-    return regler;
+    return ReglerMed<Planen, KunskapAv<Kunskap>>();
 }
 
 Rutnat RaknaUtLuckor(std::vector<Lucka>& luckor, BRect ram) {

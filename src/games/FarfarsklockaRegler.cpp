@@ -258,32 +258,25 @@ public:
         const std::vector<Lucka>& luckor = b.luckor;
         std::array<int, 14> iHogarna{};
         bool raknat = false;
-        for (std::size_t i = 0; i < dragen.size(); ++i) {
-            if (!TillKlockan(dragen[i]))
-                continue;
+        return ForstaDragSom(dragen, [&](const Drag& d) {
+            if (!TillKlockan(d))
+                return false;
             if (!raknat) {
                 for (int j = kForstaHog; j <= kSistaHog; ++j)
                     if (!luckor[j].Tom())
                         ++iHogarna[static_cast<size_t>(luckor[j].GeKort().KortValor())];
                 raknat = true;
             }
-            const int v = luckor[dragen[i].fran].GeKort().KortValor();
-            if (iHogarna[static_cast<size_t>(v == 1 ? 13 : v - 1)] == 0)
-                return static_cast<int>(i);
-        }
-        return -1;
+            const int v = luckor[d.fran].GeKort().KortValor();
+            return iHogarna[static_cast<size_t>(v == 1 ? 13 : v - 1)] == 0;
+        });
     }
 };
-
-const SokKunskap& Kunskapen() {
-    static const Kunskap kunskap;
-    return kunskap;
-}
 
 } // namespace
 
 const SpelRegler& Regler() {
-    return SpeletsRegler<Stallning>(Kunskapen());
+    return SpeletsRegler<Stallning, Kunskap>();
 }
 
 } // namespace FarfarsklockaRegler

@@ -347,15 +347,12 @@ public:
     // bares the card under it sooner.
     int SakertDrag(const SpelBord& bord, const std::vector<Drag>& dragen) const override {
         const std::array<int, 14> hemma = Hemma(bord.luckor);
-        for (std::size_t i = 0; i < dragen.size(); ++i) {
-            const Drag& d = dragen[i];
+        return ForstaDragSom(dragen, [&](const Drag& d) {
             if (d.slag != DragSlag::Kort || !IHogen(d.fran))
-                continue;
+                return false;
             const int v = bord.luckor[d.fran].GeKort().KortValor();
-            if (hemma[static_cast<size_t>(v - 1)] == 4)
-                return static_cast<int>(i);
-        }
-        return -1;
+            return hemma[static_cast<size_t>(v - 1)] == 4;
+        });
     }
 
     // So each card of value v still out needs its own card of v − 1 to go home before it:
@@ -406,15 +403,10 @@ public:
     }
 };
 
-const SokKunskap& Kunskapen() {
-    static const Kunskap kunskap;
-    return kunskap;
-}
-
 } // namespace
 
 const SpelRegler& Regler() {
-    return SpeletsRegler<Stallning>(Kunskapen());
+    return SpeletsRegler<Stallning, Kunskap>();
 }
 
 } // namespace GodnattvalsenRegler

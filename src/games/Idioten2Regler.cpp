@@ -432,15 +432,10 @@ public:
     std::string KnappNamn() const override { return "deal four from the stock"; }
 };
 
-const SokKunskap& Kunskapen() {
-    static const Kunskap kunskap;
-    return kunskap;
-}
-
 } // namespace
 
 const SpelRegler& Regler() {
-    return SpeletsRegler<Stallning>(Kunskapen());
+    return SpeletsRegler<Stallning, Kunskap>();
 }
 
 std::optional<Drag> KlickDrag(const Stallning& bord, int traff) {

@@ -645,15 +645,10 @@ public:
     std::string KnappNamn() const override { return "deal again"; }
 };
 
-const SokKunskap& Kunskapen() {
-    static const Kunskap kunskap;
-    return kunskap;
-}
-
 } // namespace
 
 const SpelRegler& Regler() {
-    return SpeletsRegler<Stallning>(Kunskapen());
+    return SpeletsRegler<Stallning, Kunskap>();
 }
 
 } // namespace IdiotenRegler

@@ -1127,8 +1127,7 @@ public:
 } // namespace
 
 const SokKunskap& Kunskapen() {
-    static const Kunskap kunskap;
-    return kunskap;
+    return KunskapAv<Kunskap>();
 }
 
 } // namespace KolumnRegler

@@ -175,12 +175,14 @@ template <const Plan& (*PlanFor)()> void SkapaMed(Stallning& bord) {
     Skapa(bord);
 }
 // What the column games know about searching their moves: the key, the order, and an ace
-// going home at once where that is safe (see the comments in KolumnRegler.cpp).
+// going home at once where that is safe (see the comments in KolumnRegler.cpp). A game may
+// bring its own.
 const SokKunskap& Kunskapen();
-template <const Plan& (*PlanFor)()> const SpelRegler& ReglerMed() {
+template <const Plan& (*PlanFor)(), const SokKunskap& (*KunskapFor)() = Kunskapen>
+const SpelRegler& ReglerMed() {
     static const ReglerAv<Stallning> regler(
         {SkapaMed<PlanFor>, LaggUtLeken, DelaUt, LagligaDrag, GorDrag, Angra, KlarSpel, Resultat},
-        &Kunskapen());
+        &KunskapFor());
     return regler;
 }
 

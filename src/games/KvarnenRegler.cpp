@@ -348,24 +348,16 @@ public:
     // For the quick first pass: a card the foundations take goes there.
     bool HarTroligaDrag() const override { return true; }
     int TroligtDrag(const SpelBord&, const std::vector<Drag>& dragen) const override {
-        for (std::size_t i = 0; i < dragen.size(); ++i)
-            if (TillGrunden(dragen[i]))
-                return static_cast<int>(i);
-        return -1;
+        return ForstaDragSom(dragen, TillGrunden);
     }
 
     std::string KnappNamn() const override { return "gather and deal again"; }
 };
 
-const SokKunskap& Kunskapen() {
-    static const Kunskap kunskap;
-    return kunskap;
-}
-
 } // namespace
 
 const SpelRegler& Regler() {
-    return SpeletsRegler<Stallning>(Kunskapen());
+    return SpeletsRegler<Stallning, Kunskap>();
 }
 
 } // namespace KvarnenRegler

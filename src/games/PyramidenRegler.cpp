@@ -569,19 +569,16 @@ public:
     // once loses nothing. Two cards that are the last of their two values can only ever go
     // with each other, so they too may go at once.
     int SakertDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
-        for (std::size_t i = 0; i < dragen.size(); ++i)
-            if (KastarKung(b, dragen[i]))
-                return static_cast<int>(i);
+        const int kung = ForstaDragSom(dragen, [&](const Drag& d) { return KastarKung(b, d); });
+        if (kung >= 0)
+            return kung;
         Kvar kvar = KortKvar(static_cast<const Stallning&>(b));
-        for (std::size_t i = 0; i < dragen.size(); ++i) {
-            const Drag& d = dragen[i];
+        return ForstaDragSom(dragen, [&](const Drag& d) {
             if (d.slag != DragSlag::Par)
-                continue;
+                return false;
             int v = b.luckor[d.fran].GeKort().KortValor();
-            if (kvar.Antal(v) == 1 && kvar.Antal(13 - v) == 1)
-                return static_cast<int>(i);
-        }
-        return -1;
+            return kvar.Antal(v) == 1 && kvar.Antal(13 - v) == 1;
+        });
     }
 
     // Every pyramid card must go, and all but a king go with a partner free at the same
@@ -618,15 +615,10 @@ public:
     std::string KnappNamn() const override { return "turn the stock"; }
 };
 
-const SokKunskap& Kunskapen() {
-    static const Kunskap kunskap;
-    return kunskap;
-}
-
 } // namespace
 
 const SpelRegler& Regler() {
-    return SpeletsRegler<Stallning>(Kunskapen());
+    return SpeletsRegler<Stallning, Kunskap>();
 }
 
 } // namespace PyramidenRegler

@@ -249,24 +249,16 @@ public:
         if (!torn)
             return -1;
         auto [kort, mal] = NastaFlytt(*torn, 8, (*torn)[9]);
-        for (std::size_t i = 0; i < dragen.size(); ++i) {
-            const Drag& d = dragen[i];
-            if (b.luckor[d.fran].GeKort().KortValor() == kort && d.till / kPerTorn == mal)
-                return static_cast<int>(i);
-        }
-        return -1;
+        return ForstaDragSom(dragen, [&b, kort = kort, mal = mal](const Drag& d) {
+            return b.luckor[d.fran].GeKort().KortValor() == kort && d.till / kPerTorn == mal;
+        });
     }
 };
-
-const SokKunskap& Kunskapen() {
-    static const Kunskap kunskap;
-    return kunskap;
-}
 
 } // namespace
 
 const SpelRegler& Regler() {
-    return SpeletsRegler<Stallning>(Kunskapen());
+    return SpeletsRegler<Stallning, Kunskap>();
 }
 
 } // namespace TowerRegler

@@ -116,6 +116,8 @@ private:
             svar.inomForsoket = true;
             return true;
         });
+        if (granser.bara)
+            std::erase_if(dragen, [&](const Drag& d) { return !granser.bara(*bord, d); });
         int saker = kunskap.SakertDrag(*bord, dragen);
         if (saker < 0 && hastig) {
             saker = kunskap.TroligtDrag(*bord, dragen);
@@ -189,7 +191,7 @@ private:
     }
 
     SokSvar Svar(Utfall utfall) {
-        svar.utfall = utfall;
+        svar.utfall = utfall == Utfall::Ovinnbar && granser.bara ? Utfall::Okant : utfall;
         svar.tid = Forbrukat();
         svar.minne = std::max(svar.minne, Minne());
         return std::move(svar);

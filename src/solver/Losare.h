@@ -31,6 +31,9 @@ struct SokGranser {
     // then does not depend on what else the machine runs.
     bool tradTid = false;
     std::size_t minne = 512u * 1024 * 1024; // bytes for the tables seen; 0: no limit
+    // When set, only the moves it accepts on the table they start from are made; such a
+    // search never answers "cannot be won", since a win may need a move it refused.
+    std::function<bool(const SpelBord&, const Drag&)> bara = {};
 };
 
 struct SokSvar {
