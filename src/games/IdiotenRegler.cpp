@@ -426,6 +426,16 @@ std::uint64_t ProvaUrval(const Rutor& r, const Rorlighet& fria,
         }
     if (UrvaletHaller(r, oppna, antal, valda, fria.fasta | tvungna, stangda, kant))
         return stangda;
+    // A gap outside G, and a card that can move into one now, are in no such F.
+    std::uint64_t rorliga = 0;
+    for (int i = 0; i < kSistaRutan + 1; ++i)
+        if (r.kort[static_cast<size_t>(i)] < 0 && (stangda & Bit(i)) == 0)
+            rorliga |= Bit(i);
+    for (int i = 0; i < antal; ++i)
+        if (!(valda >> i & 1u))
+            rorliga |= oppna[static_cast<size_t>(i)].kortRutor;
+    if (!UrvaletHaller(r, oppna, antal, valda, ~rorliga & kHelaRutnatet, stangda, kant))
+        return 0;
     const Rorlighet ro = RaknaRorlighet(r, tvungna, stangda);
     return UrvaletHaller(r, oppna, antal, valda, ro.fasta, stangda, kant) ? stangda : 0;
 }
