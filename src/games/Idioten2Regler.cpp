@@ -263,14 +263,14 @@ std::array<std::vector<int>, kKolumner> KolumnerMedLeken(const std::vector<Lucka
 //
 // Take a set of cards, none an ace, such that for each card X of the set every card of its
 // suit that ranks higher lies (or will be dealt) in X's own column, or lies in another
-// column now under a card of the set. Suppose further that every column holds a card now,
-// and each column's base is an ace or a card of the set. Then no card of the set ever
-// leaves, and no column ever empties: look at the first time either happens. A column
-// empties only when its base leaves: an ace only moves into an empty column, of which there
-// is none yet, and a base of the set leaving is the other case. A card of the set leaves,
-// with no empty column to move into, only when thrown out, beaten by a higher card of its
-// suit on top of another column; but those lie in its own column, where the two are never
-// both on top, or under a card of the set that has not left. (A higher card still in the
+// column now under a card of the set or an ace. Suppose further that every column holds now
+// an ace or a card of the set. Then no card of the set or ace ever leaves, and no column ever
+// empties: look at the first move that does any of these. A column empties only when all its
+// cards have left, its ace or card of the set among them. An ace only moves into an empty
+// column, of which there is none yet. A card of the set leaves, with no empty column to move
+// into, only when thrown out, beaten by a higher card of its suit on top of another column;
+// but those lie in its own column, where the two are never both on top, or under a card of
+// the set or an ace that has not left. (A higher card still in the
 // stock, bound for another column, is on top there when dealt, so it takes the card out of
 // the set.) A card that never leaves keeps the game from being won. The largest such set is
 // found by starting from every card but the aces and striking out each card that fails,
@@ -297,14 +297,15 @@ bool AldrigTomKolumn(const std::vector<Lucka>& luckor) {
     auto rang = [](int k) { return k % 13 == 0 ? 14 : k % 13 + 1; };
     for (bool andrat = true; andrat;) {
         andrat = false;
-        // The highest card of the set in each column as it is now; -1 for none.
+        // The highest card of the set or ace in each column as it is now; -1 for none.
         std::array<int, kKolumner> overst;
         overst.fill(-1);
         for (int c = 0; c < kKolumner; ++c)
-            for (int p = 0; p < nu[static_cast<size_t>(c)]; ++p)
-                if (kvar[static_cast<size_t>(
-                        kolumner[static_cast<size_t>(c)][static_cast<size_t>(p)])])
+            for (int p = 0; p < nu[static_cast<size_t>(c)]; ++p) {
+                const int k = kolumner[static_cast<size_t>(c)][static_cast<size_t>(p)];
+                if (k % 13 == 0 || kvar[static_cast<size_t>(k)])
                     overst[static_cast<size_t>(c)] = p;
+            }
         for (int x = 0; x < 52; ++x) {
             if (!kvar[static_cast<size_t>(x)])
                 continue;
@@ -320,8 +321,9 @@ bool AldrigTomKolumn(const std::vector<Lucka>& luckor) {
         }
     }
     for (int c = 0; c < kKolumner; ++c) {
-        const int bas = kolumner[static_cast<size_t>(c)].front();
-        if (bas % 13 != 0 && !kvar[static_cast<size_t>(bas)])
+        const std::vector<int>& kolumnen = kolumner[static_cast<size_t>(c)];
+        const auto haller = [&](int k) { return k % 13 == 0 || kvar[static_cast<size_t>(k)]; };
+        if (std::none_of(kolumnen.begin(), kolumnen.begin() + nu[static_cast<size_t>(c)], haller))
             return false;
     }
     return std::find(kvar.begin(), kvar.end(), true) != kvar.end();
@@ -343,6 +345,41 @@ bool SistaGivenStannar(const std::vector<Lucka>& luckor) {
         baraEss = baraEss && luckor[i].GeKort().KortValor() == 1;
     }
     return farger == 0xFu && !baraEss;
+}
+
+// Whether every column holds an ace and no column can reach its last place. Then no
+// column is ever empty again (a column empties only when its ace has left, and an ace only
+// moves into an empty column, which takes one emptied before), so no card ever moves from
+// its column again: a card leaves only when thrown out, and the stock deals onto the
+// columns in their turn.
+bool EssIVarjeKolumn(const std::vector<Lucka>& luckor) {
+    if (!InomKanten(luckor))
+        return false;
+    for (int c = 0; c < kKolumner; ++c) {
+        bool ess = false;
+        for (int p = 0; p < kPlatserPerKolumn && !luckor[KolumnBas(c) + p].Tom(); ++p)
+            ess = ess || luckor[KolumnBas(c) + p].GeKort().KortValor() == 1;
+        if (!ess)
+            return false;
+    }
+    return true;
+}
+
+// Whether a card of the suit of the top card in slot `lucka`, and lower, lies in another
+// column or will be dealt onto one.
+bool LagreIAnnanKolumn(const std::vector<Lucka>& luckor, int lucka) {
+    const Kort& kort = luckor[lucka].GeKort();
+    const int farg = static_cast<int>(kort.KortFarg());
+    const int rang = Rang(kort);
+    const std::array<std::vector<int>, kKolumner> kolumner = KolumnerMedLeken(luckor);
+    for (int c = 0; c < kKolumner; ++c) {
+        if (c == lucka / kPlatserPerKolumn)
+            continue;
+        for (int k : kolumner[static_cast<size_t>(c)])
+            if (k / 13 == farg && (k % 13 == 0 ? 14 : k % 13 + 1) < rang)
+                return true;
+    }
+    return false;
 }
 
 bool Kasserar(const Drag& d) {
@@ -390,7 +427,10 @@ public:
 
     // A card whose suit has no lower card left in a column or the stock beats nothing
     // it could ever meet: all it does where it lies is cover the cards under it, so
-    // throwing it out loses nothing. Once the stock is out, any card that can be thrown
+    // throwing it out loses nothing. So too when every column holds an ace and the lower
+    // cards of its suit all lie in its own column or will be dealt onto it: no card moves
+    // from its column again, and of two cards in one column the one below is on top only
+    // once the one above has gone. Once the stock is out, any card that can be thrown
     // out goes: nothing is ever laid on a top card again, so the highest top card of its
     // suit, which beats it now, stays on top or gives way to a higher one, and beats
     // whatever the card could have beaten. (Kept in mind: a column reaching its last place
@@ -399,6 +439,7 @@ public:
         const std::vector<Lucka>& luckor = b.luckor;
         bool inom = false;
         bool provat = false;
+        int essOveralt = -1;
         for (std::size_t i = 0; i < dragen.size(); ++i) {
             const Drag& d = dragen[i];
             if (!Kasserar(d))
@@ -411,6 +452,10 @@ public:
                 return -1;
             const Kort& kort = luckor[d.fran].GeKort();
             if (kLeken.Tom(luckor) || !LagreKvar(luckor, kort.KortFarg(), Rang(kort)))
+                return static_cast<int>(i);
+            if (essOveralt < 0)
+                essOveralt = EssIVarjeKolumn(luckor) ? 1 : 0;
+            if (essOveralt == 1 && !LagreIAnnanKolumn(luckor, d.fran))
                 return static_cast<int>(i);
         }
         return -1;
