@@ -438,6 +438,51 @@ private slots:
         }
     }
 
+    // Idioten 2: three columns hold an ace each; the ace of diamonds will be dealt onto the
+    // five of diamonds in the last column at the next press, and the nine of diamonds, the
+    // one card that could beat the five, comes a press later onto the first column: the ace
+    // lies on the five for good. With the nine dealt first and the ace a press later, the
+    // five goes, the last column is empty when the ace comes, and the deal is won.
+    void idioten2EssPaKortForGott() {
+        for (bool niaForst : {false, true}) {
+            Bygge b(kIdioten2);
+            b.Lagg({{0, K(SPADER, 1)}, {14, K(HJARTER, 1)}, {28, K(KLOVER, 1)}});
+            b.Lagg({{42, K(RUTER, 5)}});
+            // The stock's top card goes to the first column, the next to the second...
+            if (niaForst) {
+                b.Lagg({{119, K(RUTER, 9)}, {118, K(SPADER, 3)}, {117, K(KLOVER, 2)}});
+                b.Lagg({{116, K(SPADER, 2)}, {115, K(HJARTER, 2)}, {114, K(HJARTER, 3)}});
+                b.Lagg({{113, K(HJARTER, 4)}, {112, K(RUTER, 1)}});
+            } else {
+                b.Lagg({{119, K(SPADER, 2)}, {118, K(SPADER, 3)}, {117, K(KLOVER, 2)}});
+                b.Lagg({{116, K(RUTER, 1)}, {115, K(RUTER, 9)}, {114, K(HJARTER, 2)}});
+                b.Lagg({{113, K(HJARTER, 3)}, {112, K(HJARTER, 4)}});
+            }
+            QCOMPARE(b.Hopplos(), !niaForst);
+            QCOMPARE(b.Avgor(), niaForst ? Utfall::Vinnbar : Utfall::Ovinnbar);
+        }
+    }
+
+    // Idioten 2: the same, but the last column holds the nine of hearts with the queen of
+    // diamonds on it. The nine could be beaten by the ace of hearts; the queen, by nothing
+    // before the king of diamonds is dealt a press after the ace: the column is never empty
+    // when the ace comes. With the king a press before the ace, the queen goes and then the
+    // nine, the column is empty for the ace, and the deal is won.
+    void idioten2EssPaKortHogreUpp() {
+        for (bool kungenForst : {false, true}) {
+            Bygge b(kIdioten2);
+            b.Lagg({{0, K(SPADER, 1)}, {14, K(HJARTER, 1)}, {28, K(KLOVER, 1)}});
+            b.Lagg({{42, K(HJARTER, 9)}, {43, K(RUTER, 12)}});
+            // The stock's top card goes to the first column, the next to the second...
+            b.Lagg({{118, K(SPADER, 3)}, {117, K(SPADER, 4)}, {116, K(SPADER, 2)}});
+            b.Lagg({{114, K(KLOVER, 3)}, {113, K(KLOVER, 4)}, {112, K(RUTER, 1)}});
+            b.Lagg({{kungenForst ? 119 : 115, K(RUTER, 13)}});
+            b.Lagg({{kungenForst ? 115 : 119, K(KLOVER, 2)}});
+            QCOMPARE(b.Hopplos(), !kungenForst);
+            QCOMPARE(b.Avgor(), kungenForst ? Utfall::Vinnbar : Utfall::Ovinnbar);
+        }
+    }
+
     // Idioten 2 with an ace in every column: the nine of hearts, beaten by the king, lies on
     // the three, and the three can never be on top while the nine is, so the nine goes at
     // once. Not so when the five of hearts is to be dealt onto another column, nor when the
