@@ -240,11 +240,28 @@ bool LagreKvar(const std::vector<Lucka>& luckor, int farg, int rang) {
     return false;
 }
 
+// One column's cards as codes, without a list of its own: a search asks for them at every
+// table. A full column and every card the stock holds fit.
+class Rad {
+public:
+    void push_back(int kod) { kort[static_cast<size_t>(antal++)] = static_cast<signed char>(kod); }
+    std::size_t size() const { return static_cast<std::size_t>(antal); }
+    int operator[](std::size_t i) const { return kort[i]; }
+    int front() const { return kort[0]; }
+    const signed char* begin() const { return kort.data(); }
+    const signed char* end() const { return kort.data() + antal; }
+
+private:
+    std::array<signed char, kPlatserPerKolumn + 52> kort{};
+    int antal = 0;
+};
+using Rader = std::array<Rad, kKolumner>;
+
 // Each column's cards from its base up, then the cards the stock will deal onto it, as
 // codes 13·suit + value − 1. The stock's top card goes to the first column, the next to the
 // second, and so on round; that holds while no column can reach its last place.
-std::array<std::vector<int>, kKolumner> KolumnerMedLeken(const std::vector<Lucka>& luckor) {
-    std::array<std::vector<int>, kKolumner> kolumner;
+Rader KolumnerMedLeken(const std::vector<Lucka>& luckor) {
+    Rader kolumner;
     auto kod = [&](int i) {
         return 13 * static_cast<int>(luckor[i].GeKort().KortFarg()) +
                luckor[i].GeKort().KortValor() - 1;
@@ -282,7 +299,7 @@ bool AldrigTomKolumn(const std::vector<Lucka>& luckor) {
     if (!InomKanten(luckor))
         return false;
     const std::array<int, kKolumner> nu = Hojder(luckor);
-    const std::array<std::vector<int>, kKolumner> kolumner = KolumnerMedLeken(luckor);
+    const Rader kolumner = KolumnerMedLeken(luckor);
     std::array<int, 52> kolumn;
     std::array<int, 52> hojd;
     std::array<bool, 52> kvar{};
@@ -295,35 +312,43 @@ bool AldrigTomKolumn(const std::vector<Lucka>& luckor) {
             kvar[static_cast<size_t>(k)] = k % 13 != 0;
         }
     auto rang = [](int k) { return k % 13 == 0 ? 14 : k % 13 + 1; };
-    for (bool andrat = true; andrat;) {
-        andrat = false;
-        // The highest card of the set or ace in each column as it is now; -1 for none.
-        std::array<int, kKolumner> overst;
-        overst.fill(-1);
-        for (int c = 0; c < kKolumner; ++c)
-            for (int p = 0; p < nu[static_cast<size_t>(c)]; ++p) {
-                const int k = kolumner[static_cast<size_t>(c)][static_cast<size_t>(p)];
-                if (k % 13 == 0 || kvar[static_cast<size_t>(k)])
-                    overst[static_cast<size_t>(c)] = p;
-            }
-        for (int x = 0; x < 52; ++x) {
-            if (!kvar[static_cast<size_t>(x)])
+    // The cards struck out so far, and for each column the lowest place from which every card
+    // now in it is struck out: a card at or above the place just under it is on top once
+    // those have gone, and strikes out each lower card of its suit in another column.
+    std::array<int, kKolumner> fri = nu;
+    std::array<int, 52> ko;
+    int forst = 0;
+    int sist = 0;
+    auto fram = [&](int c, int fran, int till) {
+        for (int p = std::max(fran, 0); p < till; ++p)
+            ko[static_cast<size_t>(sist++)] =
+                kolumner[static_cast<size_t>(c)][static_cast<size_t>(p)];
+    };
+    for (int c = 0; c < kKolumner; ++c)
+        fram(c, nu[static_cast<size_t>(c)] - 1,
+             static_cast<int>(kolumner[static_cast<size_t>(c)].size()));
+    auto staende = [&](int k) { return k % 13 == 0 || kvar[static_cast<size_t>(k)]; };
+    while (forst < sist) {
+        const int w = ko[static_cast<size_t>(forst++)];
+        for (int x = w - w % 13; x < w - w % 13 + 13; ++x) {
+            const int c = kolumn[static_cast<size_t>(x)];
+            if (!kvar[static_cast<size_t>(x)] || rang(x) >= rang(w) ||
+                c == kolumn[static_cast<size_t>(w)])
                 continue;
-            for (int w = x - x % 13; w < x - x % 13 + 13; ++w) {
-                const int c = kolumn[static_cast<size_t>(w)];
-                if (c < 0 || rang(w) <= rang(x) || c == kolumn[static_cast<size_t>(x)] ||
-                    overst[static_cast<size_t>(c)] > hojd[static_cast<size_t>(w)])
-                    continue;
-                kvar[static_cast<size_t>(x)] = false;
-                andrat = true;
-                break;
-            }
+            kvar[static_cast<size_t>(x)] = false;
+            const int fore = fri[static_cast<size_t>(c)];
+            if (hojd[static_cast<size_t>(x)] != fore - 1)
+                continue;
+            int& ny = fri[static_cast<size_t>(c)];
+            while (ny > 0 &&
+                   !staende(kolumner[static_cast<size_t>(c)][static_cast<size_t>(ny - 1)]))
+                --ny;
+            fram(c, ny - 1, fore - 1);
         }
     }
     for (int c = 0; c < kKolumner; ++c) {
-        const std::vector<int>& kolumnen = kolumner[static_cast<size_t>(c)];
-        const auto haller = [&](int k) { return k % 13 == 0 || kvar[static_cast<size_t>(k)]; };
-        if (std::none_of(kolumnen.begin(), kolumnen.begin() + nu[static_cast<size_t>(c)], haller))
+        const Rad& kolumnen = kolumner[static_cast<size_t>(c)];
+        if (std::none_of(kolumnen.begin(), kolumnen.begin() + nu[static_cast<size_t>(c)], staende))
             return false;
     }
     return std::find(kvar.begin(), kvar.end(), true) != kvar.end();
@@ -371,7 +396,7 @@ bool LagreIAnnanKolumn(const std::vector<Lucka>& luckor, int lucka) {
     const Kort& kort = luckor[lucka].GeKort();
     const int farg = static_cast<int>(kort.KortFarg());
     const int rang = Rang(kort);
-    const std::array<std::vector<int>, kKolumner> kolumner = KolumnerMedLeken(luckor);
+    const Rader kolumner = KolumnerMedLeken(luckor);
     for (int c = 0; c < kKolumner; ++c) {
         if (c == lucka / kPlatserPerKolumn)
             continue;
@@ -385,14 +410,13 @@ bool LagreIAnnanKolumn(const std::vector<Lucka>& luckor, int lucka) {
 // Whether the card `kort` of column `c` can be beaten before the stock's press number
 // `giv` (counted from the next, 0) while no ace moves: a higher card of its suit lies in
 // another column, not under that column's first ace, or is dealt onto one before that press.
-bool KanSlasFore(const std::array<std::vector<int>, kKolumner>& kolumner,
-                 const std::array<int, kKolumner>& nu, const std::array<int, kKolumner>& essPlats,
-                 int c, int kort, int giv) {
+bool KanSlasFore(const Rader& kolumner, const std::array<int, kKolumner>& nu,
+                 const std::array<int, kKolumner>& essPlats, int c, int kort, int giv) {
     auto rang = [](int k) { return k % 13 == 0 ? 14 : k % 13 + 1; };
     for (int d = 0; d < kKolumner; ++d) {
         if (d == c)
             continue;
-        const std::vector<int>& k = kolumner[static_cast<size_t>(d)];
+        const Rad& k = kolumner[static_cast<size_t>(d)];
         const int dnu = nu[static_cast<size_t>(d)];
         const int essNu =
             essPlats[static_cast<size_t>(d)] < dnu ? essPlats[static_cast<size_t>(d)] : -1;
@@ -431,11 +455,11 @@ bool BasForGott(const std::vector<Lucka>& luckor) {
     if (essBaser)
         return false;
     const std::array<int, kKolumner> nu = Hojder(luckor);
-    const std::array<std::vector<int>, kKolumner> kolumner = KolumnerMedLeken(luckor);
+    const Rader kolumner = KolumnerMedLeken(luckor);
     // Where each column's first ace lies in it, counted from its base; past its end for none.
     std::array<int, kKolumner> essPlats{};
     for (int c = 0; c < kKolumner; ++c) {
-        const std::vector<int>& k = kolumner[static_cast<size_t>(c)];
+        const Rad& k = kolumner[static_cast<size_t>(c)];
         const auto ess = std::find_if(k.begin(), k.end(), [](int kort) { return kort % 13 == 0; });
         essPlats[static_cast<size_t>(c)] = static_cast<int>(ess - k.begin());
     }
@@ -479,6 +503,39 @@ public:
             nyckel.push_back(0);
         }
         nyckel.push_back(static_cast<char>(leken));
+    }
+
+    // The rules' moves in the rules' order, from each column's top card found once: thrown
+    // out when a higher card of its suit lies on top of another column, and into each empty
+    // column. Near a column's last place the rules list them.
+    bool ListaDrag(const SpelBord& b, std::vector<Drag>& dragen) const override {
+        const std::vector<Lucka>& luckor = b.luckor;
+        if (!InomKanten(luckor))
+            return false;
+        dragen.clear();
+        const std::array<int, kKolumner> hojd = Hojder(luckor);
+        for (int c = 0; c < kKolumner; ++c) {
+            if (hojd[static_cast<size_t>(c)] == 0)
+                continue;
+            const int topp = KolumnBas(c) + hojd[static_cast<size_t>(c)] - 1;
+            const Kort& kort = luckor[topp].GeKort();
+            bool slas = false;
+            for (int d = 0; d < kKolumner && !slas; ++d) {
+                if (d == c || hojd[static_cast<size_t>(d)] == 0)
+                    continue;
+                const Kort& annan =
+                    luckor[KolumnBas(d) + hojd[static_cast<size_t>(d)] - 1].GeKort();
+                slas = annan.KortFarg() == kort.KortFarg() && Rang(annan) > Rang(kort);
+            }
+            if (slas)
+                dragen.push_back(KortDrag(topp, KasseradFor(kort)));
+            for (int e = 0; e < kKolumner; ++e)
+                if (hojd[static_cast<size_t>(e)] == 0)
+                    dragen.push_back(KortDrag(topp, KolumnBas(e)));
+        }
+        if (!kLeken.Tom(luckor))
+            dragen.push_back(KnappDrag());
+        return true;
     }
 
     // Discards first, then moves into an empty column, the card that uncovers an ace or
