@@ -1,5 +1,7 @@
+#include "app/LosKommando.h"
 #include "cards/SokKunskap.h"
 #include "games/FarfarsklockaRegler.h"
+#include "games/Idioten2Regler.h"
 #include "games/KvarnenRegler.h"
 #include "games/PyramidenRegler.h"
 #include "games/Spelfabrik.h"
@@ -518,6 +520,37 @@ private slots:
                 QCOMPARE(b.Sakert(), -1);
             QCOMPARE(b.Avgor(), Utfall::Vinnbar);
         }
+    }
+
+    // Idioten 2: a search takes a press back by undo; along random games of a few deals the
+    // table is then exactly what it was.
+    void idioten2GivTasTillbaka() {
+        const SpelRegler& regler = *ReglerFor(kIdioten2);
+        std::mt19937 slump(5);
+        int givar = 0;
+        for (unsigned fro = 1; fro <= 5; ++fro) {
+            std::unique_ptr<SpelBord> bord = GivFor(kIdioten2, fro);
+            for (int steg = 0; steg < 200; ++steg) {
+                const std::vector<Drag> dragen = regler.LagligaDrag(*bord);
+                if (dragen.empty())
+                    break;
+                if (dragen.back().slag == DragSlag::Knapp) {
+                    QVERIFY(regler.Kunskap().TasTillbaka(*bord, dragen.back()));
+                    std::unique_ptr<SpelBord> fore = bord->Kopia();
+                    {
+                        DragPaBord gang(regler, *bord);
+                        gang.Gor(dragen.back());
+                        gang.TaTillbaka();
+                        QCOMPARE(gang.Kopior(), std::uint64_t{0});
+                    }
+                    QVERIFY(static_cast<const Idioten2Regler::Stallning&>(*bord) ==
+                            static_cast<const Idioten2Regler::Stallning&>(*fore));
+                    ++givar;
+                }
+                regler.GorDrag(*bord, dragen[slump() % dragen.size()], nullptr);
+            }
+        }
+        QVERIFY(givar > 20);
     }
 
     // Godnattvalsen: three foundations built to the jack, the fourth to the nine. The jack of

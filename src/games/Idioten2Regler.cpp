@@ -605,6 +605,14 @@ public:
         return -1;
     }
 
+    // A press deals four cards, one onto each column, and undo puts those four back: exactly
+    // so while every column has room and the stock holds four.
+    bool TasTillbaka(const SpelBord& b, const Drag& drag) const override {
+        if (drag.slag != DragSlag::Knapp)
+            return SokKunskap::TasTillbaka(b, drag);
+        return KortILeken(b.luckor) >= kKolumner && InomKanten(b.luckor);
+    }
+
     std::string KnappNamn() const override { return "deal four from the stock"; }
 };
 
