@@ -240,6 +240,11 @@ bool LagreKvar(const std::vector<Lucka>& luckor, int farg, int rang) {
     return false;
 }
 
+// The rank of a card by its code 13·suit + value − 1, aces above kings.
+int KodRang(int kod) {
+    return kod % 13 == 0 ? 14 : kod % 13 + 1;
+}
+
 // One column's cards as codes, without a list of its own: a search asks for them at every
 // table. A full column and every card the stock holds fit.
 class Rad {
@@ -311,7 +316,6 @@ bool AldrigTomKolumn(const std::vector<Lucka>& luckor) {
             hojd[static_cast<size_t>(k)] = static_cast<int>(p);
             kvar[static_cast<size_t>(k)] = k % 13 != 0;
         }
-    auto rang = [](int k) { return k % 13 == 0 ? 14 : k % 13 + 1; };
     // The cards struck out so far, and for each column the lowest place from which every card
     // now in it is struck out: a card at or above the place just under it is on top once
     // those have gone, and strikes out each lower card of its suit in another column.
@@ -332,7 +336,7 @@ bool AldrigTomKolumn(const std::vector<Lucka>& luckor) {
         const int w = ko[static_cast<size_t>(forst++)];
         for (int x = w - w % 13; x < w - w % 13 + 13; ++x) {
             const int c = kolumn[static_cast<size_t>(x)];
-            if (!kvar[static_cast<size_t>(x)] || rang(x) >= rang(w) ||
+            if (!kvar[static_cast<size_t>(x)] || KodRang(x) >= KodRang(w) ||
                 c == kolumn[static_cast<size_t>(w)])
                 continue;
             kvar[static_cast<size_t>(x)] = false;
@@ -401,7 +405,7 @@ bool LagreIAnnanKolumn(const std::vector<Lucka>& luckor, int lucka) {
         if (c == lucka / kPlatserPerKolumn)
             continue;
         for (int k : kolumner[static_cast<size_t>(c)])
-            if (k / 13 == farg && (k % 13 == 0 ? 14 : k % 13 + 1) < rang)
+            if (k / 13 == farg && KodRang(k) < rang)
                 return true;
     }
     return false;
@@ -412,7 +416,6 @@ bool LagreIAnnanKolumn(const std::vector<Lucka>& luckor, int lucka) {
 // another column, not under that column's first ace, or is dealt onto one before that press.
 bool KanSlasFore(const Rader& kolumner, const std::array<int, kKolumner>& nu,
                  const std::array<int, kKolumner>& essPlats, int c, int kort, int giv) {
-    auto rang = [](int k) { return k % 13 == 0 ? 14 : k % 13 + 1; };
     for (int d = 0; d < kKolumner; ++d) {
         if (d == c)
             continue;
@@ -422,7 +425,7 @@ bool KanSlasFore(const Rader& kolumner, const std::array<int, kKolumner>& nu,
             essPlats[static_cast<size_t>(d)] < dnu ? essPlats[static_cast<size_t>(d)] : -1;
         for (int p = 0; p < static_cast<int>(k.size()); ++p) {
             const int w = k[static_cast<size_t>(p)];
-            if (w / 13 != kort / 13 || rang(w) <= rang(kort))
+            if (w / 13 != kort / 13 || KodRang(w) <= KodRang(kort))
                 continue;
             if (p < dnu ? essNu <= p : p - dnu < giv)
                 return true;
