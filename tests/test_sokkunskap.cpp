@@ -1,5 +1,7 @@
+#include "app/LosKommando.h"
 #include "cards/SokKunskap.h"
 #include "games/FarfarsklockaRegler.h"
+#include "games/Idioten2Regler.h"
 #include "games/KvarnenRegler.h"
 #include "games/PyramidenRegler.h"
 #include "games/Spelfabrik.h"
@@ -366,16 +368,16 @@ private slots:
     }
 
     // Idioten 2: the nine of hearts, beaten by the king, lies on the three. With the stock
-    // out it goes at once, though the three is left; with a card still in the stock it is
-    // kept, as it may be needed to beat the three when a card has been laid on the king.
+    // out it goes at once, though the three is left; with the ace of diamonds still in the
+    // stock and the last column empty it is kept, as it may move into that column and be
+    // needed to beat the three when a card has been laid on the king.
     void idioten2KastarSakertUtanLek() {
         for (bool leken : {false, true}) {
             Bygge b(kIdioten2);
             b.Lagg({{0, K(SPADER, 1)}, {1, K(HJARTER, 3)}, {2, K(HJARTER, 9)}});
             b.Lagg({{14, K(HJARTER, 1)}, {28, K(KLOVER, 1)}, {29, K(HJARTER, 13)}});
-            b.Lagg({{42, K(RUTER, 1)}});
+            b.Lagg({{leken ? 112 : 42, K(RUTER, 1)}});
             if (leken) {
-                b.Lagg({{112, K(KLOVER, 2)}});
                 QCOMPARE(b.Sakert(), -1);
             } else {
                 QCOMPARE(b.SakertDragen(), KortDrag(2, 55 + 13 * HJARTER + 9));
@@ -451,9 +453,9 @@ private slots:
     }
 
     // Idioten 2: the five of hearts, beaten by the nine, goes at once when no lower heart is
-    // left; with the three of hearts still in the stock it is kept, as it may be needed to
-    // beat it. With the game won by that discard and the nine's, the solver and the plain
-    // search agree.
+    // left; with the three of hearts still in the stock, to be dealt onto the nine, it is
+    // kept, as it may be needed to beat it. With the game won by that discard and the nine's,
+    // the solver and the plain search agree.
     void idioten2KastarSakert() {
         for (bool treaKvar : {false, true}) {
             Bygge b(kIdioten2);
@@ -461,7 +463,7 @@ private slots:
                 {{0, K(SPADER, 1)}, {1, K(HJARTER, 5)}, {14, K(KLOVER, 1)}, {15, K(HJARTER, 9)}});
             b.Lagg({{28, K(HJARTER, 1)}, {42, K(RUTER, 1)}});
             if (treaKvar) {
-                b.Lagg({{112, K(HJARTER, 3)}});
+                b.Lagg({{113, K(KLOVER, 2)}, {112, K(HJARTER, 3)}});
                 QCOMPARE(b.Sakert(), -1);
                 continue;
             }
@@ -479,6 +481,145 @@ private slots:
         for (int i = 0; i < 12 * 4; ++i)
             b.Lagg({{112 + i, K(static_cast<kortfarg>(i % 4 == 0 ? SPADER : KLOVER), 2 + i / 4)}});
         QCOMPARE(b.Sakert(), -1);
+    }
+
+    // Idioten 2 with an ace in every column, though not always at its base: no column is ever
+    // empty again, and an ace blocks what lies under it for good. The five of hearts lies on
+    // the ace of hearts and the nine under the ace of clubs, so the five never goes. With the
+    // ace of clubs on the ace of spades instead, the nine beats the five and the deal is won;
+    // with the seven of clubs under the ace of spades, the ace moves into the nine's column
+    // once the nine is gone, and the deal is won when the ace of clubs lies elsewhere.
+    void idioten2EssIVarjeKolumn() {
+        for (int fall = 0; fall < 4; ++fall) {
+            Bygge b(kIdioten2);
+            b.Lagg({{14, K(HJARTER, 1)}, {15, K(HJARTER, 5)}, {28, K(HJARTER, 9)}});
+            if (fall < 2)
+                b.Lagg({{0, K(SPADER, 1)}, {42, K(RUTER, 1)}});
+            else
+                b.Lagg({{0, K(KLOVER, 7)}, {1, K(SPADER, 1)}, {42, K(RUTER, 1)}});
+            if (fall == 0 || fall == 2)
+                b.Lagg({{29, K(KLOVER, 1)}});
+            else if (fall == 1)
+                b.Lagg({{1, K(KLOVER, 1)}});
+            else
+                b.Lagg({{43, K(KLOVER, 1)}});
+            const bool hopplos = fall % 2 == 0;
+            QCOMPARE(b.Hopplos(), hopplos);
+            QCOMPARE(b.Avgor(), hopplos ? Utfall::Ovinnbar : Utfall::Vinnbar);
+        }
+    }
+
+    // Idioten 2: three columns hold an ace each; the ace of diamonds will be dealt onto the
+    // five of diamonds in the last column at the next press, and the nine of diamonds, the
+    // one card that could beat the five, comes a press later onto the first column: the ace
+    // lies on the five for good. With the nine dealt first and the ace a press later, the
+    // five goes, the last column is empty when the ace comes, and the deal is won.
+    void idioten2EssPaKortForGott() {
+        for (bool niaForst : {false, true}) {
+            Bygge b(kIdioten2);
+            b.Lagg({{0, K(SPADER, 1)}, {14, K(HJARTER, 1)}, {28, K(KLOVER, 1)}});
+            b.Lagg({{42, K(RUTER, 5)}});
+            // The stock's top card goes to the first column, the next to the second...
+            if (niaForst) {
+                b.Lagg({{119, K(RUTER, 9)}, {118, K(SPADER, 3)}, {117, K(KLOVER, 2)}});
+                b.Lagg({{116, K(SPADER, 2)}, {115, K(HJARTER, 2)}, {114, K(HJARTER, 3)}});
+                b.Lagg({{113, K(HJARTER, 4)}, {112, K(RUTER, 1)}});
+            } else {
+                b.Lagg({{119, K(SPADER, 2)}, {118, K(SPADER, 3)}, {117, K(KLOVER, 2)}});
+                b.Lagg({{116, K(RUTER, 1)}, {115, K(RUTER, 9)}, {114, K(HJARTER, 2)}});
+                b.Lagg({{113, K(HJARTER, 3)}, {112, K(HJARTER, 4)}});
+            }
+            QCOMPARE(b.Hopplos(), !niaForst);
+            QCOMPARE(b.Avgor(), niaForst ? Utfall::Vinnbar : Utfall::Ovinnbar);
+        }
+    }
+
+    // Idioten 2: the same, but the last column holds the nine of hearts with the queen of
+    // diamonds on it. The nine could be beaten by the ace of hearts; the queen, by nothing
+    // before the king of diamonds is dealt a press after the ace: the column is never empty
+    // when the ace comes. With the king a press before the ace, the queen goes and then the
+    // nine, the column is empty for the ace, and the deal is won.
+    void idioten2EssPaKortHogreUpp() {
+        for (bool kungenForst : {false, true}) {
+            Bygge b(kIdioten2);
+            b.Lagg({{0, K(SPADER, 1)}, {14, K(HJARTER, 1)}, {28, K(KLOVER, 1)}});
+            b.Lagg({{42, K(HJARTER, 9)}, {43, K(RUTER, 12)}});
+            // The stock's top card goes to the first column, the next to the second...
+            b.Lagg({{118, K(SPADER, 3)}, {117, K(SPADER, 4)}, {116, K(SPADER, 2)}});
+            b.Lagg({{114, K(KLOVER, 3)}, {113, K(KLOVER, 4)}, {112, K(RUTER, 1)}});
+            b.Lagg({{kungenForst ? 119 : 115, K(RUTER, 13)}});
+            b.Lagg({{kungenForst ? 115 : 119, K(KLOVER, 2)}});
+            QCOMPARE(b.Hopplos(), !kungenForst);
+            QCOMPARE(b.Avgor(), kungenForst ? Utfall::Vinnbar : Utfall::Ovinnbar);
+        }
+    }
+
+    // Idioten 2 with an ace in every column: the nine of hearts, beaten by the king, lies on
+    // the three, and the three can never be on top while the nine is, so the nine goes at
+    // once. Not so when the five of hearts is to be dealt onto another column, nor when the
+    // last column holds the two of clubs and no ace: the two may go, and the nine move into
+    // its column. The five of hearts on the ace of spades goes at once when the three of
+    // hearts is to be dealt onto it.
+    void idioten2KastarSakertMedEssOveralt() {
+        const int nian = 55 + 13 * HJARTER + 9;
+        for (int fall = 0; fall < 4; ++fall) {
+            Bygge b(kIdioten2);
+            if (fall == 3) {
+                b.Lagg({{0, K(SPADER, 1)}, {1, K(HJARTER, 5)}, {14, K(KLOVER, 1)}});
+                b.Lagg({{15, K(HJARTER, 9)}, {28, K(HJARTER, 1)}, {42, K(RUTER, 1)}});
+                b.Lagg({{112, K(HJARTER, 3)}});
+                QCOMPARE(b.SakertDragen(), KortDrag(1, 55 + 13 * HJARTER + 5));
+                QCOMPARE(b.Avgor(), Utfall::Vinnbar);
+                continue;
+            }
+            b.Lagg({{0, K(SPADER, 1)}, {1, K(HJARTER, 3)}, {2, K(HJARTER, 9)}});
+            b.Lagg({{14, K(HJARTER, 1)}, {28, K(KLOVER, 1)}, {29, K(HJARTER, 13)}});
+            b.Lagg({{42, fall == 2 ? K(KLOVER, 2) : K(RUTER, 1)}});
+            // The stock's top card goes to the first column, the next to the second...
+            b.Lagg({{115, K(RUTER, 2)}, {114, K(RUTER, 3)}, {113, K(RUTER, 4)}});
+            if (fall == 0)
+                b.Lagg({{112, K(SPADER, 5)}});
+            else if (fall == 1)
+                b.Lagg({{112, K(HJARTER, 5)}});
+            else
+                b.Lagg({{112, K(RUTER, 1)}});
+            if (fall == 0)
+                QCOMPARE(b.SakertDragen(), KortDrag(2, nian));
+            else
+                QCOMPARE(b.Sakert(), -1);
+            QCOMPARE(b.Avgor(), Utfall::Vinnbar);
+        }
+    }
+
+    // Idioten 2: a search takes a press back by undo; along random games of a few deals the
+    // table is then exactly what it was.
+    void idioten2GivTasTillbaka() {
+        const SpelRegler& regler = *ReglerFor(kIdioten2);
+        std::mt19937 slump(5);
+        int givar = 0;
+        for (unsigned fro = 1; fro <= 5; ++fro) {
+            std::unique_ptr<SpelBord> bord = GivFor(kIdioten2, fro);
+            for (int steg = 0; steg < 200; ++steg) {
+                const std::vector<Drag> dragen = regler.LagligaDrag(*bord);
+                if (dragen.empty())
+                    break;
+                if (dragen.back().slag == DragSlag::Knapp) {
+                    QVERIFY(regler.Kunskap().TasTillbaka(*bord, dragen.back()));
+                    std::unique_ptr<SpelBord> fore = bord->Kopia();
+                    {
+                        DragPaBord gang(regler, *bord);
+                        gang.Gor(dragen.back());
+                        gang.TaTillbaka();
+                        QCOMPARE(gang.Kopior(), std::uint64_t{0});
+                    }
+                    QVERIFY(static_cast<const Idioten2Regler::Stallning&>(*bord) ==
+                            static_cast<const Idioten2Regler::Stallning&>(*fore));
+                    ++givar;
+                }
+                regler.GorDrag(*bord, dragen[slump() % dragen.size()], nullptr);
+            }
+        }
+        QVERIFY(givar > 20);
     }
 
     // Godnattvalsen: three foundations built to the jack, the fourth to the nine. The jack of

@@ -240,11 +240,33 @@ bool LagreKvar(const std::vector<Lucka>& luckor, int farg, int rang) {
     return false;
 }
 
+// The rank of a card by its code 13·suit + value − 1, aces above kings.
+int KodRang(int kod) {
+    return kod % 13 == 0 ? 14 : kod % 13 + 1;
+}
+
+// One column's cards as codes, without a list of its own: a search asks for them at every
+// table. A full column and every card the stock holds fit.
+class Rad {
+public:
+    void push_back(int kod) { kort[static_cast<size_t>(antal++)] = static_cast<signed char>(kod); }
+    std::size_t size() const { return static_cast<std::size_t>(antal); }
+    int operator[](std::size_t i) const { return kort[i]; }
+    int front() const { return kort[0]; }
+    const signed char* begin() const { return kort.data(); }
+    const signed char* end() const { return kort.data() + antal; }
+
+private:
+    std::array<signed char, kPlatserPerKolumn + 52> kort{};
+    int antal = 0;
+};
+using Rader = std::array<Rad, kKolumner>;
+
 // Each column's cards from its base up, then the cards the stock will deal onto it, as
 // codes 13·suit + value − 1. The stock's top card goes to the first column, the next to the
 // second, and so on round; that holds while no column can reach its last place.
-std::array<std::vector<int>, kKolumner> KolumnerMedLeken(const std::vector<Lucka>& luckor) {
-    std::array<std::vector<int>, kKolumner> kolumner;
+Rader KolumnerMedLeken(const std::vector<Lucka>& luckor) {
+    Rader kolumner;
     auto kod = [&](int i) {
         return 13 * static_cast<int>(luckor[i].GeKort().KortFarg()) +
                luckor[i].GeKort().KortValor() - 1;
@@ -263,14 +285,14 @@ std::array<std::vector<int>, kKolumner> KolumnerMedLeken(const std::vector<Lucka
 //
 // Take a set of cards, none an ace, such that for each card X of the set every card of its
 // suit that ranks higher lies (or will be dealt) in X's own column, or lies in another
-// column now under a card of the set. Suppose further that every column holds a card now,
-// and each column's base is an ace or a card of the set. Then no card of the set ever
-// leaves, and no column ever empties: look at the first time either happens. A column
-// empties only when its base leaves: an ace only moves into an empty column, of which there
-// is none yet, and a base of the set leaving is the other case. A card of the set leaves,
-// with no empty column to move into, only when thrown out, beaten by a higher card of its
-// suit on top of another column; but those lie in its own column, where the two are never
-// both on top, or under a card of the set that has not left. (A higher card still in the
+// column now under a card of the set or an ace. Suppose further that every column holds now
+// an ace or a card of the set. Then no card of the set or ace ever leaves, and no column ever
+// empties: look at the first move that does any of these. A column empties only when all its
+// cards have left, its ace or card of the set among them. An ace only moves into an empty
+// column, of which there is none yet. A card of the set leaves, with no empty column to move
+// into, only when thrown out, beaten by a higher card of its suit on top of another column;
+// but those lie in its own column, where the two are never both on top, or under a card of
+// the set or an ace that has not left. (A higher card still in the
 // stock, bound for another column, is on top there when dealt, so it takes the card out of
 // the set.) A card that never leaves keeps the game from being won. The largest such set is
 // found by starting from every card but the aces and striking out each card that fails,
@@ -282,7 +304,7 @@ bool AldrigTomKolumn(const std::vector<Lucka>& luckor) {
     if (!InomKanten(luckor))
         return false;
     const std::array<int, kKolumner> nu = Hojder(luckor);
-    const std::array<std::vector<int>, kKolumner> kolumner = KolumnerMedLeken(luckor);
+    const Rader kolumner = KolumnerMedLeken(luckor);
     std::array<int, 52> kolumn;
     std::array<int, 52> hojd;
     std::array<bool, 52> kvar{};
@@ -294,34 +316,43 @@ bool AldrigTomKolumn(const std::vector<Lucka>& luckor) {
             hojd[static_cast<size_t>(k)] = static_cast<int>(p);
             kvar[static_cast<size_t>(k)] = k % 13 != 0;
         }
-    auto rang = [](int k) { return k % 13 == 0 ? 14 : k % 13 + 1; };
-    for (bool andrat = true; andrat;) {
-        andrat = false;
-        // The highest card of the set in each column as it is now; -1 for none.
-        std::array<int, kKolumner> overst;
-        overst.fill(-1);
-        for (int c = 0; c < kKolumner; ++c)
-            for (int p = 0; p < nu[static_cast<size_t>(c)]; ++p)
-                if (kvar[static_cast<size_t>(
-                        kolumner[static_cast<size_t>(c)][static_cast<size_t>(p)])])
-                    overst[static_cast<size_t>(c)] = p;
-        for (int x = 0; x < 52; ++x) {
-            if (!kvar[static_cast<size_t>(x)])
+    // The cards struck out so far, and for each column the lowest place from which every card
+    // now in it is struck out: a card at or above the place just under it is on top once
+    // those have gone, and strikes out each lower card of its suit in another column.
+    std::array<int, kKolumner> fri = nu;
+    std::array<int, 52> ko;
+    int forst = 0;
+    int sist = 0;
+    auto fram = [&](int c, int fran, int till) {
+        for (int p = std::max(fran, 0); p < till; ++p)
+            ko[static_cast<size_t>(sist++)] =
+                kolumner[static_cast<size_t>(c)][static_cast<size_t>(p)];
+    };
+    for (int c = 0; c < kKolumner; ++c)
+        fram(c, nu[static_cast<size_t>(c)] - 1,
+             static_cast<int>(kolumner[static_cast<size_t>(c)].size()));
+    auto staende = [&](int k) { return k % 13 == 0 || kvar[static_cast<size_t>(k)]; };
+    while (forst < sist) {
+        const int w = ko[static_cast<size_t>(forst++)];
+        for (int x = w - w % 13; x < w - w % 13 + 13; ++x) {
+            const int c = kolumn[static_cast<size_t>(x)];
+            if (!kvar[static_cast<size_t>(x)] || KodRang(x) >= KodRang(w) ||
+                c == kolumn[static_cast<size_t>(w)])
                 continue;
-            for (int w = x - x % 13; w < x - x % 13 + 13; ++w) {
-                const int c = kolumn[static_cast<size_t>(w)];
-                if (c < 0 || rang(w) <= rang(x) || c == kolumn[static_cast<size_t>(x)] ||
-                    overst[static_cast<size_t>(c)] > hojd[static_cast<size_t>(w)])
-                    continue;
-                kvar[static_cast<size_t>(x)] = false;
-                andrat = true;
-                break;
-            }
+            kvar[static_cast<size_t>(x)] = false;
+            const int fore = fri[static_cast<size_t>(c)];
+            if (hojd[static_cast<size_t>(x)] != fore - 1)
+                continue;
+            int& ny = fri[static_cast<size_t>(c)];
+            while (ny > 0 &&
+                   !staende(kolumner[static_cast<size_t>(c)][static_cast<size_t>(ny - 1)]))
+                --ny;
+            fram(c, ny - 1, fore - 1);
         }
     }
     for (int c = 0; c < kKolumner; ++c) {
-        const int bas = kolumner[static_cast<size_t>(c)].front();
-        if (bas % 13 != 0 && !kvar[static_cast<size_t>(bas)])
+        const Rad& kolumnen = kolumner[static_cast<size_t>(c)];
+        if (std::none_of(kolumnen.begin(), kolumnen.begin() + nu[static_cast<size_t>(c)], staende))
             return false;
     }
     return std::find(kvar.begin(), kvar.end(), true) != kvar.end();
@@ -343,6 +374,113 @@ bool SistaGivenStannar(const std::vector<Lucka>& luckor) {
         baraEss = baraEss && luckor[i].GeKort().KortValor() == 1;
     }
     return farger == 0xFu && !baraEss;
+}
+
+// Whether every column holds an ace and no column can reach its last place. Then no
+// column is ever empty again (a column empties only when its ace has left, and an ace only
+// moves into an empty column, which takes one emptied before), so no card ever moves from
+// its column again: a card leaves only when thrown out, and the stock deals onto the
+// columns in their turn.
+bool EssIVarjeKolumn(const std::vector<Lucka>& luckor) {
+    if (!InomKanten(luckor))
+        return false;
+    for (int c = 0; c < kKolumner; ++c) {
+        bool ess = false;
+        for (int p = 0; p < kPlatserPerKolumn && !luckor[KolumnBas(c) + p].Tom(); ++p)
+            ess = ess || luckor[KolumnBas(c) + p].GeKort().KortValor() == 1;
+        if (!ess)
+            return false;
+    }
+    return true;
+}
+
+// Whether a card of the suit of the top card in slot `lucka`, and lower, lies in another
+// column or will be dealt onto one.
+bool LagreIAnnanKolumn(const std::vector<Lucka>& luckor, int lucka) {
+    const Kort& kort = luckor[lucka].GeKort();
+    const int farg = static_cast<int>(kort.KortFarg());
+    const int rang = Rang(kort);
+    const Rader kolumner = KolumnerMedLeken(luckor);
+    for (int c = 0; c < kKolumner; ++c) {
+        if (c == lucka / kPlatserPerKolumn)
+            continue;
+        for (int k : kolumner[static_cast<size_t>(c)])
+            if (k / 13 == farg && KodRang(k) < rang)
+                return true;
+    }
+    return false;
+}
+
+// Whether the card `kort` of column `c` can be beaten before the stock's press number
+// `giv` (counted from the next, 0) while no ace moves: a higher card of its suit lies in
+// another column, not under that column's first ace, or is dealt onto one before that press.
+bool KanSlasFore(const Rader& kolumner, const std::array<int, kKolumner>& nu,
+                 const std::array<int, kKolumner>& essPlats, int c, int kort, int giv) {
+    for (int d = 0; d < kKolumner; ++d) {
+        if (d == c)
+            continue;
+        const Rad& k = kolumner[static_cast<size_t>(d)];
+        const int dnu = nu[static_cast<size_t>(d)];
+        const int essNu =
+            essPlats[static_cast<size_t>(d)] < dnu ? essPlats[static_cast<size_t>(d)] : -1;
+        for (int p = 0; p < static_cast<int>(k.size()); ++p) {
+            const int w = k[static_cast<size_t>(p)];
+            if (w / 13 != kort / 13 || KodRang(w) <= KodRang(kort))
+                continue;
+            if (p < dnu ? essNu <= p : p - dnu < giv)
+                return true;
+        }
+    }
+    return false;
+}
+
+// Whether a card that is not an ace lies at a column's base for good. Suppose no column is
+// empty now, no column can reach its last place, and each column without an ace now holds
+// a card that nothing can beat before an ace is dealt onto that column (ever, if none is):
+// every higher card of its suit lies in the same column, or in another column under an ace,
+// or will be dealt onto another column no sooner than that ace. Then no column is ever
+// empty again. Look at the first move that empties a column: until then no ace moved (that
+// takes an empty column), so every card went where the stock deals it and the aces lay where
+// they were. The column held no ace then, so no ace had been dealt onto it, and each card it
+// held now was thrown out by then (there was no empty column to move into), that card among
+// them; but it could be beaten by no card on top of another column by then, as a card under
+// an ace stays covered. So a base that is not an ace never leaves, and a won table holds
+// nothing but the aces.
+bool BasForGott(const std::vector<Lucka>& luckor) {
+    if (!InomKanten(luckor))
+        return false;
+    bool essBaser = true;
+    for (int c = 0; c < kKolumner; ++c) {
+        if (luckor[KolumnBas(c)].Tom())
+            return false;
+        essBaser = essBaser && luckor[KolumnBas(c)].GeKort().KortValor() == 1;
+    }
+    if (essBaser)
+        return false;
+    const std::array<int, kKolumner> nu = Hojder(luckor);
+    const Rader kolumner = KolumnerMedLeken(luckor);
+    // Where each column's first ace lies in it, counted from its base; past its end for none.
+    std::array<int, kKolumner> essPlats{};
+    for (int c = 0; c < kKolumner; ++c) {
+        const Rad& k = kolumner[static_cast<size_t>(c)];
+        const auto ess = std::find_if(k.begin(), k.end(), [](int kort) { return kort % 13 == 0; });
+        essPlats[static_cast<size_t>(c)] = static_cast<int>(ess - k.begin());
+    }
+    for (int c = 0; c < kKolumner; ++c) {
+        const int hojd = nu[static_cast<size_t>(c)];
+        if (essPlats[static_cast<size_t>(c)] < hojd)
+            continue;
+        // The press that deals the column's first ace, and whether a card of the column now
+        // can be beaten by nothing before then.
+        const int essGiv = essPlats[static_cast<size_t>(c)] - hojd;
+        bool fast = false;
+        for (int x = 0; x < hojd && !fast; ++x)
+            fast = !KanSlasFore(kolumner, nu, essPlats, c,
+                                kolumner[static_cast<size_t>(c)][static_cast<size_t>(x)], essGiv);
+        if (!fast)
+            return false;
+    }
+    return true;
 }
 
 bool Kasserar(const Drag& d) {
@@ -370,6 +508,39 @@ public:
         nyckel.push_back(static_cast<char>(leken));
     }
 
+    // The rules' moves in the rules' order, from each column's top card found once: thrown
+    // out when a higher card of its suit lies on top of another column, and into each empty
+    // column. Near a column's last place the rules list them.
+    bool ListaDrag(const SpelBord& b, std::vector<Drag>& dragen) const override {
+        const std::vector<Lucka>& luckor = b.luckor;
+        if (!InomKanten(luckor))
+            return false;
+        dragen.clear();
+        const std::array<int, kKolumner> hojd = Hojder(luckor);
+        for (int c = 0; c < kKolumner; ++c) {
+            if (hojd[static_cast<size_t>(c)] == 0)
+                continue;
+            const int topp = KolumnBas(c) + hojd[static_cast<size_t>(c)] - 1;
+            const Kort& kort = luckor[topp].GeKort();
+            bool slas = false;
+            for (int d = 0; d < kKolumner && !slas; ++d) {
+                if (d == c || hojd[static_cast<size_t>(d)] == 0)
+                    continue;
+                const Kort& annan =
+                    luckor[KolumnBas(d) + hojd[static_cast<size_t>(d)] - 1].GeKort();
+                slas = annan.KortFarg() == kort.KortFarg() && Rang(annan) > Rang(kort);
+            }
+            if (slas)
+                dragen.push_back(KortDrag(topp, KasseradFor(kort)));
+            for (int e = 0; e < kKolumner; ++e)
+                if (hojd[static_cast<size_t>(e)] == 0)
+                    dragen.push_back(KortDrag(topp, KolumnBas(e)));
+        }
+        if (!kLeken.Tom(luckor))
+            dragen.push_back(KnappDrag());
+        return true;
+    }
+
     // Discards first, then moves into an empty column, the card that uncovers an ace or
     // leaves the tallest column first, then the stock.
     void Ordna(const SpelBord& b, std::vector<Drag>& dragen) const override {
@@ -390,7 +561,10 @@ public:
 
     // A card whose suit has no lower card left in a column or the stock beats nothing
     // it could ever meet: all it does where it lies is cover the cards under it, so
-    // throwing it out loses nothing. Once the stock is out, any card that can be thrown
+    // throwing it out loses nothing. So too when every column holds an ace and the lower
+    // cards of its suit all lie in its own column or will be dealt onto it: no card moves
+    // from its column again, and of two cards in one column the one below is on top only
+    // once the one above has gone. Once the stock is out, any card that can be thrown
     // out goes: nothing is ever laid on a top card again, so the highest top card of its
     // suit, which beats it now, stays on top or gives way to a higher one, and beats
     // whatever the card could have beaten. (Kept in mind: a column reaching its last place
@@ -399,6 +573,7 @@ public:
         const std::vector<Lucka>& luckor = b.luckor;
         bool inom = false;
         bool provat = false;
+        int essOveralt = -1;
         for (std::size_t i = 0; i < dragen.size(); ++i) {
             const Drag& d = dragen[i];
             if (!Kasserar(d))
@@ -412,12 +587,16 @@ public:
             const Kort& kort = luckor[d.fran].GeKort();
             if (kLeken.Tom(luckor) || !LagreKvar(luckor, kort.KortFarg(), Rang(kort)))
                 return static_cast<int>(i);
+            if (essOveralt < 0)
+                essOveralt = EssIVarjeKolumn(luckor) ? 1 : 0;
+            if (essOveralt == 1 && !LagreIAnnanKolumn(luckor, d.fran))
+                return static_cast<int>(i);
         }
         return -1;
     }
 
     bool Hopplos(const SpelBord& b) const override {
-        return SistaGivenStannar(b.luckor) || AldrigTomKolumn(b.luckor);
+        return SistaGivenStannar(b.luckor) || BasForGott(b.luckor) || AldrigTomKolumn(b.luckor);
     }
 
     // For the quick first pass: any card that can be thrown out is.
@@ -427,6 +606,14 @@ public:
             if (Kasserar(dragen[i]))
                 return static_cast<int>(i);
         return -1;
+    }
+
+    // A press deals four cards, one onto each column, and undo puts those four back: exactly
+    // so while every column has room and the stock holds four.
+    bool TasTillbaka(const SpelBord& b, const Drag& drag) const override {
+        if (drag.slag != DragSlag::Knapp)
+            return SokKunskap::TasTillbaka(b, drag);
+        return KortILeken(b.luckor) >= kKolumner && InomKanten(b.luckor);
     }
 
     std::string KnappNamn() const override { return "deal four from the stock"; }
