@@ -23,7 +23,8 @@ public:
     // with the same key.
     virtual bool ListaDrag(const SpelBord& bord, std::vector<Drag>& dragen) const;
     // Puts the moves in the order to try them, most promising first. A move may be dropped
-    // only when another one kept leads to a table with the same key.
+    // only when another one kept leads to a table with the same key, or when the game proves
+    // that a win, if there is one, can always begin with one of the moves kept.
     virtual void Ordna(const SpelBord& bord, std::vector<Drag>& dragen) const;
     // A move of `dragen` that can be made at once without losing a win: the table after it
     // can be won whenever this one can. Its index, or -1 (the default: none).

@@ -106,11 +106,7 @@ template <typename B> ReglerFunktioner<B> SpeletsFunktioner() {
         [](const B& b) { return Resultat(b); },
     };
 }
-template <typename B> const SpelRegler& SpeletsRegler() {
-    static const ReglerAv<B> regler(SpeletsFunktioner<B>());
-    return regler;
-}
-// The same with what the game knows about searching its moves, its SokKunskap K.
+// The rules with what the game knows about searching its moves, its SokKunskap K.
 template <typename B, typename K> const SpelRegler& SpeletsRegler() {
     static const ReglerAv<B> regler(SpeletsFunktioner<B>(), &KunskapAv<K>());
     return regler;
