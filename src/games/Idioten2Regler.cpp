@@ -602,10 +602,7 @@ public:
     // For the quick first pass: any card that can be thrown out is.
     bool HarTroligaDrag() const override { return true; }
     int TroligtDrag(const SpelBord&, const std::vector<Drag>& dragen) const override {
-        for (std::size_t i = 0; i < dragen.size(); ++i)
-            if (Kasserar(dragen[i]))
-                return static_cast<int>(i);
-        return -1;
+        return ForstaDragSom(dragen, Kasserar);
     }
 
     // A press deals four cards, one onto each column, and undo puts those four back: exactly

@@ -598,13 +598,10 @@ public:
     bool HarTroligaDrag() const override { return true; }
     int Ordningar(const SpelBord&) const override { return 32; }
     int TroligtDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
-        for (std::size_t i = 0; i < dragen.size(); ++i) {
-            const Drag& d = dragen[i];
-            if (d.slag == DragSlag::Kort && !ForstaKolumnen(d.till) &&
-                IByggdRad(b.luckor, d.till - 1))
-                return static_cast<int>(i);
-        }
-        return -1;
+        return ForstaDragSom(dragen, [&](const Drag& d) {
+            return d.slag == DragSlag::Kort && !ForstaKolumnen(d.till) &&
+                   IByggdRad(b.luckor, d.till - 1);
+        });
     }
     int Avstand(const SpelBord& b) const override {
         int doda = 0;

@@ -1285,14 +1285,11 @@ public:
     // own knowledge without this.)
     int SakertDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
         const Plan& plan = *static_cast<const Stallning&>(b).plan;
-        for (std::size_t i = 0; i < dragen.size(); ++i) {
-            const Drag& d = dragen[i];
-            if (d.slag == DragSlag::Kort && d.fran < plan.forstaGrund &&
-                d.till >= plan.forstaGrund && d.till <= SistaGrund(plan) &&
-                b.luckor[d.fran].GeKort().KortValor() <= 2)
-                return static_cast<int>(i);
-        }
-        return -1;
+        return ForstaDragSom(dragen, [&](const Drag& d) {
+            return d.slag == DragSlag::Kort && d.fran < plan.forstaGrund &&
+                   d.till >= plan.forstaGrund && d.till <= SistaGrund(plan) &&
+                   b.luckor[d.fran].GeKort().KortValor() <= 2;
+        });
     }
 };
 

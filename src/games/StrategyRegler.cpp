@@ -397,10 +397,7 @@ public:
             return -1;
         if (LekensTopp(bord.luckor) < 0)
             return 0;
-        for (std::size_t i = 0; i < dragen.size(); ++i)
-            if (IGrunden(dragen[i].till))
-                return static_cast<int>(i);
-        return -1;
+        return ForstaDragSom(dragen, [](const Drag& d) { return IGrunden(d.till); });
     }
     bool Hopplos(const SpelBord& bord) const override { return KanInteVinnas(bord.luckor); }
     // For the quick first pass: only the three most promising moves of each table.
