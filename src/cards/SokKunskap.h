@@ -13,9 +13,11 @@ class SokKunskap {
 public:
     virtual ~SokKunskap() = default;
 
-    // Appends what tells this table apart in a search: two tables with the same key must
-    // have the same moves to the same (keyed) tables and be won alike. The default is every
-    // card with its slot.
+    // Appends what tells this table apart in a search: two tables with the same key must be
+    // won alike, and either have the same moves to the same (keyed) tables, or never be
+    // reached one from the other (a search takes a key it meets again for a table it has
+    // searched through; one still being searched above it would hide a win). The default
+    // is every card with its slot.
     virtual void Nyckel(const SpelBord& bord, std::string& nyckel) const;
     // Lists into `dragen` (emptied first) the same moves as the rules' LagligaDrag, in any
     // order, without a new list; false (the default) where the game has no such listing and

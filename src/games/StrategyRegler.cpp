@@ -331,7 +331,9 @@ public:
     // those tops and stock cards must go home after which: any circle the coming orders
     // close runs between such cards, through orders there are now. Two tables alike in
     // these are won alike, however their piles lie beneath the tops; tables with a circle
-    // already are all lost.
+    // already are all lost (and Hopplos, so never searched on). Such tables need not have
+    // the same moves, but no table is reached from another with its key: every move takes
+    // a card off the stock or sends a top home, for good.
     void Nyckel(const SpelBord& bord, std::string& nyckel) const override {
         const std::vector<Lucka>& l = bord.luckor;
         const int lek = LekensTopp(l);
