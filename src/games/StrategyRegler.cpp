@@ -8,6 +8,7 @@
 #include <array>
 #include <bit>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace StrategyRegler {
@@ -257,11 +258,40 @@ struct Foljder {
     }
 };
 
+// The orders of a table, worked out once for the search's two questions about it (its key,
+// then whether it is lost), which it asks one after the other. They depend on the piles'
+// cards in order and on which cards the stock holds, and on nothing else; the last table's
+// are kept for each thread.
+const Foljder& FoljderAv(const std::vector<Lucka>& l) {
+    struct Senaste {
+        std::array<char, 52 + kHogar> hogar{}; // each pile's cards, then an end mark
+        std::uint64_t lek = 0;                 // the stock's cards
+        std::optional<Foljder> foljder;
+    };
+    thread_local Senaste senaste;
+    std::array<char, 52 + kHogar> hogar{};
+    std::size_t n = 0;
+    for (int c = 0; c < kHogar; ++c) {
+        for (int i = HogBas(c); i < HogBas(c) + kPerHog && !l[i].Tom() && n < 52; ++i)
+            hogar[n++] = static_cast<char>(Kod(l[i].GeKort()));
+        hogar[n++] = static_cast<char>(-1);
+    }
+    std::uint64_t lek = 0;
+    for (int i = kForstaLek; i <= kSistaLek && !l[i].Tom(); ++i)
+        lek |= std::uint64_t{1} << Kod(l[i].GeKort());
+    if (!senaste.foljder || lek != senaste.lek || hogar != senaste.hogar) {
+        senaste.hogar = hogar;
+        senaste.lek = lek;
+        senaste.foljder.emplace(l);
+    }
+    return *senaste.foljder;
+}
+
 // A circle in the orders, and the table is lost; cards still in the stock only add orders,
 // so a circle now stays one. Else the stock's cards may still want more piles than they
 // can have (ForFaHogar).
 bool KanInteVinnas(const std::vector<Lucka>& l) {
-    const Foljder foljder(l);
+    const Foljder& foljder = FoljderAv(l);
     return foljder.cirkel || ForFaHogar(l, foljder.senare);
 }
 
@@ -338,7 +368,7 @@ public:
         const std::vector<Lucka>& l = bord.luckor;
         const int lek = LekensTopp(l);
         nyckel.push_back(static_cast<char>(lek < 0 ? 0 : lek - kForstaLek + 1));
-        const Foljder foljder(l);
+        const Foljder& foljder = FoljderAv(l);
         if (foljder.cirkel) {
             nyckel.push_back(static_cast<char>(0xff));
             return;
