@@ -54,6 +54,11 @@ public:
     // default: one). Each order but the first draws lots among moves the measure (Avstand)
     // finds about as near; with fixed seeds, so a deal gets the same answer every time.
     virtual int Ordningar(const SpelBord& bord) const;
+    // How many turns of a quick order the complete search takes each round when it takes
+    // its turns among the quick pass's orders from the start, for the whole of the limits;
+    // 0 (the default): it has what the quick pass leaves. For a game whose complete search
+    // wins at once some deals that the quick orders find late or never.
+    virtual int HelaITur() const { return 0; }
     // Whether the rules' Angra takes `drag` back to exactly this table (the undo count
     // aside); when not, a search keeps a copy to go back to. The default trusts card and run
     // moves and copies for the game's button.

@@ -85,6 +85,31 @@ void CellerSomMangd(const std::vector<Lucka>& l, int forsta, int antal, std::str
     }
 }
 
+// Keeps, of the moves of one card or run into empty columns, the first, and of those of one
+// card into empty free cells 2..8, the first: the places the quick pass tries.
+void ForstaTommaPlatsen(const std::vector<Lucka>& l, std::vector<Drag>& dragen) {
+    auto plats = [&](const Drag& d) {
+        if (!l[d.till].Tom())
+            return 0;
+        if (d.till < kForstaFricell && KolumnRegler::KolumnBas(d.till))
+            return 1;
+        return d.slag == DragSlag::Kort && FricellsPlats(d.till) && d.till != kForstaFricell ? 2
+                                                                                             : 0;
+    };
+    std::size_t ut = 0;
+    for (std::size_t i = 0; i < dragen.size(); ++i) {
+        const Drag& d = dragen[i];
+        const int p = plats(d);
+        bool igen = false;
+        for (std::size_t j = 0; j < ut && p != 0 && !igen; ++j)
+            igen = plats(dragen[j]) == p && dragen[j].slag == d.slag && dragen[j].fran == d.fran &&
+                   dragen[j].antal == d.antal;
+        if (!igen)
+            dragen[ut++] = d;
+    }
+    dragen.resize(ut);
+}
+
 // Eight off's search knowledge: the column family's listing, order and likely moves, with
 // this game's own key, measure of a table and quick-pass pruning.
 class Kunskap final : public SokKunskap {
@@ -126,8 +151,13 @@ public:
         nyckel.push_back(topp < 0 ? '\0' : KortKod(l[topp]));
         KortOchPlatser(l, kForstaLek, kSistaLek, nyckel);
     }
+    // Every move the rules list: the key keeps the columns in place and the free cells in
+    // groups, so a move into an empty column or cell need not reach the key of one into
+    // another. Ordna then keeps one move of a card or run into each group of places the key
+    // does not tell apart (KolumnRegler::Klass).
     bool ListaDrag(const SpelBord& b, std::vector<Drag>& dragen) const override {
-        return Kolumn().ListaDrag(b, dragen);
+        KolumnRegler::ListaDrag(static_cast<const KolumnRegler::Stallning&>(b), dragen, false);
+        return true;
     }
     void Ordna(const SpelBord& b, std::vector<Drag>& dragen) const override {
         Kolumn().Ordna(b, dragen);
@@ -143,14 +173,20 @@ public:
     // The quick pass runs in several orders in turns: a deal whose win lies late in one
     // order lies early in another.
     int Ordningar(const SpelBord&) const override { return kOrdningar; }
+    // The complete search takes its turns among the quick orders, an order's share: it
+    // proves nothing here within a second, but wins some deals at once that the quick
+    // orders find late.
+    int HelaITur() const override { return 1; }
 
-    // The column family's; no card taken off the card one higher of its suit into a free
-    // cell (that breaks a run already built); and while two places or fewer are free (free
-    // cells and columns), no card from a column into a free cell: the last places are kept
-    // for cards on their way home.
+    // The column family's; of a card's or run's moves into empty columns only the first,
+    // and of a card's into empty free cells 2..8 only the first; no card taken off the card
+    // one higher of its suit into a free cell (that breaks a run already built); and while
+    // two places or fewer are free (free cells and columns), no card from a column into a
+    // free cell: the last places are kept for cards on their way home.
     void GallraHastigt(const SpelBord& b, std::vector<Drag>& dragen) const override {
-        Kolumn().GallraHastigt(b, dragen);
         const std::vector<Lucka>& l = b.luckor;
+        ForstaTommaPlatsen(l, dragen);
+        Kolumn().GallraHastigt(b, dragen);
         int fria = 0;
         for (int i = kForstaFricell; i < kForstaGrund; i += 2)
             if (l[i].Tom())

@@ -81,6 +81,8 @@ public:
     }
 
     std::uint64_t Lagen() const { return svar.lagen; }
+    // Whether the search stopped as its memory ran out.
+    bool Fullt() const { return fullt; }
 
     std::chrono::microseconds Forbrukat() const {
         if (granser.tradTid)
@@ -195,7 +197,8 @@ private:
         std::size_t minne = Minne();
         if (minne > svar.minne)
             svar.minne = minne;
-        return granser.minne != 0 && minne >= granser.minne;
+        fullt = granser.minne != 0 && minne >= granser.minne;
+        return fullt;
     }
 
     SokSvar Svar(Utfall utfall) {
@@ -227,6 +230,7 @@ private:
     std::uint64_t slump;
     bool blandad;
     bool borjad = false;
+    bool fullt = false;
     std::size_t djup = 0; // nivaer[0..djup] are the tables on the way down
     std::uint64_t steg = 1;
 };
@@ -300,24 +304,35 @@ constexpr std::uint64_t kForsprang = 1500;
 // own table and with its own tables seen, taking turns of a few hundred tables each, with
 // turns that grow. A deal that one order finds late another often finds at once. The pass
 // ends with the first win, when every order has run through what it tries, or at the
-// limits (all the orders' tables counted together).
+// limits (all the orders' tables counted together). With `helasVikt` above 0 the complete
+// search takes its turns among them, each that many times an order's: its answer, a win or
+// that the deal cannot be won, ends the pass, and the pass is the whole search.
 SokSvar SnabbaOrdningar(const SpelRegler& regler, const SpelBord& bord, const SokGranser& granser,
-                        int ordningar, std::stop_token stopp, const SokKrok& krok) {
+                        int ordningar, std::stop_token stopp, const SokKrok& krok,
+                        int helasVikt = 0) {
+    const bool medHela = helasVikt > 0;
     SokGranser var = granser;
     var.lagen = 0;
-    var.minne = granser.minne / static_cast<std::size_t>(ordningar);
+    const int deltagare = ordningar + (medHela ? 1 : 0);
+    // The complete search among them has half the memory: it is the one that can go on
+    // to the end.
+    var.minne = granser.minne / static_cast<std::size_t>(medHela ? 2 * ordningar : ordningar);
     // Each order begins at its first turn: a deal the first order wins in its first turn
     // costs no more than one order alone. A later one counts the time the pass has had.
     std::vector<std::unique_ptr<Sokning>> sokningar;
     std::vector<bool> klar;
     auto borja = [&] {
         SokGranser egna = var;
+        if (sokningar.size() == static_cast<std::size_t>(ordningar))
+            egna.minne = granser.minne / 2;
         if (!sokningar.empty() && var.tid.count() != 0)
             egna.tid = std::max(std::chrono::milliseconds(1),
                                 var.tid - std::chrono::duration_cast<std::chrono::milliseconds>(
                                               sokningar.front()->Forbrukat()));
-        sokningar.push_back(std::make_unique<Sokning>(regler, bord, egna, stopp, krok, true,
-                                                      static_cast<unsigned>(sokningar.size())));
+        const bool hastig = sokningar.size() < static_cast<std::size_t>(ordningar);
+        sokningar.push_back(
+            std::make_unique<Sokning>(regler, bord, egna, stopp, krok, hastig,
+                                      hastig ? static_cast<unsigned>(sokningar.size()) : 0u));
         klar.push_back(false);
     };
     borja();
@@ -331,12 +346,14 @@ SokSvar SnabbaOrdningar(const SpelRegler& regler, const SpelBord& bord, const So
     };
     for (std::uint64_t tur = kForstaTur;; tur += tur / 2) {
         bool nagon = false;
-        for (std::size_t i = 0; i < static_cast<std::size_t>(ordningar); ++i) {
+        for (std::size_t i = 0; i < static_cast<std::size_t>(deltagare); ++i) {
             if (i == sokningar.size())
                 borja();
             if (klar[i])
                 continue;
             std::uint64_t turen = i == 0 && sokningar[0]->Lagen() == 0 ? kForsprang : tur;
+            if (i == static_cast<std::size_t>(ordningar))
+                turen *= static_cast<std::uint64_t>(helasVikt);
             if (granser.lagen != 0) {
                 const std::uint64_t gjort = alla();
                 if (gjort >= granser.lagen)
@@ -346,7 +363,10 @@ SokSvar SnabbaOrdningar(const SpelRegler& regler, const SpelBord& bord, const So
             std::optional<SokSvar> s = sokningar[i]->Kor(sokningar[i]->Lagen() + turen);
             if (!s) {
                 nagon = true;
-            } else if (s->utfall == Utfall::Ovinnbar) {
+            } else if ((s->utfall == Utfall::Ovinnbar && i < static_cast<std::size_t>(ordningar)) ||
+                       (medHela && sokningar[i]->Fullt())) {
+                // With the complete search among them, one that runs out of memory drops out
+                // and the others go on; the pass can then no longer answer "cannot be won".
                 klar[i] = true;
                 svar.lagen += s->lagen;
                 svar.minne = std::max(svar.minne, s->minne);
@@ -356,7 +376,9 @@ SokSvar SnabbaOrdningar(const SpelRegler& regler, const SpelBord& bord, const So
             }
         }
         if (!nagon) {
-            svar.utfall = Utfall::Ovinnbar;
+            // Every quick order ran through what it tries; with the complete search among them
+            // it ran out of memory, as it would have answered otherwise.
+            svar.utfall = medHela ? Utfall::Okant : Utfall::Ovinnbar;
             svar.tid = sokningar.front()->Forbrukat();
             return svar;
         }
@@ -367,11 +389,15 @@ SokSvar SnabbaOrdningar(const SpelRegler& regler, const SpelBord& bord, const So
 
 // A game with likely moves is first searched making them at once, on half the limits: a
 // win found so is a win. Otherwise, or when that pass runs out, the full search decides on
-// what is left.
+// what is left. A game may instead have the full search take turns with the quick orders
+// from the start (SokKunskap::HelaITur).
 SokSvar Los(const SpelRegler& regler, const SpelBord& bord, const SokGranser& granser,
             std::stop_token stopp, const SokKrok& krok) {
     if (!regler.Kunskap().HarTroligaDrag())
         return *Sokning(regler, bord, granser, std::move(stopp), krok, false).Kor();
+    if (const int vikt = regler.Kunskap().HelaITur(); vikt > 0)
+        return SnabbaOrdningar(regler, bord, granser, regler.Kunskap().Ordningar(bord), stopp, krok,
+                               vikt);
     SokGranser halva = granser;
     halva.lagen = std::max<std::uint64_t>(1, granser.lagen / 2);
     halva.tid = granser.tid / 2;
