@@ -1241,6 +1241,33 @@ private slots:
         }
     }
 
+    // Strategy: the orders a table's cards must go home in are worked out once for its key
+    // and its proofs, and a table asked about after another with the same piles gets its
+    // own. The two of spades under the four with the three in the stock close a circle;
+    // with the three on its foundation instead (or the four under the two) they do not.
+    void strategyOrdningarnaPerBord() {
+        auto bygg = [](bool treILeken, bool fyranOverst) {
+            Bygge b(kStrategy);
+            b.Lagg({{0, K(SPADER, fyranOverst ? 2 : 4)}, {1, K(SPADER, fyranOverst ? 4 : 2)}});
+            b.Lagg({{kStrategyLek, K(HJARTER, 5)}});
+            if (treILeken)
+                b.Lagg({{kStrategyLek + 1, K(SPADER, 3)}});
+            else
+                b.Lagg({{kStrategyGrund + 2, K(SPADER, 3)}});
+            return b;
+        };
+        const Bygge cirkel = bygg(true, true);
+        const Bygge utanTrean = bygg(false, true);
+        const Bygge omvand = bygg(true, false);
+        for (int varv = 0; varv < 2; ++varv) {
+            QVERIFY(cirkel.Hopplos());
+            QVERIFY(!utanTrean.Hopplos());
+            QVERIFY(cirkel.Hopplos());
+            QVERIFY(!omvand.Hopplos());
+            QVERIFY(cirkel.Nyckel() != omvand.Nyckel());
+        }
+    }
+
     // Eight off: the cards in free cells 2..4 may change cells, and so may those in 5..7
     // and a suit between foundations 2..4; a card in cell 2 is not one in cell 5, nor are
     // two columns in each other's places.
