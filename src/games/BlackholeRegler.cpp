@@ -250,18 +250,31 @@ bool IngenVag(const std::array<int, 14>& antal, int topp, unsigned sista) {
 // the sequence holds value `fran` it walks to `till` without touching `fran` again, so it
 // passes every value of one of the two arcs between them; and an arc of no value at all
 // (neighbours) needs nothing. Going from a value back to the same value needs a neighbour.
-bool KanLeda(const std::array<int, 14>& ute, int fran, int till) {
-    auto finns = [&](int v) { return ute[static_cast<std::size_t>((v + 12) % 13 + 1)] > 0; };
+// `ute` holds bit v for each value v with a card outside the fan.
+bool KanLeda(unsigned ute, int fran, int till) {
+    // bagar[a][b]: the values strictly between a and b going up the ring from a, and going
+    // down; from a value to itself, its two neighbours, either of which will do.
+    struct Bagar {
+        std::array<std::array<std::array<unsigned, 2>, 14>, 14> mellan{};
+        Bagar() {
+            for (int a = 1; a <= 13; ++a)
+                for (int b = 1; b <= 13; ++b)
+                    for (int r = 0; r < 2; ++r) {
+                        const int steg = r == 0 ? 1 : 12;
+                        unsigned m = 0;
+                        for (int v = (a + steg - 1) % 13 + 1; a != b && v != b;
+                             v = (v + steg - 1) % 13 + 1)
+                            m |= 1u << v;
+                        mellan[static_cast<std::size_t>(a)][static_cast<std::size_t>(b)]
+                              [static_cast<std::size_t>(r)] = m;
+                    }
+        }
+    };
+    static const Bagar bagar;
     if (fran == till)
-        return finns(fran - 1) || finns(fran + 1);
-    for (int riktning : {1, -1}) {
-        bool hel = true;
-        for (int v = fran + riktning; hel && (v + 12) % 13 + 1 != till; v += riktning)
-            hel = finns(v);
-        if (hel)
-            return true;
-    }
-    return false;
+        return (ute & (1u << (fran % 13 + 1) | 1u << ((fran + 11) % 13 + 1))) != 0;
+    const auto& m = bagar.mellan[static_cast<std::size_t>(fran)][static_cast<std::size_t>(till)];
+    return (m[0] & ~ute) == 0 || (m[1] & ~ute) == 0;
 }
 
 class Kunskap final : public SokKunskap {
@@ -284,11 +297,14 @@ public:
                 flaktar[static_cast<std::size_t>(n++)] = static_cast<std::uint16_t>(kod);
         }
         std::sort(flaktar.begin(), flaktar.begin() + n);
+        std::array<char, 2 * kSolfjadrar + 1> bytes;
+        std::size_t antal = 0;
         for (int i = 0; i < n; ++i) {
-            nyckel.push_back(static_cast<char>(flaktar[static_cast<std::size_t>(i)] >> 8));
-            nyckel.push_back(static_cast<char>(flaktar[static_cast<std::size_t>(i)] & 0xff));
+            bytes[antal++] = static_cast<char>(flaktar[static_cast<std::size_t>(i)] >> 8);
+            bytes[antal++] = static_cast<char>(flaktar[static_cast<std::size_t>(i)] & 0xff);
         }
-        nyckel.push_back(static_cast<char>(lage.topp));
+        bytes[antal++] = static_cast<char>(lage.topp);
+        nyckel.append(bytes.data(), antal);
     }
 
     // Every card still in a fan goes into the hole right after a neighbour in value: the
@@ -334,9 +350,10 @@ public:
             // The cards played between a fan card and the one right under it come from the
             // other fans (those above went in before, those below go in after), and so do
             // those between the hole's top and this fan's top.
-            std::array<int, 14> ute = lage.antal;
+            unsigned ute = 0;
             for (int v = 1; v <= 13; ++v)
-                ute[static_cast<std::size_t>(v)] -= iFlakten[static_cast<std::size_t>(v)];
+                if (lage.antal[static_cast<std::size_t>(v)] > iFlakten[static_cast<std::size_t>(v)])
+                    ute |= 1u << v;
             for (int j = h - 1; j >= 0; --j) {
                 const int fore = j == h - 1 ? lage.topp : lage.Varde(f, j + 1);
                 if (fore > 0 && !KanLeda(ute, fore, lage.Varde(f, j)))
