@@ -204,50 +204,56 @@ int Kod(const Kort& k) {
     return 13 * k.KortFarg() + k.KortValor() - 1;
 }
 
+// Each pile's cards from its base up, each pile ended by a mark, as Foljder reads them.
+using Hogkoder = std::array<char, 52 + kHogar>;
+constexpr char kHogSlut = -1;
+
 // The orders the cards out (on the piles and in the stock) must go home in: a pile's cards
 // leave only once the stock is out, and then only to their foundations, each after the one
 // above it in its pile and after its suit's card one lower.
 struct Foljder {
-    bool ute[52] = {};
     // Whether those orders go round in a circle: no card of the circle can ever go home.
     bool cirkel = false;
     // senare[k]: the cards that must go home after card k, through those orders (when there
     // is no circle).
     std::uint64_t senare[52] = {};
 
-    explicit Foljder(const std::vector<Lucka>& l) {
+    // From the piles' cards and the stock's (bit k for card k).
+    Foljder(const Hogkoder& hogar, std::uint64_t lek) {
         int fore[52] = {}; // how many cards must go home first
         int efter[52][2];  // the cards that wait for it: the one below it, its suit's next
         int antalEfter[52] = {};
-        // A pile and the stock fill from their first slot up without a gap.
-        for (int c = 0; c < kHogar; ++c)
-            for (int i = HogBas(c); i < HogBas(c) + kPerHog && !l[i].Tom(); ++i)
-                ute[Kod(l[i].GeKort())] = true;
-        for (int i = kForstaLek; i <= kSistaLek && !l[i].Tom(); ++i)
-            ute[Kod(l[i].GeKort())] = true;
         auto vantar = [&](int forst, int sedan) {
             efter[forst][antalEfter[forst]++] = sedan;
             ++fore[sedan];
         };
+        std::uint64_t ute = lek;
+        int under = -1;
+        for (int i = 0, slut = 0; slut < kHogar; ++i) {
+            const int k = hogar[static_cast<std::size_t>(i)];
+            if (k == kHogSlut) {
+                ++slut;
+                under = -1;
+                continue;
+            }
+            ute |= std::uint64_t{1} << k;
+            if (under >= 0)
+                vantar(k, under);
+            under = k;
+        }
         for (int k = 0; k < 52; ++k)
-            if (ute[k] && k % 13 > 0 && ute[k - 1])
+            if ((ute >> k & 1u) != 0 && k % 13 > 0 && (ute >> (k - 1) & 1u) != 0)
                 vantar(k - 1, k);
-        for (int c = 0; c < kHogar; ++c)
-            for (int i = HogBas(c) + 1; i < HogBas(c) + kPerHog && !l[i].Tom(); ++i)
-                vantar(Kod(l[i].GeKort()), Kod(l[i - 1].GeKort()));
         int klara[52];
         int n = 0;
-        int kvar = 0;
-        for (int k = 0; k < 52; ++k) {
-            kvar += ute[k] ? 1 : 0;
-            if (ute[k] && fore[k] == 0)
+        for (int k = 0; k < 52; ++k)
+            if ((ute >> k & 1u) != 0 && fore[k] == 0)
                 klara[n++] = k;
-        }
         for (int j = 0; j < n; ++j)
             for (int e = 0; e < antalEfter[klara[j]]; ++e)
                 if (--fore[efter[klara[j]][e]] == 0)
                     klara[n++] = efter[klara[j]][e];
-        cirkel = n < kvar;
+        cirkel = n < std::popcount(ute);
         if (cirkel)
             return;
         for (int j = n - 1; j >= 0; --j) {
@@ -258,40 +264,43 @@ struct Foljder {
     }
 };
 
-// The orders of a table, worked out once for the search's two questions about it (its key,
-// then whether it is lost), which it asks one after the other. They depend on the piles'
-// cards in order and on which cards the stock holds, and on nothing else; the last table's
-// are kept for each thread.
-const Foljder& FoljderAv(const std::vector<Lucka>& l) {
-    struct Senaste {
-        std::array<char, 52 + kHogar> hogar{}; // each pile's cards, then an end mark
-        std::uint64_t lek = 0;                 // the stock's cards
-        std::optional<Foljder> foljder;
-    };
-    thread_local Senaste senaste;
-    std::array<char, 52 + kHogar> hogar{};
+// The orders of a table and its stock's cards, worked out once for the search's two
+// questions about it (its key, then whether it is lost), which it asks one after the
+// other. They depend on the piles' cards in order and on which cards the stock holds, and
+// on nothing else; the last table's are kept for each thread.
+struct Bordsordningar {
+    Hogkoder hogar{};
+    std::uint64_t lek = 0; // the stock's cards
+    std::optional<Foljder> foljder;
+};
+
+const Bordsordningar& OrdningarAv(const std::vector<Lucka>& l) {
+    thread_local Bordsordningar senaste;
+    Hogkoder hogar;
     std::size_t n = 0;
+    // A pile and the stock fill from their first slot up without a gap.
     for (int c = 0; c < kHogar; ++c) {
         for (int i = HogBas(c); i < HogBas(c) + kPerHog && !l[i].Tom() && n < 52; ++i)
             hogar[n++] = static_cast<char>(Kod(l[i].GeKort()));
-        hogar[n++] = static_cast<char>(-1);
+        hogar[n++] = kHogSlut;
     }
+    std::fill(hogar.begin() + static_cast<std::ptrdiff_t>(n), hogar.end(), kHogSlut);
     std::uint64_t lek = 0;
     for (int i = kForstaLek; i <= kSistaLek && !l[i].Tom(); ++i)
         lek |= std::uint64_t{1} << Kod(l[i].GeKort());
     if (!senaste.foljder || lek != senaste.lek || hogar != senaste.hogar) {
         senaste.hogar = hogar;
         senaste.lek = lek;
-        senaste.foljder.emplace(l);
+        senaste.foljder.emplace(hogar, lek);
     }
-    return *senaste.foljder;
+    return senaste;
 }
 
 // A circle in the orders, and the table is lost; cards still in the stock only add orders,
 // so a circle now stays one. Else the stock's cards may still want more piles than they
 // can have (ForFaHogar).
 bool KanInteVinnas(const std::vector<Lucka>& l) {
-    const Foljder& foljder = FoljderAv(l);
+    const Foljder& foljder = *OrdningarAv(l).foljder;
     return foljder.cirkel || ForFaHogar(l, foljder.senare);
 }
 
@@ -368,7 +377,8 @@ public:
         const std::vector<Lucka>& l = bord.luckor;
         const int lek = LekensTopp(l);
         nyckel.push_back(static_cast<char>(lek < 0 ? 0 : lek - kForstaLek + 1));
-        const Foljder& foljder = FoljderAv(l);
+        const Bordsordningar& ordningar = OrdningarAv(l);
+        const Foljder& foljder = *ordningar.foljder;
         if (foljder.cirkel) {
             nyckel.push_back(static_cast<char>(0xff));
             return;
@@ -385,8 +395,7 @@ public:
         std::sort(toppar.begin(), toppar.begin() + n);
         nyckel.push_back(static_cast<char>(n));
         nyckel.append(toppar.begin(), toppar.begin() + n);
-        for (int i = lek; i >= kForstaLek; --i)
-            vilka |= std::uint64_t{1} << Kod(l[i].GeKort());
+        vilka |= ordningar.lek;
         // For each of those cards, in the order of their codes, the ones of them that must
         // go home after it, as bits by code.
         for (std::uint64_t m = vilka; m != 0; m &= m - 1) {
