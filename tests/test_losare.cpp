@@ -511,6 +511,21 @@ private slots:
         }
     }
 
+    // Eight off's complete search takes turns among its quick orders: with too little
+    // memory for any of them to go on, each drops out and the answer is "not known", never
+    // "cannot be won"; with enough, the same deal is won.
+    void helaITurUtanMinne() {
+        const SpelRegler& regler = R(9);
+        QVERIFY(regler.Kunskap().HelaITur() > 0);
+        auto bord = GivFor(9, 944);
+        SokGranser snala{200000};
+        snala.minne = 64 * 1024;
+        SokSvar svar = Los(regler, *bord, snala);
+        QCOMPARE(svar.utfall, Utfall::Okant);
+        QVERIFY(svar.lagen < 200000);
+        QCOMPARE(Los(regler, *bord, SokGranser{200000}).utfall, Utfall::Vinnbar);
+    }
+
     // The checks come at least every kKollIntervall tables, however the search goes.
     void kollarOfta() {
         for (auto [spel, fro] : {std::pair{10, 1u}, std::pair{0, 1u}, std::pair{4, 56u}}) {
