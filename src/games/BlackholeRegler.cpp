@@ -368,16 +368,21 @@ public:
     // the card the move uncovers).
     void Ordna(const SpelBord& b, std::vector<Drag>& dragen) const override {
         const Lage lage(b);
+        // The fans' tops by value: a move's own top is no neighbour of itself, and the card
+        // under it is counted apart.
+        std::array<int, 14> toppar{};
+        for (int f = 0; f < kSolfjadrar; ++f)
+            if (lage.Hojd(f) > 0)
+                ++toppar[static_cast<std::size_t>(lage.ToppVarde(f))];
         auto foljare = [&](const Drag& d) {
             const int fran = (d.fran - kForstaSolfjader) / kPlatserPerSolfjader;
             const int v = lage.ToppVarde(fran);
-            int antal = 0;
-            for (int f = 0; f < kSolfjadrar; ++f) {
-                const int h = lage.Hojd(f) - (f == fran ? 1 : 0);
-                if (h > 0 && Grannar(lage.Varde(f, h - 1), v))
-                    ++antal;
-            }
-            return lage.Hojd(fran) * 8 + antal;
+            const int h = lage.Hojd(fran);
+            int antal = toppar[static_cast<std::size_t>(v == 1 ? 13 : v - 1)] +
+                        toppar[static_cast<std::size_t>(v == 13 ? 1 : v + 1)];
+            if (h > 1 && Grannar(lage.Varde(fran, h - 2), v))
+                ++antal;
+            return h * 8 + antal;
         };
         std::array<std::pair<int, int>, kSolfjadrar> ordning{};
         const std::size_t n = dragen.size();
