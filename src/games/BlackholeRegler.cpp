@@ -324,19 +324,29 @@ public:
         if (lage.topp > 0 && IngenVag(lage.antal, lage.topp, sista))
             return true;
         int utanFoljare = 0;
+        // The values with a card in some fan.
+        unsigned iNagon = 0;
+        for (int v = 1; v <= 13; ++v)
+            if (lage.antal[static_cast<std::size_t>(v)] > 0)
+                iNagon |= 1u << v;
         for (int f = 0; f < kSolfjadrar; ++f) {
             const int h = lage.Hojd(f);
             if (h == 0)
                 continue;
-            std::array<int, 14> iFlakten{};
-            for (int j = 0; j < h; ++j)
-                ++iFlakten[static_cast<size_t>(lage.Varde(f, j))];
+            // A fan holds three cards at most: its cards of a value are counted on them.
+            auto iFlakten = [&](int x) {
+                int n = 0;
+                for (int j = 0; j < h; ++j)
+                    n += lage.Varde(f, j) == x ? 1 : 0;
+                return n;
+            };
             for (int j = 0; j < h; ++j) {
                 const int v = lage.Varde(f, j);
-                const auto ned = static_cast<size_t>(v == 1 ? 13 : v - 1);
-                const auto upp = static_cast<size_t>(v == 13 ? 1 : v + 1);
-                const int iAndra =
-                    lage.antal[ned] + lage.antal[upp] - iFlakten[ned] - iFlakten[upp];
+                const int ned = v == 1 ? 13 : v - 1;
+                const int upp = v == 13 ? 1 : v + 1;
+                const int iAndra = lage.antal[static_cast<std::size_t>(ned)] +
+                                   lage.antal[static_cast<std::size_t>(upp)] - iFlakten(ned) -
+                                   iFlakten(upp);
                 auto granne = [&](int k) {
                     return k >= 0 && k < h && Grannar(lage.Varde(f, k), v);
                 };
@@ -350,10 +360,12 @@ public:
             // The cards played between a fan card and the one right under it come from the
             // other fans (those above went in before, those below go in after), and so do
             // those between the hole's top and this fan's top.
-            unsigned ute = 0;
-            for (int v = 1; v <= 13; ++v)
-                if (lage.antal[static_cast<std::size_t>(v)] > iFlakten[static_cast<std::size_t>(v)])
-                    ute |= 1u << v;
+            unsigned ute = iNagon;
+            for (int j = 0; j < h; ++j) {
+                const int v = lage.Varde(f, j);
+                if (lage.antal[static_cast<std::size_t>(v)] == iFlakten(v))
+                    ute &= ~(1u << v);
+            }
             for (int j = h - 1; j >= 0; --j) {
                 const int fore = j == h - 1 ? lage.topp : lage.Varde(f, j + 1);
                 if (fore > 0 && !KanLeda(ute, fore, lage.Varde(f, j)))
