@@ -225,19 +225,29 @@ bool InomKanten(const std::vector<Lucka>& luckor) {
     return *std::max_element(hojd.begin(), hojd.end()) + givar < kPlatserPerKolumn;
 }
 
-// Whether a card of `farg` below `rang` is still in a column or the stock.
-bool LagreKvar(const std::vector<Lucka>& luckor, int farg, int rang) {
-    auto lagre = [&](int i) {
-        return !luckor[i].Tom() && luckor[i].GeKort().KortFarg() == farg &&
-               Rang(luckor[i].GeKort()) < rang;
-    };
-    for (int i = 0; i <= kSistaKolumnLucka; ++i)
-        if (lagre(i))
-            return true;
-    for (int i = kForstaLek; i <= kSistaLek; ++i)
-        if (lagre(i))
-            return true;
-    return false;
+// Whether each card of the suit of the card in slot `lucka`, and lower, that is still in
+// play can be thrown out without it: it lies on top of a column now (beside the card that
+// beats this one), or a press will deal it together with a higher card of its suit (the
+// four cards of a press lie on top at once). So too when none is left at all.
+bool LagreUtanDetta(const std::vector<Lucka>& luckor, int lucka) {
+    const Kort& kort = luckor[lucka].GeKort();
+    auto ifarg = [&](int i) { return luckor[i].GeKort().KortFarg() == kort.KortFarg(); };
+    for (int c = 0; c < kKolumner; ++c)
+        for (int i = KolumnBas(c); i < KolumnBas(c) + kPlatserPerKolumn - 1; ++i)
+            if (!luckor[i + 1].Tom() && ifarg(i) && Rang(luckor[i].GeKort()) < Rang(kort))
+                return false;
+    const int topp = kLeken.Topp(luckor);
+    for (int j = topp; j >= kForstaLek; --j) {
+        if (!ifarg(j) || Rang(luckor[j].GeKort()) >= Rang(kort))
+            continue;
+        const int forsta = topp - (topp - j) / kKolumner * kKolumner;
+        bool hogre = false;
+        for (int k = forsta; k > forsta - kKolumner && k >= kForstaLek; --k)
+            hogre = hogre || (ifarg(k) && Rang(luckor[k].GeKort()) > Rang(luckor[j].GeKort()));
+        if (!hogre)
+            return false;
+    }
+    return true;
 }
 
 // The rank of a card by its code 13·suit + value − 1, aces above kings.
@@ -559,9 +569,20 @@ public:
                          [&](const Drag& x, const Drag& y) { return rang(x) < rang(y); });
     }
 
-    // A card whose suit has no lower card left in a column or the stock beats nothing
-    // it could ever meet: all it does where it lies is cover the cards under it, so
-    // throwing it out loses nothing. So too when every column holds an ace and the lower
+    // A card that can be thrown out now goes at once when each lower card of its suit
+    // still in play lies on top of a column now or will be dealt by a press together with a
+    // higher card of its suit (LagreUtanDetta; so too when none is left). Play the table
+    // without it beside the one that keeps it: every move of the latter is made on the
+    // former too (one of a card already gone there is left out), and besides, the former
+    // throws out those lower cards, the ones on top now at once (the card that beats this
+    // one beats them) and each of the others as soon as its press has dealt it (the higher
+    // card of that press lies on top beside it; the lowest first). The former's columns stay
+    // the latter's with some cards left out, so a card on top in the latter is on top in
+    // the former while it is there, and a column empty in the latter is empty in the former.
+    // A card the latter throws out with one of the cards left out as the higher card is of
+    // this suit and lower than this card, and so was gone from the former as soon as it
+    // could be on top. No ace is ever left out, so when the latter is won the former is.
+    // Also when every column holds an ace and the lower
     // cards of its suit all lie in its own column or will be dealt onto it: no card moves
     // from its column again, and of two cards in one column the one below is on top only
     // once the one above has gone. Once the stock is out, any card that can be thrown
@@ -584,8 +605,7 @@ public:
             }
             if (!inom)
                 return -1;
-            const Kort& kort = luckor[d.fran].GeKort();
-            if (kLeken.Tom(luckor) || !LagreKvar(luckor, kort.KortFarg(), Rang(kort)))
+            if (kLeken.Tom(luckor) || LagreUtanDetta(luckor, d.fran))
                 return static_cast<int>(i);
             if (essOveralt < 0)
                 essOveralt = EssIVarjeKolumn(luckor) ? 1 : 0;
