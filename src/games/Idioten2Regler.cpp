@@ -212,9 +212,24 @@ std::array<int, kKolumner> Hojder(const std::vector<Lucka>& luckor) {
     return hojd;
 }
 
+// How many cards the stock holds: they lie from its first slot up without a gap, so the
+// first empty slot is found by halving (a search asks at every table, several times).
 int KortILeken(const std::vector<Lucka>& luckor) {
-    int topp = kLeken.Topp(luckor);
-    return topp < 0 ? 0 : topp - kForstaLek + 1;
+    int fyllda = 0;
+    int ovre = kSistaLek - kForstaLek + 1;
+    while (fyllda < ovre) {
+        const int mitt = (fyllda + ovre + 1) / 2;
+        if (luckor[kForstaLek + mitt - 1].Tom())
+            ovre = mitt - 1;
+        else
+            fyllda = mitt;
+    }
+    return fyllda;
+}
+
+// The stock's top slot, or kForstaLek − 1 when it is empty.
+int LekensTopp(const std::vector<Lucka>& luckor) {
+    return kForstaLek + KortILeken(luckor) - 1;
 }
 
 // Whether no column can come to hold a card in its last place, where the table's edge
@@ -236,7 +251,7 @@ bool LagreUtanDetta(const std::vector<Lucka>& luckor, int lucka) {
         for (int i = KolumnBas(c); i < KolumnBas(c) + kPlatserPerKolumn - 1; ++i)
             if (!luckor[i + 1].Tom() && ifarg(i) && Rang(luckor[i].GeKort()) < Rang(kort))
                 return false;
-    const int topp = kLeken.Topp(luckor);
+    const int topp = LekensTopp(luckor);
     for (int j = topp; j >= kForstaLek; --j) {
         if (!ifarg(j) || Rang(luckor[j].GeKort()) >= Rang(kort))
             continue;
@@ -284,7 +299,7 @@ Rader KolumnerMedLeken(const std::vector<Lucka>& luckor) {
     for (int c = 0; c < kKolumner; ++c)
         for (int p = 0; p < kPlatserPerKolumn && !luckor[KolumnBas(c) + p].Tom(); ++p)
             kolumner[static_cast<size_t>(c)].push_back(kod(KolumnBas(c) + p));
-    const int topp = kLeken.Topp(luckor);
+    const int topp = LekensTopp(luckor);
     for (int j = topp; j >= kForstaLek; --j)
         kolumner[static_cast<size_t>((topp - j) % kKolumner)].push_back(kod(j));
     return kolumner;
@@ -293,20 +308,23 @@ Rader KolumnerMedLeken(const std::vector<Lucka>& luckor) {
 // Whether the table can no longer be won because no column will ever be empty again and a
 // card can then never be thrown out.
 //
-// Take a set of cards, none an ace, such that for each card X of the set every card of its
-// suit that ranks higher lies (or will be dealt) in X's own column, or lies in another
-// column now under a card of the set or an ace. Suppose further that every column holds now
-// an ace or a card of the set. Then no card of the set or ace ever leaves, and no column ever
-// empties: look at the first move that does any of these. A column empties only when all its
-// cards have left, its ace or card of the set among them. An ace only moves into an empty
-// column, of which there is none yet. A card of the set leaves, with no empty column to move
-// into, only when thrown out, beaten by a higher card of its suit on top of another column;
-// but those lie in its own column, where the two are never both on top, or under a card of
-// the set or an ace that has not left. (A higher card still in the
-// stock, bound for another column, is on top there when dealt, so it takes the card out of
-// the set.) A card that never leaves keeps the game from being won. The largest such set is
-// found by starting from every card but the aces and striking out each card that fails,
-// until none does.
+// Give each card in play the presses between which it can lie on top: from its own press
+// (now, for a card in a column) until the press that deals onto its column the first card
+// above it that never leaves (never, if none comes; now, if one lies above it already).
+// Take a set of cards, none an ace, such that no card of the set can lie on top at the same
+// time as a higher card of its suit in another column, with the aces and the set's cards
+// counted as the cards that never leave. Suppose further that every column holds now an ace
+// or a card of the set. Then no card of the set or ace ever leaves, and no column ever
+// empties: look at the first move that does any of these. Until then no column was empty,
+// so no card changed column: each lay where it was or where the stock dealt it (no column
+// can reach its last place), and the aces and the set's cards covered what they covered.
+// A column empties only when all its cards have left, its ace or card of the set among
+// them. An ace only moves into an empty column, of which there is none yet. A card of the
+// set leaves, with no empty column to move into, only when thrown out, on top beside a
+// higher card of its suit on top of another column: both between their presses, which the
+// set rules out. A card that never leaves keeps the game from being won. Taking a card out
+// of the set only lengthens the others' times, so the largest such set is found by starting
+// from every card but the aces and taking out each card that fails, until none does.
 bool AldrigTomKolumn(const std::vector<Lucka>& luckor) {
     for (int c = 0; c < kKolumner; ++c)
         if (luckor[KolumnBas(c)].Tom())
@@ -315,55 +333,81 @@ bool AldrigTomKolumn(const std::vector<Lucka>& luckor) {
         return false;
     const std::array<int, kKolumner> nu = Hojder(luckor);
     const Rader kolumner = KolumnerMedLeken(luckor);
+    constexpr int kAldrig = 1000;
     std::array<int, 52> kolumn;
-    std::array<int, 52> hojd;
+    std::array<int, 52> plats{};
+    std::array<int, 52> fran{};
+    std::array<int, 52> till{};
     std::array<bool, 52> kvar{};
-    kolumn.fill(-1);
-    for (int c = 0; c < kKolumner; ++c)
-        for (std::size_t p = 0; p < kolumner[static_cast<size_t>(c)].size(); ++p) {
-            const int k = kolumner[static_cast<size_t>(c)][p];
-            kolumn[static_cast<size_t>(k)] = c;
-            hojd[static_cast<size_t>(k)] = static_cast<int>(p);
-            kvar[static_cast<size_t>(k)] = k % 13 != 0;
-        }
-    // The cards struck out so far, and for each column the lowest place from which every card
-    // now in it is struck out: a card at or above the place just under it is on top once
-    // those have gone, and strikes out each lower card of its suit in another column.
-    std::array<int, kKolumner> fri = nu;
+    // The cards to look at (again), the top ones first; and for each column how many of its
+    // cards now are aces or still in the set.
     std::array<int, 52> ko;
-    int forst = 0;
-    int sist = 0;
-    auto fram = [&](int c, int fran, int till) {
-        for (int p = std::max(fran, 0); p < till; ++p)
-            ko[static_cast<size_t>(sist++)] =
-                kolumner[static_cast<size_t>(c)][static_cast<size_t>(p)];
-    };
-    for (int c = 0; c < kKolumner; ++c)
-        fram(c, nu[static_cast<size_t>(c)] - 1,
-             static_cast<int>(kolumner[static_cast<size_t>(c)].size()));
-    auto staende = [&](int k) { return k % 13 == 0 || kvar[static_cast<size_t>(k)]; };
-    while (forst < sist) {
-        const int w = ko[static_cast<size_t>(forst++)];
-        for (int x = w - w % 13; x < w - w % 13 + 13; ++x) {
-            const int c = kolumn[static_cast<size_t>(x)];
-            if (!kvar[static_cast<size_t>(x)] || KodRang(x) >= KodRang(w) ||
-                c == kolumn[static_cast<size_t>(w)])
-                continue;
-            kvar[static_cast<size_t>(x)] = false;
-            const int fore = fri[static_cast<size_t>(c)];
-            if (hojd[static_cast<size_t>(x)] != fore - 1)
-                continue;
-            int& ny = fri[static_cast<size_t>(c)];
-            while (ny > 0 &&
-                   !staende(kolumner[static_cast<size_t>(c)][static_cast<size_t>(ny - 1)]))
-                --ny;
-            fram(c, ny - 1, fore - 1);
-        }
-    }
+    int antal = 0;
+    std::array<int, kKolumner> staende = nu;
+    // The cards in play of each suit.
+    std::array<std::array<int, 13>, 4> ifarg;
+    std::array<int, 4> iFargen{};
+    kolumn.fill(-1);
     for (int c = 0; c < kKolumner; ++c) {
-        const Rad& kolumnen = kolumner[static_cast<size_t>(c)];
-        if (std::none_of(kolumnen.begin(), kolumnen.begin() + nu[static_cast<size_t>(c)], staende))
+        const Rad& rad = kolumner[static_cast<size_t>(c)];
+        const int hojd = nu[static_cast<size_t>(c)];
+        int forst = kAldrig;
+        for (int p = static_cast<int>(rad.size()); p-- > 0;) {
+            const auto k = static_cast<size_t>(rad[static_cast<size_t>(p)]);
+            kolumn[k] = c;
+            plats[k] = p;
+            fran[k] = p < hojd ? 0 : p - hojd + 1;
+            kvar[k] = k % 13 != 0;
+            till[k] = forst;
+            forst = fran[k];
+            ifarg[k / 13][static_cast<size_t>(iFargen[k / 13]++)] = static_cast<int>(k);
+        }
+        for (int p = static_cast<int>(rad.size()); p-- > hojd;)
+            if (kvar[static_cast<size_t>(rad[static_cast<size_t>(p)])])
+                ko[static_cast<size_t>(antal++)] = rad[static_cast<size_t>(p)];
+    }
+    for (int c = 0; c < kKolumner; ++c)
+        for (int p = 0; p < nu[static_cast<size_t>(c)]; ++p)
+            if (kvar[static_cast<size_t>(kolumner[static_cast<size_t>(c)][static_cast<size_t>(p)])])
+                ko[static_cast<size_t>(antal++)] =
+                    kolumner[static_cast<size_t>(c)][static_cast<size_t>(p)];
+    std::array<bool, 52> iKo = kvar;
+    while (antal > 0) {
+        const int x = ko[static_cast<size_t>(--antal)];
+        iKo[static_cast<size_t>(x)] = false;
+        const int c = kolumn[static_cast<size_t>(x)];
+        const std::array<int, 13>& farg = ifarg[static_cast<size_t>(x / 13)];
+        bool slas = false;
+        for (int i = 0; i < iFargen[static_cast<size_t>(x / 13)] && !slas; ++i) {
+            const auto w = static_cast<size_t>(farg[static_cast<size_t>(i)]);
+            slas = kolumn[w] != c && KodRang(static_cast<int>(w)) > KodRang(x) &&
+                   std::max(fran[static_cast<size_t>(x)], fran[w]) <
+                       std::min(till[static_cast<size_t>(x)], till[w]);
+        }
+        if (!slas)
+            continue;
+        kvar[static_cast<size_t>(x)] = false;
+        if (plats[static_cast<size_t>(x)] < nu[static_cast<size_t>(c)] &&
+            --staende[static_cast<size_t>(c)] == 0)
             return false;
+        // The cards under it, down to the next that never leaves, are covered for good only
+        // when its own cover comes; they and the lower cards of their suits are looked at
+        // again.
+        const Rad& rad = kolumner[static_cast<size_t>(c)];
+        for (int p = plats[static_cast<size_t>(x)]; p-- > 0;) {
+            const int y = rad[static_cast<size_t>(p)];
+            till[static_cast<size_t>(y)] = till[static_cast<size_t>(x)];
+            for (int i = 0; i < iFargen[static_cast<size_t>(y / 13)]; ++i) {
+                const int v = ifarg[static_cast<size_t>(y / 13)][static_cast<size_t>(i)];
+                if (kvar[static_cast<size_t>(v)] && !iKo[static_cast<size_t>(v)] &&
+                    KodRang(v) <= KodRang(y)) {
+                    iKo[static_cast<size_t>(v)] = true;
+                    ko[static_cast<size_t>(antal++)] = v;
+                }
+            }
+            if (y % 13 == 0 || kvar[static_cast<size_t>(y)])
+                break;
+        }
     }
     return std::find(kvar.begin(), kvar.end(), true) != kvar.end();
 }
