@@ -465,78 +465,6 @@ bool LagreIAnnanKolumn(const std::vector<Lucka>& luckor, int lucka) {
     return false;
 }
 
-// Whether the card `kort` of column `c` can be beaten before the stock's press number
-// `giv` (counted from the next, 0) while no ace moves: a higher card of its suit lies in
-// another column, not under that column's first ace, or is dealt onto one before that press.
-bool KanSlasFore(const Rader& kolumner, const std::array<int, kKolumner>& nu,
-                 const std::array<int, kKolumner>& essPlats, int c, int kort, int giv) {
-    for (int d = 0; d < kKolumner; ++d) {
-        if (d == c)
-            continue;
-        const Rad& k = kolumner[static_cast<size_t>(d)];
-        const int dnu = nu[static_cast<size_t>(d)];
-        const int essNu =
-            essPlats[static_cast<size_t>(d)] < dnu ? essPlats[static_cast<size_t>(d)] : -1;
-        for (int p = 0; p < static_cast<int>(k.size()); ++p) {
-            const int w = k[static_cast<size_t>(p)];
-            if (w / 13 != kort / 13 || KodRang(w) <= KodRang(kort))
-                continue;
-            if (p < dnu ? essNu <= p : p - dnu < giv)
-                return true;
-        }
-    }
-    return false;
-}
-
-// Whether a card that is not an ace lies at a column's base for good. Suppose no column is
-// empty now, no column can reach its last place, and each column without an ace now holds
-// a card that nothing can beat before an ace is dealt onto that column (ever, if none is):
-// every higher card of its suit lies in the same column, or in another column under an ace,
-// or will be dealt onto another column no sooner than that ace. Then no column is ever
-// empty again. Look at the first move that empties a column: until then no ace moved (that
-// takes an empty column), so every card went where the stock deals it and the aces lay where
-// they were. The column held no ace then, so no ace had been dealt onto it, and each card it
-// held now was thrown out by then (there was no empty column to move into), that card among
-// them; but it could be beaten by no card on top of another column by then, as a card under
-// an ace stays covered. So a base that is not an ace never leaves, and a won table holds
-// nothing but the aces.
-bool BasForGott(const std::vector<Lucka>& luckor) {
-    if (!InomKanten(luckor))
-        return false;
-    bool essBaser = true;
-    for (int c = 0; c < kKolumner; ++c) {
-        if (luckor[KolumnBas(c)].Tom())
-            return false;
-        essBaser = essBaser && luckor[KolumnBas(c)].GeKort().KortValor() == 1;
-    }
-    if (essBaser)
-        return false;
-    const std::array<int, kKolumner> nu = Hojder(luckor);
-    const Rader kolumner = KolumnerMedLeken(luckor);
-    // Where each column's first ace lies in it, counted from its base; past its end for none.
-    std::array<int, kKolumner> essPlats{};
-    for (int c = 0; c < kKolumner; ++c) {
-        const Rad& k = kolumner[static_cast<size_t>(c)];
-        const auto ess = std::find_if(k.begin(), k.end(), [](int kort) { return kort % 13 == 0; });
-        essPlats[static_cast<size_t>(c)] = static_cast<int>(ess - k.begin());
-    }
-    for (int c = 0; c < kKolumner; ++c) {
-        const int hojd = nu[static_cast<size_t>(c)];
-        if (essPlats[static_cast<size_t>(c)] < hojd)
-            continue;
-        // The press that deals the column's first ace, and whether a card of the column now
-        // can be beaten by nothing before then.
-        const int essGiv = essPlats[static_cast<size_t>(c)] - hojd;
-        bool fast = false;
-        for (int x = 0; x < hojd && !fast; ++x)
-            fast = !KanSlasFore(kolumner, nu, essPlats, c,
-                                kolumner[static_cast<size_t>(c)][static_cast<size_t>(x)], essGiv);
-        if (!fast)
-            return false;
-    }
-    return true;
-}
-
 bool Kasserar(const Drag& d) {
     return d.slag == DragSlag::Kort && d.till >= kForstaKasserad;
 }
@@ -660,7 +588,7 @@ public:
     }
 
     bool Hopplos(const SpelBord& b) const override {
-        return SistaGivenStannar(b.luckor) || BasForGott(b.luckor) || AldrigTomKolumn(b.luckor);
+        return SistaGivenStannar(b.luckor) || AldrigTomKolumn(b.luckor);
     }
 
     // For the quick first pass: any card that can be thrown out is.
