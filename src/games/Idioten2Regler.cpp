@@ -202,6 +202,21 @@ HiscoreResultat Resultat(const Stallning& bord) {
 
 namespace {
 
+// How many of the slots `forsta`, `forsta` + 1, ... (at most `antal`) hold cards, when they
+// are filled from the first without a gap: found by halving, as a search asks for the
+// stock's at every table, several times.
+int Fyllda(const std::vector<Lucka>& luckor, int forsta, int antal) {
+    int fyllda = 0;
+    while (fyllda < antal) {
+        const int mitt = (fyllda + antal + 1) / 2;
+        if (luckor[forsta + mitt - 1].Tom())
+            antal = mitt - 1;
+        else
+            fyllda = mitt;
+    }
+    return fyllda;
+}
+
 // How many cards each column holds; they lie from its base up without a gap.
 std::array<int, kKolumner> Hojder(const std::vector<Lucka>& luckor) {
     std::array<int, kKolumner> hojd{};
@@ -212,19 +227,9 @@ std::array<int, kKolumner> Hojder(const std::vector<Lucka>& luckor) {
     return hojd;
 }
 
-// How many cards the stock holds: they lie from its first slot up without a gap, so the
-// first empty slot is found by halving (a search asks at every table, several times).
+// How many cards the stock holds: they lie from its first slot up without a gap.
 int KortILeken(const std::vector<Lucka>& luckor) {
-    int fyllda = 0;
-    int ovre = kSistaLek - kForstaLek + 1;
-    while (fyllda < ovre) {
-        const int mitt = (fyllda + ovre + 1) / 2;
-        if (luckor[kForstaLek + mitt - 1].Tom())
-            ovre = mitt - 1;
-        else
-            fyllda = mitt;
-    }
-    return fyllda;
+    return Fyllda(luckor, kForstaLek, kSistaLek - kForstaLek + 1);
 }
 
 // The stock's top slot, or kForstaLek − 1 when it is empty.
@@ -344,7 +349,7 @@ bool AldrigTomKolumn(const std::vector<Lucka>& luckor) {
     std::array<int, 52> ko;
     int antal = 0;
     std::array<int, kKolumner> staende = nu;
-    // The cards in play of each suit.
+    // The cards in play of each suit, highest first.
     std::array<std::array<int, 13>, 4> ifarg;
     std::array<int, 4> iFargen{};
     kolumn.fill(-1);
@@ -360,7 +365,6 @@ bool AldrigTomKolumn(const std::vector<Lucka>& luckor) {
             kvar[k] = k % 13 != 0;
             till[k] = forst;
             forst = fran[k];
-            ifarg[k / 13][static_cast<size_t>(iFargen[k / 13]++)] = static_cast<int>(k);
         }
         for (int p = static_cast<int>(rad.size()); p-- > hojd;)
             if (kvar[static_cast<size_t>(rad[static_cast<size_t>(p)])])
@@ -371,6 +375,13 @@ bool AldrigTomKolumn(const std::vector<Lucka>& luckor) {
             if (kvar[static_cast<size_t>(kolumner[static_cast<size_t>(c)][static_cast<size_t>(p)])])
                 ko[static_cast<size_t>(antal++)] =
                     kolumner[static_cast<size_t>(c)][static_cast<size_t>(p)];
+    for (int f = 0; f < 4; ++f)
+        for (int v = 13; v >= 1; --v) {
+            const int k = 13 * f + v % 13;
+            if (kolumn[static_cast<size_t>(k)] >= 0)
+                ifarg[static_cast<size_t>(f)]
+                     [static_cast<size_t>(iFargen[static_cast<size_t>(f)]++)] = k;
+        }
     std::array<bool, 52> iKo = kvar;
     while (antal > 0) {
         const int x = ko[static_cast<size_t>(--antal)];
@@ -378,11 +389,10 @@ bool AldrigTomKolumn(const std::vector<Lucka>& luckor) {
         const int c = kolumn[static_cast<size_t>(x)];
         const std::array<int, 13>& farg = ifarg[static_cast<size_t>(x / 13)];
         bool slas = false;
-        for (int i = 0; i < iFargen[static_cast<size_t>(x / 13)] && !slas; ++i) {
+        for (int i = 0; farg[static_cast<size_t>(i)] != x && !slas; ++i) {
             const auto w = static_cast<size_t>(farg[static_cast<size_t>(i)]);
-            slas = kolumn[w] != c && KodRang(static_cast<int>(w)) > KodRang(x) &&
-                   std::max(fran[static_cast<size_t>(x)], fran[w]) <
-                       std::min(till[static_cast<size_t>(x)], till[w]);
+            slas = kolumn[w] != c && std::max(fran[static_cast<size_t>(x)], fran[w]) <
+                                         std::min(till[static_cast<size_t>(x)], till[w]);
         }
         if (!slas)
             continue;
@@ -397,13 +407,15 @@ bool AldrigTomKolumn(const std::vector<Lucka>& luckor) {
         for (int p = plats[static_cast<size_t>(x)]; p-- > 0;) {
             const int y = rad[static_cast<size_t>(p)];
             till[static_cast<size_t>(y)] = till[static_cast<size_t>(x)];
-            for (int i = 0; i < iFargen[static_cast<size_t>(y / 13)]; ++i) {
-                const int v = ifarg[static_cast<size_t>(y / 13)][static_cast<size_t>(i)];
-                if (kvar[static_cast<size_t>(v)] && !iKo[static_cast<size_t>(v)] &&
-                    KodRang(v) <= KodRang(y)) {
+            const std::array<int, 13>& dess = ifarg[static_cast<size_t>(y / 13)];
+            for (int i = iFargen[static_cast<size_t>(y / 13)]; i-- > 0;) {
+                const int v = dess[static_cast<size_t>(i)];
+                if (kvar[static_cast<size_t>(v)] && !iKo[static_cast<size_t>(v)]) {
                     iKo[static_cast<size_t>(v)] = true;
                     ko[static_cast<size_t>(antal++)] = v;
                 }
+                if (v == y)
+                    break;
             }
             if (y % 13 == 0 || kvar[static_cast<size_t>(y)])
                 break;
@@ -518,7 +530,7 @@ public:
                 if (hojd[static_cast<size_t>(e)] == 0)
                     dragen.push_back(KortDrag(topp, KolumnBas(e)));
         }
-        if (!kLeken.Tom(luckor))
+        if (!luckor[kForstaLek].Tom())
             dragen.push_back(KnappDrag());
         return true;
     }
@@ -577,7 +589,7 @@ public:
             }
             if (!inom)
                 return -1;
-            if (kLeken.Tom(luckor) || LagreUtanDetta(luckor, d.fran))
+            if (luckor[kForstaLek].Tom() || LagreUtanDetta(luckor, d.fran))
                 return static_cast<int>(i);
             if (essOveralt < 0)
                 essOveralt = EssIVarjeKolumn(luckor) ? 1 : 0;
