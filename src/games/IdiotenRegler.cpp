@@ -7,6 +7,7 @@
 #include <array>
 #include <bit>
 #include <cstdint>
+#include <cstring>
 #include <string>
 
 namespace IdiotenRegler {
@@ -271,18 +272,30 @@ constexpr std::uint64_t kVanstraKanten = Bit(0) | Bit(13) | Bit(26) | Bit(39);
 struct Rutor {
     std::array<int, 52> kort;
     std::array<int, 52> var;
+    std::uint64_t fyllda = 0; // the slots that hold a card
     bool essIRutnatet = false;
-    bool operator==(const Rutor&) const = default;
 };
 
-Rutor LasRutor(const std::vector<Lucka>& luckor) {
+// The grid's card codes, one byte a slot (KortKod: 0 for a gap): what tells two tables
+// apart to the analysis.
+using Koder = std::array<char, 52>;
+
+Koder LasKoder(const std::vector<Lucka>& luckor) {
+    Koder k;
+    for (int i = kForstaRutan; i <= kSistaRutan; ++i)
+        k[static_cast<size_t>(i)] = KortKod(luckor[i]);
+    return k;
+}
+
+Rutor LasRutor(const Koder& koder) {
     Rutor r;
     r.var.fill(-1);
     for (int i = kForstaRutan; i <= kSistaRutan; ++i) {
-        const int kod = KortKod(luckor[i]) - 1;
+        const int kod = koder[static_cast<size_t>(i)] - 1;
         r.kort[static_cast<size_t>(i)] = kod;
         if (kod < 0)
             continue;
+        r.fyllda |= std::uint64_t{1} << i;
         r.var[static_cast<size_t>(kod)] = i;
         if (kod % 13 == 0)
             r.essIRutnatet = true;
@@ -317,31 +330,30 @@ struct Rorlighet {
 
 Rorlighet RaknaRorlighet(const Rutor& r, std::uint64_t tvungna = 0, std::uint64_t stangda = 0) {
     Rorlighet ro;
-    std::uint64_t fasta = 0;
-    for (int i = kForstaRutan; i <= kSistaRutan; ++i)
-        if (r.kort[static_cast<size_t>(i)] >= 0)
-            fasta |= Bit(i);
+    std::array<std::uint64_t, 52> egna{}; // each card's own slot; 0 when not in the grid
+    for (int kod = 0; kod < 52; ++kod)
+        if (r.var[static_cast<size_t>(kod)] >= 0)
+            egna[static_cast<size_t>(kod)] = Bit(r.var[static_cast<size_t>(kod)]);
+    std::uint64_t fasta = r.fyllda;
+    // The slots a card may go to: neither held by a card of F nor closed. A card's own
+    // slot is never closed, so striking it out opens it.
+    std::uint64_t oppna = kHelaRutnatet & ~fasta & ~stangda;
     for (bool andrat = true; andrat;) {
         andrat = false;
         for (int farg = 0; farg < 4; ++farg) {
             std::uint64_t under = 0;
-            for (int v = 1; v < 13; ++v) {
-                const int kod = 13 * farg + v;
-                const int ruta = r.var[static_cast<size_t>(kod)];
-                std::uint64_t nar = 0;
-                if (ruta >= 0) {
-                    const std::uint64_t egen = Bit(ruta);
-                    if (tvungna & egen) {
-                        nar = egen;
-                    } else {
-                        const std::uint64_t dit =
-                            v == 1 ? kVanstraKanten : (under << 1) & ~kVanstraKanten;
-                        const std::uint64_t nya = dit & kHelaRutnatet & ~fasta & ~stangda;
-                        nar = egen | nya;
-                        if (nya != 0 && (fasta & egen) != 0) {
-                            fasta &= ~egen;
-                            andrat = true;
-                        }
+            for (int kod = 13 * farg + 1; kod < 13 * farg + 13; ++kod) {
+                const std::uint64_t egen = egna[static_cast<size_t>(kod)];
+                std::uint64_t nar = egen;
+                if (egen != 0 && (tvungna & egen) == 0) {
+                    const std::uint64_t dit =
+                        kod == 13 * farg + 1 ? kVanstraKanten : (under << 1) & ~kVanstraKanten;
+                    const std::uint64_t nya = dit & oppna;
+                    nar |= nya;
+                    if (nya != 0 && (fasta & egen) != 0) {
+                        fasta &= ~egen;
+                        oppna |= egen;
+                        andrat = true;
                     }
                 }
                 ro.nar[static_cast<size_t>(kod)] = nar;
@@ -513,7 +525,7 @@ std::uint64_t Urval(const Rutor& r, const Rorlighet& fria) {
 // What the search asks of one table, looked at once: whether it is hopeless, and the gaps
 // whose moves it tries (see Urval).
 struct Granskning {
-    Rutor rutor;
+    Koder koder{};
     bool hopplos = false;
     std::uint64_t urval = 0;
     bool giltig = false;
@@ -521,13 +533,14 @@ struct Granskning {
 
 const Granskning& Granska(const std::vector<Lucka>& luckor) {
     thread_local Granskning senast;
-    Rutor r = LasRutor(luckor);
-    if (senast.giltig && senast.rutor == r)
+    const Koder koder = LasKoder(luckor);
+    if (senast.giltig && senast.koder == koder)
         return senast;
-    senast.rutor = r;
+    senast.koder = koder;
     senast.giltig = true;
     senast.hopplos = false;
     senast.urval = 0;
+    const Rutor r = LasRutor(koder);
     if (r.essIRutnatet)
         return senast;
     const Rorlighet fria = RaknaRorlighet(r);
@@ -554,13 +567,14 @@ public:
     // any two, and each row is built alone), so the key holds the four rows in order of
     // their cards. The stock, the aces and the deal stay as they were within an attempt.
     void Nyckel(const SpelBord& b, std::string& nyckel) const override {
-        std::array<std::string, kRader> rader;
+        const Koder koder = LasKoder(b.luckor);
+        std::array<const char*, kRader> rader;
         for (int r = 0; r < kRader; ++r)
-            for (int c = 0; c < kKolumner; ++c)
-                rader[static_cast<size_t>(r)].push_back(KortKod(b.luckor[kKolumner * r + c]));
-        std::sort(rader.begin(), rader.end());
-        for (const std::string& rad : rader)
-            nyckel += rad;
+            rader[static_cast<size_t>(r)] = koder.data() + kKolumner * r;
+        std::sort(rader.begin(), rader.end(),
+                  [](const char* x, const char* y) { return std::memcmp(x, y, kKolumner) < 0; });
+        for (const char* rad : rader)
+            nyckel.append(rad, kKolumner);
         nyckel.push_back(static_cast<char>(static_cast<const Stallning&>(b).forsok));
         nyckel.push_back(static_cast<char>(LekensTopp(b.luckor) + 1));
     }
