@@ -326,9 +326,15 @@ Rutor LasRutor(const Koder& koder) {
 struct Rorlighet {
     std::uint64_t fasta = 0;             // the slots of the cards of F
     std::array<std::uint64_t, 52> nar{}; // by card code
+    bool brusten = false;                // a card that was needed in F was struck out
 };
 
-Rorlighet RaknaRorlighet(const Rutor& r, std::uint64_t tvungna = 0, std::uint64_t stangda = 0) {
+//
+// A caller that needs the cards of some slots (`behovda`) in F learns it has lost one as
+// soon as that card is struck out: striking out never puts a card back. The count then
+// stops, `brusten` is set, and the rest of the answer is not to be read.
+Rorlighet RaknaRorlighet(const Rutor& r, std::uint64_t tvungna = 0, std::uint64_t stangda = 0,
+                         std::uint64_t behovda = 0) {
     Rorlighet ro;
     std::array<std::uint64_t, 52> egna{}; // each card's own slot; 0 when not in the grid
     for (int kod = 0; kod < 52; ++kod)
@@ -351,6 +357,10 @@ Rorlighet RaknaRorlighet(const Rutor& r, std::uint64_t tvungna = 0, std::uint64_
                     const std::uint64_t nya = dit & oppna;
                     nar |= nya;
                     if (nya != 0 && (fasta & egen) != 0) {
+                        if (behovda & egen) {
+                            ro.brusten = true;
+                            return ro;
+                        }
                         fasta &= ~egen;
                         oppna |= egen;
                         andrat = true;
@@ -421,6 +431,26 @@ bool UrvaletHaller(const Rutor& r, const std::array<Oppning, 52>& oppna, int ant
     return true;
 }
 
+// The slots whose cards (a) and (b) ask to be in F, apart from what `stangda` holds
+// already: UrvaletHaller fails whenever one of them is not.
+std::uint64_t Behovda(const Rutor& r, const std::array<Oppning, 52>& oppna, int antal,
+                      unsigned valda, std::uint64_t stangda, bool kant) {
+    std::uint64_t behov = kant ? kVanstraKanten : 0;
+    for (int i = 0; i < antal; ++i) {
+        if (!(valda >> i & 1u))
+            continue;
+        const Oppning& o = oppna[static_cast<size_t>(i)];
+        if (!ForstaKolumnen(o.ruta))
+            behov |= Bit(o.ruta - 1);
+        for (std::uint64_t kvar = o.kortRutor; kvar != 0; kvar &= kvar - 1) {
+            const int p = std::countr_zero(kvar);
+            if (p % kKolumner != kKolumner - 1 && r.kort[static_cast<size_t>(p)] % 13 != 12)
+                behov |= Bit(p + 1);
+        }
+    }
+    return behov & ~stangda;
+}
+
 // Forcing cards and closing slots only makes fewer places reachable, so the cards that
 // never move in every play (`fria`, from the table alone) never move in these plays either:
 // when they alone show (a) and (b), the longer count is not needed.
@@ -448,8 +478,10 @@ std::uint64_t ProvaUrval(const Rutor& r, const Rorlighet& fria,
             rorliga |= oppna[static_cast<size_t>(i)].kortRutor;
     if (!UrvaletHaller(r, oppna, antal, valda, ~rorliga & kHelaRutnatet, stangda, kant))
         return 0;
-    const Rorlighet ro = RaknaRorlighet(r, tvungna, stangda);
-    return UrvaletHaller(r, oppna, antal, valda, ro.fasta, stangda, kant) ? stangda : 0;
+    const Rorlighet ro =
+        RaknaRorlighet(r, tvungna, stangda, Behovda(r, oppna, antal, valda, stangda, kant));
+    return !ro.brusten && UrvaletHaller(r, oppna, antal, valda, ro.fasta, stangda, kant) ? stangda
+                                                                                         : 0;
 }
 
 // The gaps whose moves alone a search need try from this table, as slots; 0 for all.
