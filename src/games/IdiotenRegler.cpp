@@ -379,16 +379,17 @@ Rorlighet RaknaRorlighet(const Rutor& r, std::uint64_t tvungna = 0, std::uint64_
 // must be a row for each suit, a different one for each, where every card of the suit can
 // still come to its column.
 bool RaderRacker(const Rorlighet& ro) {
+    // Shifting each card's Nar left by its column brings its column of every row to that
+    // row's left end: what is left there after all twelve are taken together are the rows.
     std::array<unsigned, 4> mojliga{};
-    for (int farg = 0; farg < 4; ++farg)
-        for (int rad = 0; rad < kRader; ++rad) {
-            bool alla = true;
-            for (int v = 1; v < 13 && alla; ++v)
-                alla = (ro.nar[static_cast<size_t>(13 * farg + v)] &
-                        Bit(kKolumner * rad + v - 1)) != 0;
-            if (alla)
+    for (int farg = 0; farg < 4; ++farg) {
+        std::uint64_t alla = kVanstraKanten;
+        for (int v = 1; v < 13; ++v)
+            alla &= ro.nar[static_cast<size_t>(13 * farg + v)] >> (v - 1);
+        for (int rad = 0; rad < kRader; ++rad)
+            if (alla & Bit(kKolumner * rad))
                 mojliga[static_cast<size_t>(farg)] |= 1u << rad;
-        }
+    }
     auto ge = [&](auto&& sjalv, int farg, unsigned tagna) -> bool {
         if (farg == 4)
             return true;
@@ -469,10 +470,7 @@ std::uint64_t ProvaUrval(const Rutor& r, const Rorlighet& fria,
     if (UrvaletHaller(r, oppna, antal, valda, fria.fasta | tvungna, stangda, kant))
         return stangda;
     // A gap outside G, and a card that can move into one now, are in no such F.
-    std::uint64_t rorliga = 0;
-    for (int i = 0; i < kSistaRutan + 1; ++i)
-        if (r.kort[static_cast<size_t>(i)] < 0 && (stangda & Bit(i)) == 0)
-            rorliga |= Bit(i);
+    std::uint64_t rorliga = kHelaRutnatet & ~r.fyllda & ~stangda;
     for (int i = 0; i < antal; ++i)
         if (!(valda >> i & 1u))
             rorliga |= oppna[static_cast<size_t>(i)].kortRutor;
