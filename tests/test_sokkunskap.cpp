@@ -160,16 +160,9 @@ void IdiotenBlandadSlut(Bygge& b, int kolumner, std::mt19937& slump) {
                      K(static_cast<kortfarg>((kort[i] - 1) / 13), (kort[i] - 1) % 13 + 1)}});
 }
 
-// A won Idioten 1 table whose four gaps (the last column), two rows' left ends and `kort`
-// other slots, chosen at random anywhere in the grid, are laid out again at random.
-void IdiotenBlandadeRutor(Bygge& b, int kort, std::mt19937& slump) {
-    const int rad = static_cast<int>(slump() % 4);
-    std::vector<int> platser = {12, 25, 38, 51, 13 * rad, 13 * ((rad + 1 + kort % 2) % 4)};
-    while (static_cast<int>(platser.size()) < 6 + kort) {
-        int ruta = static_cast<int>(slump() % 52);
-        if (std::find(platser.begin(), platser.end(), ruta) == platser.end())
-            platser.push_back(ruta);
-    }
+// A won Idioten 1 table whose slots `platser` have their contents (cards and gaps) laid out
+// again at random.
+void IdiotenBlandaPlatser(Bygge& b, const std::vector<int>& platser, std::mt19937& slump) {
     std::vector<int> innehall; // 13·suit + value, 0 for a gap
     for (int ruta : platser)
         innehall.push_back(ruta % 13 == 12 ? 0 : 13 * (ruta / 13) + ruta % 13 + 2);
@@ -183,6 +176,19 @@ void IdiotenBlandadeRutor(Bygge& b, int kort, std::mt19937& slump) {
         if (k != 0)
             b.Lagg({{ruta, K(static_cast<kortfarg>((k - 1) / 13), (k - 1) % 13 + 1)}});
     }
+}
+
+// A won Idioten 1 table whose four gaps (the last column), two rows' left ends and `kort`
+// other slots, chosen at random anywhere in the grid, are laid out again at random.
+void IdiotenBlandadeRutor(Bygge& b, int kort, std::mt19937& slump) {
+    const int rad = static_cast<int>(slump() % 4);
+    std::vector<int> platser = {12, 25, 38, 51, 13 * rad, 13 * ((rad + 1 + kort % 2) % 4)};
+    while (static_cast<int>(platser.size()) < 6 + kort) {
+        int ruta = static_cast<int>(slump() % 52);
+        if (std::find(platser.begin(), platser.end(), ruta) == platser.end())
+            platser.push_back(ruta);
+    }
+    IdiotenBlandaPlatser(b, platser, slump);
 }
 
 // A won Idioten 1 table whose four gaps (the last column) and `kolumner` slots in each of
@@ -204,18 +210,7 @@ void IdiotenBlandadMitt(Bygge& b, int rader, int kolumner, bool kant, std::mt199
             platser.push_back(ruta);
             ++k;
         }
-    std::vector<int> innehall; // 13·suit + value, 0 for a gap
-    for (int ruta : platser)
-        innehall.push_back(ruta % 13 == 12 ? 0 : 13 * (ruta / 13) + ruta % 13 + 2);
-    std::shuffle(innehall.begin(), innehall.end(), slump);
-    for (int ruta = 0; ruta < 52; ++ruta) {
-        auto var = std::find(platser.begin(), platser.end(), ruta);
-        const int k = var == platser.end()
-                          ? (ruta % 13 == 12 ? 0 : 13 * (ruta / 13) + ruta % 13 + 2)
-                          : innehall[static_cast<std::size_t>(var - platser.begin())];
-        if (k != 0)
-            b.Lagg({{ruta, K(static_cast<kortfarg>((k - 1) / 13), (k - 1) % 13 + 1)}});
-    }
+    IdiotenBlandaPlatser(b, platser, slump);
 }
 
 constexpr int kEightoff = 9;

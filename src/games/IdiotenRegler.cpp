@@ -329,7 +329,6 @@ struct Rorlighet {
     bool brusten = false;                // a card that was needed in F was struck out
 };
 
-//
 // A caller that needs the cards of some slots (`behovda`) in F learns it has lost one as
 // soon as that card is struck out: striking out never puts a card back. The count then
 // stops, `brusten` is set, and the rest of the answer is not to be read.
@@ -478,8 +477,9 @@ std::uint64_t ProvaUrval(const Rutor& r, const Rorlighet& fria,
         return 0;
     const Rorlighet ro =
         RaknaRorlighet(r, tvungna, stangda, Behovda(r, oppna, antal, valda, stangda, kant));
-    return !ro.brusten && UrvaletHaller(r, oppna, antal, valda, ro.fasta, stangda, kant) ? stangda
-                                                                                         : 0;
+    if (ro.brusten || !UrvaletHaller(r, oppna, antal, valda, ro.fasta, stangda, kant))
+        return 0;
+    return stangda;
 }
 
 // The gaps whose moves alone a search need try from this table, as slots; 0 for all.
