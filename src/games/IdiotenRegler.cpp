@@ -272,7 +272,8 @@ constexpr std::uint64_t kVanstraKanten = Bit(0) | Bit(13) | Bit(26) | Bit(39);
 struct Rutor {
     std::array<int, 52> kort;
     std::array<int, 52> var;
-    std::uint64_t fyllda = 0; // the slots that hold a card
+    std::array<std::uint64_t, 52> egna{}; // each card's slot as a bit; 0 when not there
+    std::uint64_t fyllda = 0;             // the slots that hold a card
     bool essIRutnatet = false;
 };
 
@@ -296,6 +297,7 @@ Rutor LasRutor(const Koder& koder) {
         if (kod < 0)
             continue;
         r.fyllda |= std::uint64_t{1} << i;
+        r.egna[static_cast<size_t>(kod)] = std::uint64_t{1} << i;
         r.var[static_cast<size_t>(kod)] = i;
         if (kod % 13 == 0)
             r.essIRutnatet = true;
@@ -335,10 +337,6 @@ struct Rorlighet {
 Rorlighet RaknaRorlighet(const Rutor& r, std::uint64_t tvungna = 0, std::uint64_t stangda = 0,
                          std::uint64_t behovda = 0) {
     Rorlighet ro;
-    std::array<std::uint64_t, 52> egna{}; // each card's own slot; 0 when not in the grid
-    for (int kod = 0; kod < 52; ++kod)
-        if (r.var[static_cast<size_t>(kod)] >= 0)
-            egna[static_cast<size_t>(kod)] = Bit(r.var[static_cast<size_t>(kod)]);
     std::uint64_t fasta = r.fyllda;
     // The slots a card may go to: neither held by a card of F nor closed. A card's own
     // slot is never closed, so striking it out opens it.
@@ -348,7 +346,7 @@ Rorlighet RaknaRorlighet(const Rutor& r, std::uint64_t tvungna = 0, std::uint64_
         for (int farg = 0; farg < 4; ++farg) {
             std::uint64_t under = 0;
             for (int kod = 13 * farg + 1; kod < 13 * farg + 13; ++kod) {
-                const std::uint64_t egen = egna[static_cast<size_t>(kod)];
+                const std::uint64_t egen = r.egna[static_cast<size_t>(kod)];
                 std::uint64_t nar = egen;
                 if (egen != 0 && (tvungna & egen) == 0) {
                     const std::uint64_t dit =
