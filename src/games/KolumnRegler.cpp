@@ -567,6 +567,42 @@ void RadensDrag(const Plan& plan, const std::vector<Lucka>& luckor, const Malen&
     }
 }
 
+// A card's code as KortKod writes it (suit · 13 + value, 1..52) told apart again.
+struct KodTabell {
+    std::array<std::int8_t, 53> valor{};
+    std::array<std::int8_t, 53> farg{};
+    std::array<bool, 53> svart{};
+    constexpr KodTabell() {
+        for (int k = 1; k <= 52; ++k) {
+            valor[k] = static_cast<std::int8_t>((k - 1) % kNivaer + 1);
+            farg[k] = static_cast<std::int8_t>((k - 1) / kNivaer);
+            svart[k] = farg[k] == KLOVER || farg[k] == SPADER;
+        }
+    }
+};
+constexpr KodTabell kKod;
+
+std::uint8_t Kod(const Lucka& lucka) {
+    const Kort& k = lucka.GeKort();
+    return static_cast<std::uint8_t>(kNivaer * k.KortFarg() + k.KortValor());
+}
+
+// How many cards each of Freecell's eight columns holds: its cards lie from its base up.
+void KolumnLangder(const std::vector<Lucka>& l, std::array<int, kKolumner>& langd) {
+    for (int c = 0; c < kKolumner; ++c) {
+        const Lucka* p = l.data() + c * kPlatserPerKolumn;
+        int n = 0;
+        while (n < kPlatserPerKolumn && !p[n].Tom())
+            ++n;
+        langd[c] = n;
+    }
+}
+
+// The two codes follow each other in a run told by colour (as FallerIFarg).
+bool KoderFaller(std::uint8_t under, std::uint8_t kort) {
+    return kKod.valor[kort] == kKod.valor[under] - 1 && kKod.svart[kort] != kKod.svart[under];
+}
+
 // Freecell's shape: eight columns and up to four free cells with nothing between them and
 // four foundations of thirteen, the deck dealt out, runs told by alternating colour, the
 // empty columns and free cells counted as free places. A search lists its moves there
@@ -580,6 +616,10 @@ bool FricellsForm(const Plan& plan, const std::vector<Lucka>& luckor) {
            plan.forstaLek == SistaGrund(plan) + 1 && luckor[plan.forstaLek].Tom();
 }
 
+// More moves than a table of Freecell's shape can have: sixteen cards with at most five
+// places each, and at most twelve runs in each column with three places each.
+constexpr std::size_t kMestFricellsDrag = 16 * 5 + kKolumner * 12 * 3;
+
 // ListaDrag's moves one per class of empty place, in its order, on a table of Freecell's
 // shape: the piles in slot order (each column's runs longest first, then its top card; the
 // free cells; the foundations' tops), and each card's or run's places in the order the
@@ -588,24 +628,20 @@ bool FricellsForm(const Plan& plan, const std::vector<Lucka>& luckor) {
 // them apart. A run can move only onto a column (never a free cell), and the click finds no
 // place a drop does not.
 void FricellsDrag(const Plan& plan, const std::vector<Lucka>& l, std::vector<Drag>& ut) {
-    std::array<int, kKolumner> langd{};
-    std::array<int, 52> kolumnMed; // the column whose top card this is
+    std::array<int, kKolumner> langd;
+    KolumnLangder(l, langd);
+    std::array<int, 53> kolumnMed; // the column whose top card this is
     kolumnMed.fill(-1);
     int forstaTomma = -1;
     int fria = 0;
     for (int c = 0; c < kKolumner; ++c) {
-        const int bas = c * kPlatserPerKolumn;
-        int n = 0;
-        while (!l[bas + n].Tom())
-            ++n;
-        langd[c] = n;
+        const int n = langd[c];
         if (n == 0) {
             ++fria;
             if (forstaTomma < 0)
                 forstaTomma = c;
         } else {
-            const Kort& k = l[bas + n - 1].GeKort();
-            kolumnMed[k.KortFarg() * kNivaer + k.KortValor() - 1] = c;
+            kolumnMed[Kod(l[c * kPlatserPerKolumn + n - 1])] = c;
         }
     }
     int forstaTomCell = -1;
@@ -635,6 +671,8 @@ void FricellsDrag(const Plan& plan, const std::vector<Lucka>& l, std::vector<Dra
             hemValor[farg] = n + 1;
         }
     }
+    thread_local std::vector<Drag> buf(kMestFricellsDrag);
+    Drag* p = buf.data();
     auto tillKolumn = [&](int c) { return c * kPlatserPerKolumn + langd[c]; };
     // The columns whose tops a card of value v and this colour fits on, left to right.
     auto passar = [&](int v, bool svart, int(&c)[2]) {
@@ -642,75 +680,82 @@ void FricellsDrag(const Plan& plan, const std::vector<Lucka>& l, std::vector<Dra
         if (v >= kNivaer)
             return;
         const int f = svart ? HJARTER : KLOVER;
-        int a = kolumnMed[f * kNivaer + v];
-        int b = kolumnMed[(f + 1) * kNivaer + v];
+        int a = kolumnMed[f * kNivaer + v + 1];
+        int b = kolumnMed[(f + 1) * kNivaer + v + 1];
         if (a > b)
             std::swap(a, b);
         c[0] = a;
         c[1] = b;
     };
-    auto kortet = [&](int fran) {
-        const Kort& k = l[fran].GeKort();
-        const int v = k.KortValor();
-        const int farg = k.KortFarg();
+    auto kortet = [&](int fran, std::uint8_t kod) {
+        const int v = kKod.valor[kod];
+        const int farg = kKod.farg[kod];
         if (hem[farg] >= 0 && hemValor[farg] == v)
-            ut.push_back({DragSlag::Kort, fran, 1, -1, hem[farg]});
+            *p++ = {DragSlag::Kort, fran, 1, -1, hem[farg]};
         if (v == 1 && tomGrund >= 0)
-            ut.push_back({DragSlag::Kort, fran, 1, -1, tomGrund});
+            *p++ = {DragSlag::Kort, fran, 1, -1, tomGrund};
         int c[2];
-        passar(v, k.SvartFarg(), c);
-        for (int p : c)
-            if (p >= 0)
-                ut.push_back({DragSlag::Kort, fran, 1, -1, tillKolumn(p)});
+        passar(v, kKod.svart[kod], c);
+        for (int q : c)
+            if (q >= 0)
+                *p++ = {DragSlag::Kort, fran, 1, -1, tillKolumn(q)};
         if (forstaTomma >= 0)
-            ut.push_back({DragSlag::Kort, fran, 1, -1, forstaTomma * kPlatserPerKolumn});
+            *p++ = {DragSlag::Kort, fran, 1, -1, forstaTomma * kPlatserPerKolumn};
         if (forstaTomCell >= 0)
-            ut.push_back({DragSlag::Kort, fran, 1, -1, forstaTomCell});
+            *p++ = {DragSlag::Kort, fran, 1, -1, forstaTomCell};
     };
-    auto raden = [&](int fran, int n) {
-        const Kort& k = l[fran].GeKort();
+    auto raden = [&](int fran, int n, std::uint8_t kod) {
         int c[2];
-        passar(k.KortValor(), k.SvartFarg(), c);
+        passar(kKod.valor[kod], kKod.svart[kod], c);
         const int tom = n - 1 <= fria - 1 ? forstaTomma : -1;
-        auto pa = [&](int p) {
-            const int till = tillKolumn(p);
-            ut.push_back({DragSlag::Rad, fran, n, p == tom ? till : till - 1, till});
+        auto pa = [&](int q) {
+            const int till = tillKolumn(q);
+            *p++ = {DragSlag::Rad, fran, n, q == tom ? till : till - 1, till};
         };
         bool tomGjord = tom < 0;
-        for (int p : c) {
-            if (p < 0)
+        for (int q : c) {
+            if (q < 0)
                 continue;
-            if (!tomGjord && tom < p) {
+            if (!tomGjord && tom < q) {
                 pa(tom);
                 tomGjord = true;
             }
-            pa(p);
+            pa(q);
         }
         if (!tomGjord)
             pa(tom);
     };
-    ut.clear();
     for (int c = 0; c < kKolumner; ++c) {
         if (langd[c] == 0)
             continue;
         const int bas = c * kPlatserPerKolumn;
         const int topp = bas + langd[c] - 1;
-        int r = topp;
         const int lagst = std::max(bas, topp - fria);
-        while (r > lagst && FallerIFarg(l[r - 1].GeKort(), l[r].GeKort()))
+        std::uint8_t kod = Kod(l[topp]);
+        const std::uint8_t toppKod = kod;
+        int r = topp;
+        while (r > lagst) {
+            const std::uint8_t under = Kod(l[r - 1]);
+            if (!KoderFaller(under, kod))
+                break;
+            kod = under;
             --r;
+        }
         for (int i = r; i < topp; ++i)
-            raden(i, topp - i + 1);
-        kortet(topp);
+            raden(i, topp - i + 1, Kod(l[i]));
+        kortet(topp, toppKod);
     }
     for (int i = 0; i < plan.friceller; ++i)
         if (!l[kForstaFricell + 2 * i].Tom())
-            kortet(kForstaFricell + 2 * i);
+            kortet(kForstaFricell + 2 * i, Kod(l[kForstaFricell + 2 * i]));
     // A full foundation followed by one that holds cards is one pile with it: its king
     // is not a top and does not move.
     for (int g = 0; g < 4; ++g)
-        if (grundLangd[g] > 0 && (grundLangd[g] < kNivaer || g == 3 || grundLangd[g + 1] == 0))
-            kortet(plan.forstaGrund + g * kNivaer + grundLangd[g] - 1);
+        if (grundLangd[g] > 0 && (grundLangd[g] < kNivaer || g == 3 || grundLangd[g + 1] == 0)) {
+            const int topp = plan.forstaGrund + g * kNivaer + grundLangd[g] - 1;
+            kortet(topp, Kod(l[topp]));
+        }
+    ut.assign(buf.data(), p);
 }
 
 } // namespace
@@ -941,7 +986,8 @@ int Klass(const Plan& plan, const std::vector<Lucka>& luckor, int till) {
 
 // A card or run that already lies on a card it could be built on, moved onto another.
 bool Sidleds(const Plan& plan, const std::vector<Lucka>& luckor, const Drag& d) {
-    return d.fran <= SistaKolumnLucka(plan) && !HogBas(plan, d.fran) && !luckor[d.till].Tom() &&
+    return d.fran <= SistaKolumnLucka(plan) && !HogBas(plan, d.fran) &&
+           d.till <= SistaKolumnLucka(plan) && !HogBas(plan, d.till) &&
            PassarPaKolumn(plan, luckor[d.fran - 1].GeKort(), luckor[d.fran].GeKort());
 }
 
@@ -1111,11 +1157,16 @@ public:
     int TroligtDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
         const Plan& plan = *static_cast<const Stallning&>(b).plan;
         const std::vector<Lucka>& l = b.luckor;
+        // Each foundation's own cards: an empty one names no suit, and a full one is not
+        // read on into the next.
         int hemma[4] = {0, 0, 0, 0};
         for (int f = 0; f < 4; ++f) {
-            int topp = Toppen(l, plan.forstaGrund + f * plan.grundSteg);
-            if (topp >= 0)
-                hemma[l[topp].GeKort().KortFarg()] = l[topp].GeKort().KortValor();
+            const int bas = plan.forstaGrund + f * plan.grundSteg;
+            int n = 0;
+            while (n < kNivaer && !l[bas + n].Tom())
+                ++n;
+            if (n > 0)
+                hemma[l[bas].GeKort().KortFarg()] = n;
         }
         for (std::size_t i = 0; i < dragen.size(); ++i) {
             const Drag& d = dragen[i];
