@@ -1141,6 +1141,21 @@ bool MattEfter(const Plan& plan, const std::vector<Lucka>& l, const Matt& m, con
     return true;
 }
 
+// How many cards of each suit are home, from each foundation's own cards: an empty one
+// names no suit, and a full one is not read on into the next.
+std::array<int, 4> Hemma(const Plan& plan, const std::vector<Lucka>& l) {
+    std::array<int, 4> hemma{};
+    for (int f = 0; f < 4; ++f) {
+        const int bas = plan.forstaGrund + f * plan.grundSteg;
+        int n = 0;
+        while (n < kNivaer && !l[bas + n].Tom())
+            ++n;
+        if (n > 0)
+            hemma[static_cast<std::size_t>(l[bas].GeKort().KortFarg())] = n;
+    }
+    return hemma;
+}
+
 class Kunskap final : public SokKunskap {
 public:
     bool ListaDrag(const SpelBord& b, std::vector<Drag>& dragen) const override {
@@ -1157,17 +1172,7 @@ public:
     int TroligtDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
         const Plan& plan = *static_cast<const Stallning&>(b).plan;
         const std::vector<Lucka>& l = b.luckor;
-        // Each foundation's own cards: an empty one names no suit, and a full one is not
-        // read on into the next.
-        int hemma[4] = {0, 0, 0, 0};
-        for (int f = 0; f < 4; ++f) {
-            const int bas = plan.forstaGrund + f * plan.grundSteg;
-            int n = 0;
-            while (n < kNivaer && !l[bas + n].Tom())
-                ++n;
-            if (n > 0)
-                hemma[l[bas].GeKort().KortFarg()] = n;
-        }
+        const std::array<int, 4> hemma = Hemma(plan, l);
         for (std::size_t i = 0; i < dragen.size(); ++i) {
             const Drag& d = dragen[i];
             if (d.slag != DragSlag::Kort || d.fran >= plan.forstaGrund ||
@@ -1223,12 +1228,15 @@ public:
     }
 
     // Nothing off the foundations, no card from one free cell to another, none from a card it
-    // could be built on to another such card, no whole pile into an empty column, and of the
-    // runs of one column into an empty column only the longest.
+    // could be built on to another such card (unless the card it leaves can go home), no
+    // whole pile into an empty column, and of the runs of one column into an empty column
+    // only the longest.
     void GallraHastigt(const SpelBord& b, std::vector<Drag>& dragen) const override {
         const Plan& plan = *static_cast<const Stallning&>(b).plan;
         const std::vector<Lucka>& l = b.luckor;
         auto tomKolumn = [&](const Drag& d) { return KolumnBas(plan, d.till) && l[d.till].Tom(); };
+        const std::array<int, 4> hemma = Hemma(plan, l);
+        auto GarHem = [&](const Kort& k) { return k.KortValor() == hemma[k.KortFarg()] + 1; };
         // The longest run of each column that may go to an empty column.
         std::array<int, 16> langst{};
         for (const Drag& d : dragen)
@@ -1241,7 +1249,7 @@ public:
                 return true;
             if (Fricell(plan, d.fran) && Fricell(plan, d.till))
                 return true;
-            if (Sidleds(plan, l, d))
+            if (Sidleds(plan, l, d) && !GarHem(l[d.fran - 1].GeKort()))
                 return true;
             if (!tomKolumn(d))
                 return false;
