@@ -753,7 +753,7 @@ private slots:
     }
 
     // Freecell's quick pass passes by a card moved off a card it could be built on onto
-    // another such card, unless the card it leaves can then go home.
+    // another such card, unless the card it leaves can then go home; a run it tries.
     void freecellSidledsBaraMotHem() {
         auto bygg = [](bool hjartanHemma) {
             Bygge b(kFreecell);
@@ -773,6 +773,16 @@ private slots:
         QVERIFY(std::find(utan.begin(), utan.end(), tillCell) != utan.end());
         std::vector<Drag> med = bygg(true);
         QVERIFY(std::find(med.begin(), med.end(), sidleds) != med.end());
+
+        // A run moved so may make room: Freecell keeps it.
+        Bygge rad(kFreecell);
+        rad.Lagg({{0, K(SPADER, 13)}, {1, K(HJARTER, 9)}, {2, K(SPADER, 8)}, {3, K(HJARTER, 7)}});
+        rad.Lagg({{22, K(RUTER, 9)}, {44, K(HJARTER, 13)}});
+        std::vector<Drag> dragen = Sokbara(rad.regler, *rad.bord);
+        rad.regler.Kunskap().GallraHastigt(*rad.bord, dragen);
+        QVERIFY(std::any_of(dragen.begin(), dragen.end(), [](const Drag& d) {
+            return d.slag == DragSlag::Rad && d.fran == 2 && d.antal == 2 && d.till == 23;
+        }));
     }
 
     // Freecell's likely move home counts each foundation's own cards: a full foundation of

@@ -1228,9 +1228,9 @@ public:
     }
 
     // Nothing off the foundations, no card from one free cell to another, none from a card it
-    // could be built on to another such card (unless the card it leaves can go home), no
-    // whole pile into an empty column, and of the runs of one column into an empty column
-    // only the longest.
+    // could be built on to another such card (unless the card it leaves can go home; a run
+    // where the plan says so), no whole pile into an empty column, and of the runs of one
+    // column into an empty column only the longest.
     void GallraHastigt(const SpelBord& b, std::vector<Drag>& dragen) const override {
         const Plan& plan = *static_cast<const Stallning&>(b).plan;
         const std::vector<Lucka>& l = b.luckor;
@@ -1249,7 +1249,8 @@ public:
                 return true;
             if (Fricell(plan, d.fran) && Fricell(plan, d.till))
                 return true;
-            if (Sidleds(plan, l, d) && !GarHem(l[d.fran - 1].GeKort()))
+            if ((d.slag == DragSlag::Kort || !plan.sidledsRader) && Sidleds(plan, l, d) &&
+                !GarHem(l[d.fran - 1].GeKort()))
                 return true;
             if (!tomKolumn(d))
                 return false;
