@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <string>
 
@@ -927,31 +928,31 @@ std::vector<Hog> HogTabell(const Stallning& bord) {
 
 namespace {
 
-// The piles of `antal` × 22 slots from `forsta`, each its cards up to the first empty slot
+// The piles of `antal` × 22 slots from `forstaLucka`, each its cards up to the first empty slot
 // and a '|', in an order that does not depend on where each pile stands, into `ut`; how many
 // bytes.
-std::size_t SorteradeHogar(const std::vector<Lucka>& luckor, int forsta, int antal, char* ut) {
-    constexpr int kMest = 16;
-    auto kod = [&](int i) {
-        const Kort& k = luckor[i].GeKort();
-        return static_cast<char>(13 * k.KortFarg() + k.KortValor());
-    };
+std::size_t SorteradeHogar(const std::vector<Lucka>& luckor, int forstaLucka, int antal, char* ut) {
     // No card lies in two piles, so the piles' first cards alone order them as their whole
-    // bytes would: the empty piles first, then by the first card.
-    std::array<int, kMest> forst;
-    std::array<int, kMest> ordning;
-    for (int h = 0; h < antal; ++h) {
-        const int bas = forsta + h * kPlatserPerKolumn;
-        forst[h] = luckor[bas].Tom() ? 0 : static_cast<unsigned char>(kod(bas));
-        ordning[h] = h;
-        for (int j = h; j > 0 && forst[ordning[j - 1]] > forst[ordning[j]]; --j)
-            std::swap(ordning[j - 1], ordning[j]);
-    }
+    // bytes would: the empty piles first, then by the first card, found through a mask of
+    // the first cards' codes.
+    std::array<std::int8_t, 53> hogMed; // the pile whose first card this is
+    std::uint64_t forsta = 0;
     std::size_t n = 0;
-    for (int i = 0; i < antal; ++i) {
-        const Lucka* l = luckor.data() + forsta + ordning[i] * kPlatserPerKolumn;
+    for (int h = 0; h < antal; ++h) {
+        const Lucka& bas = luckor[static_cast<std::size_t>(forstaLucka + h * kPlatserPerKolumn)];
+        if (bas.Tom()) {
+            ut[n++] = '|';
+            continue;
+        }
+        const int kod = kNivaer * bas.GeKort().KortFarg() + bas.GeKort().KortValor();
+        hogMed[static_cast<std::size_t>(kod)] = static_cast<std::int8_t>(h);
+        forsta |= std::uint64_t{1} << kod;
+    }
+    for (; forsta != 0; forsta &= forsta - 1) {
+        const int h = hogMed[static_cast<std::size_t>(std::countr_zero(forsta))];
+        const Lucka* l = luckor.data() + forstaLucka + h * kPlatserPerKolumn;
         for (const Lucka* slut = l + kPlatserPerKolumn; l != slut && !l->Tom(); ++l)
-            ut[n++] = static_cast<char>(13 * l->GeKort().KortFarg() + l->GeKort().KortValor());
+            ut[n++] = static_cast<char>(kNivaer * l->GeKort().KortFarg() + l->GeKort().KortValor());
         ut[n++] = '|';
     }
     return n;
@@ -1079,8 +1080,10 @@ Matt MattPa(const Plan& plan, const std::vector<Lucka>& l) {
             ++m.celler;
     for (int f = 0; f < 4; ++f) {
         const int bas = plan.forstaGrund + f * plan.grundSteg;
-        if (!l[bas].Tom())
-            m.hemma += std::min(kNivaer, Toppen(l, bas) - bas + 1); // the next may follow
+        int n = 0;
+        while (n < kNivaer && !l[bas + n].Tom())
+            ++n;
+        m.hemma += n;
     }
     return m;
 }
@@ -1235,8 +1238,16 @@ public:
         const Plan& plan = *static_cast<const Stallning&>(b).plan;
         const std::vector<Lucka>& l = b.luckor;
         auto tomKolumn = [&](const Drag& d) { return KolumnBas(plan, d.till) && l[d.till].Tom(); };
-        const std::array<int, 4> hemma = Hemma(plan, l);
-        auto GarHem = [&](const Kort& k) { return k.KortValor() == hemma[k.KortFarg()] + 1; };
+        // Read only when a move needs it.
+        std::array<int, 4> hemma{};
+        bool hemmaLast = false;
+        auto GarHem = [&](const Kort& k) {
+            if (!hemmaLast) {
+                hemma = Hemma(plan, l);
+                hemmaLast = true;
+            }
+            return k.KortValor() == hemma[k.KortFarg()] + 1;
+        };
         // The longest run of each column that may go to an empty column.
         std::array<int, 16> langst{};
         for (const Drag& d : dragen)
