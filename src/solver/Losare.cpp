@@ -293,9 +293,10 @@ SokSvar Samman(SokSvar s, const std::vector<std::unique_ptr<Sokning>>& sokningar
 constexpr std::uint64_t kForstaTur = 400;
 // The first order's first turn is longer: most deals it wins on its own, and soon.
 constexpr std::uint64_t kForsprang = 1500;
-// An order but the first that has made this many tables without a win starts again with
-// new lots: a deal's hardest tails are dead ends an order went deep into early.
-constexpr std::uint64_t kOmstart = 8000;
+// Every other order (the second, the fourth...) that has made this many tables without a
+// win starts again with new lots: a deal's hardest tails are dead ends every order went
+// deep into early. The others go on, as a win may lie deep.
+constexpr std::uint64_t kOmstart = 3000;
 
 // The quick pass of a game that offers several orders: one search per order, each on its
 // own table and with its own tables seen, taking turns of a few hundred tables each, with
@@ -342,7 +343,7 @@ SokSvar SnabbaOrdningar(const SpelRegler& regler, const SpelBord& bord, const So
             std::optional<SokSvar> s = sokningar[i]->Kor(sokningar[i]->Lagen() + turen);
             if (s)
                 return Samman(*s, sokningar, lagda);
-            if (i > 0 && sokningar[i]->Lagen() >= kOmstart) {
+            if (i % 2 == 1 && sokningar[i]->Lagen() >= kOmstart) {
                 lagda += sokningar[i]->Lagen();
                 sokningar[i] = ny();
             }
