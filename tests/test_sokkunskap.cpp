@@ -213,6 +213,8 @@ void IdiotenBlandadMitt(Bygge& b, int rader, int kolumner, bool kant, std::mt199
     IdiotenBlandaPlatser(b, platser, slump);
 }
 
+constexpr int kFreecell = 8;
+constexpr int kFreecellGrund = 184; // foundation f level k is slot 184 + 13f + k
 constexpr int kEightoff = 9;
 constexpr int kEightoffCell = 176;  // free cell i is slot 176 + 2i, its spare the next
 constexpr int kEightoffGrund = 192; // foundation f level k is slot 192 + 13f + k
@@ -983,6 +985,55 @@ private slots:
             bytt.Lagg({{361, K(SPADER, 9)}, {362, K(RUTER, 3)}, {228, K(HJARTER, 8)}});
             QCOMPARE(bytt.Nyckel(), b.Nyckel());
         }
+    }
+
+    // Freecell's quick pass passes by a card moved off a card it could be built on onto
+    // another such card, unless the card it leaves can then go home; a run it tries.
+    void freecellSidledsBaraMotHem() {
+        auto bygg = [](bool hjartanHemma) {
+            Bygge b(kFreecell);
+            b.Lagg({{0, K(SPADER, 13)}, {1, K(HJARTER, 9)}, {2, K(SPADER, 8)}});
+            b.Lagg({{22, K(RUTER, 9)}, {44, K(HJARTER, 13)}});
+            if (hjartanHemma)
+                for (int v = 1; v <= 8; ++v)
+                    b.Lagg({{kFreecellGrund + v - 1, K(HJARTER, v)}});
+            std::vector<Drag> dragen = Sokbara(b.regler, *b.bord);
+            b.regler.Kunskap().GallraHastigt(*b.bord, dragen);
+            return dragen;
+        };
+        const Drag sidleds = KortDrag(2, 23);
+        const Drag tillCell = KortDrag(2, 176);
+        std::vector<Drag> utan = bygg(false);
+        QVERIFY(std::find(utan.begin(), utan.end(), sidleds) == utan.end());
+        QVERIFY(std::find(utan.begin(), utan.end(), tillCell) != utan.end());
+        std::vector<Drag> med = bygg(true);
+        QVERIFY(std::find(med.begin(), med.end(), sidleds) != med.end());
+
+        // A run moved so may make room: Freecell keeps it.
+        Bygge rad(kFreecell);
+        rad.Lagg({{0, K(SPADER, 13)}, {1, K(HJARTER, 9)}, {2, K(SPADER, 8)}, {3, K(HJARTER, 7)}});
+        rad.Lagg({{22, K(RUTER, 9)}, {44, K(HJARTER, 13)}});
+        std::vector<Drag> dragen = Sokbara(rad.regler, *rad.bord);
+        rad.regler.Kunskap().GallraHastigt(*rad.bord, dragen);
+        QVERIFY(std::any_of(dragen.begin(), dragen.end(), [](const Drag& d) {
+            return d.slag == DragSlag::Rad && d.fran == 2 && d.antal == 2 && d.till == 23;
+        }));
+    }
+
+    // Freecell's likely move home counts each foundation's own cards: a full foundation of
+    // hearts before an empty one still has the hearts home, so a black three goes home once
+    // both red twos are.
+    void freecellTroligtMedFullGrund() {
+        Bygge b(kFreecell);
+        for (int v = 1; v <= 13; ++v)
+            b.Lagg({{kFreecellGrund + v - 1, K(HJARTER, v)}});
+        b.Lagg({{kFreecellGrund + 26, K(RUTER, 1)}, {kFreecellGrund + 27, K(RUTER, 2)}});
+        b.Lagg({{kFreecellGrund + 39, K(SPADER, 1)}, {kFreecellGrund + 40, K(SPADER, 2)}});
+        b.Lagg({{0, K(SPADER, 3)}, {22, K(KLOVER, 9)}});
+        std::vector<Drag> dragen = Sokbara(b.regler, *b.bord);
+        const int troligt = b.regler.Kunskap().TroligtDrag(*b.bord, dragen);
+        QVERIFY(troligt >= 0);
+        QCOMPARE(dragen[static_cast<std::size_t>(troligt)], KortDrag(0, kFreecellGrund + 41));
     }
 
     // Tower of Hanoi: the towers play alike, so the same towers in another order are the same
