@@ -19,6 +19,8 @@ const Plan& Planen() {
                GivOrdning};
         // Nearly every deal can be won; the ones one order finds late, another finds soon.
         p.sokOrdningar = 8;
+        // A run moved from one card onto another makes room where runs are short.
+        p.sidledsRader = true;
         return p;
     }();
     return plan;

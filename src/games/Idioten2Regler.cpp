@@ -202,6 +202,21 @@ HiscoreResultat Resultat(const Stallning& bord) {
 
 namespace {
 
+// How many of the slots `forsta`, `forsta` + 1, ... (at most `antal`) hold cards, when they
+// are filled from the first without a gap: found by halving, as a search asks for the
+// stock's at every table, several times.
+int Fyllda(const std::vector<Lucka>& luckor, int forsta, int antal) {
+    int fyllda = 0;
+    while (fyllda < antal) {
+        const int mitt = (fyllda + antal + 1) / 2;
+        if (luckor[forsta + mitt - 1].Tom())
+            antal = mitt - 1;
+        else
+            fyllda = mitt;
+    }
+    return fyllda;
+}
+
 // How many cards each column holds; they lie from its base up without a gap.
 std::array<int, kKolumner> Hojder(const std::vector<Lucka>& luckor) {
     std::array<int, kKolumner> hojd{};
@@ -212,9 +227,14 @@ std::array<int, kKolumner> Hojder(const std::vector<Lucka>& luckor) {
     return hojd;
 }
 
+// How many cards the stock holds: they lie from its first slot up without a gap.
 int KortILeken(const std::vector<Lucka>& luckor) {
-    int topp = kLeken.Topp(luckor);
-    return topp < 0 ? 0 : topp - kForstaLek + 1;
+    return Fyllda(luckor, kForstaLek, kSistaLek - kForstaLek + 1);
+}
+
+// The stock's top slot, or kForstaLek − 1 when it is empty.
+int LekensTopp(const std::vector<Lucka>& luckor) {
+    return kForstaLek + KortILeken(luckor) - 1;
 }
 
 // Whether no column can come to hold a card in its last place, where the table's edge
@@ -225,19 +245,29 @@ bool InomKanten(const std::vector<Lucka>& luckor) {
     return *std::max_element(hojd.begin(), hojd.end()) + givar < kPlatserPerKolumn;
 }
 
-// Whether a card of `farg` below `rang` is still in a column or the stock.
-bool LagreKvar(const std::vector<Lucka>& luckor, int farg, int rang) {
-    auto lagre = [&](int i) {
-        return !luckor[i].Tom() && luckor[i].GeKort().KortFarg() == farg &&
-               Rang(luckor[i].GeKort()) < rang;
-    };
-    for (int i = 0; i <= kSistaKolumnLucka; ++i)
-        if (lagre(i))
-            return true;
-    for (int i = kForstaLek; i <= kSistaLek; ++i)
-        if (lagre(i))
-            return true;
-    return false;
+// Whether each card of the suit of the card in slot `lucka`, and lower, that is still in
+// play can be thrown out without it: it lies on top of a column now (beside the card that
+// beats this one), or a press will deal it together with a higher card of its suit (the
+// four cards of a press lie on top at once). So too when none is left at all.
+bool LagreUtanDetta(const std::vector<Lucka>& luckor, int lucka) {
+    const Kort& kort = luckor[lucka].GeKort();
+    auto ifarg = [&](int i) { return luckor[i].GeKort().KortFarg() == kort.KortFarg(); };
+    for (int c = 0; c < kKolumner; ++c)
+        for (int i = KolumnBas(c); i < KolumnBas(c) + kPlatserPerKolumn - 1; ++i)
+            if (!luckor[i + 1].Tom() && ifarg(i) && Rang(luckor[i].GeKort()) < Rang(kort))
+                return false;
+    const int topp = LekensTopp(luckor);
+    for (int j = topp; j >= kForstaLek; --j) {
+        if (!ifarg(j) || Rang(luckor[j].GeKort()) >= Rang(kort))
+            continue;
+        const int forsta = topp - (topp - j) / kKolumner * kKolumner;
+        bool hogre = false;
+        for (int k = forsta; k > forsta - kKolumner && k >= kForstaLek; --k)
+            hogre = hogre || (ifarg(k) && Rang(luckor[k].GeKort()) > Rang(luckor[j].GeKort()));
+        if (!hogre)
+            return false;
+    }
+    return true;
 }
 
 // The rank of a card by its code 13·suit + value − 1, aces above kings.
@@ -274,7 +304,7 @@ Rader KolumnerMedLeken(const std::vector<Lucka>& luckor) {
     for (int c = 0; c < kKolumner; ++c)
         for (int p = 0; p < kPlatserPerKolumn && !luckor[KolumnBas(c) + p].Tom(); ++p)
             kolumner[static_cast<size_t>(c)].push_back(kod(KolumnBas(c) + p));
-    const int topp = kLeken.Topp(luckor);
+    const int topp = LekensTopp(luckor);
     for (int j = topp; j >= kForstaLek; --j)
         kolumner[static_cast<size_t>((topp - j) % kKolumner)].push_back(kod(j));
     return kolumner;
@@ -283,20 +313,23 @@ Rader KolumnerMedLeken(const std::vector<Lucka>& luckor) {
 // Whether the table can no longer be won because no column will ever be empty again and a
 // card can then never be thrown out.
 //
-// Take a set of cards, none an ace, such that for each card X of the set every card of its
-// suit that ranks higher lies (or will be dealt) in X's own column, or lies in another
-// column now under a card of the set or an ace. Suppose further that every column holds now
-// an ace or a card of the set. Then no card of the set or ace ever leaves, and no column ever
-// empties: look at the first move that does any of these. A column empties only when all its
-// cards have left, its ace or card of the set among them. An ace only moves into an empty
-// column, of which there is none yet. A card of the set leaves, with no empty column to move
-// into, only when thrown out, beaten by a higher card of its suit on top of another column;
-// but those lie in its own column, where the two are never both on top, or under a card of
-// the set or an ace that has not left. (A higher card still in the
-// stock, bound for another column, is on top there when dealt, so it takes the card out of
-// the set.) A card that never leaves keeps the game from being won. The largest such set is
-// found by starting from every card but the aces and striking out each card that fails,
-// until none does.
+// Give each card in play the presses between which it can lie on top: from its own press
+// (now, for a card in a column) until the press that deals onto its column the first card
+// above it that never leaves (never, if none comes; now, if one lies above it already).
+// Take a set of cards, none an ace, such that no card of the set can lie on top at the same
+// time as a higher card of its suit in another column, with the aces and the set's cards
+// counted as the cards that never leave. Suppose further that every column holds now an ace
+// or a card of the set. Then no card of the set or ace ever leaves, and no column ever
+// empties: look at the first move that does any of these. Until then no column was empty,
+// so no card changed column: each lay where it was or where the stock dealt it (no column
+// can reach its last place), and the aces and the set's cards covered what they covered.
+// A column empties only when all its cards have left, its ace or card of the set among
+// them. An ace only moves into an empty column, of which there is none yet. A card of the
+// set leaves, with no empty column to move into, only when thrown out, on top beside a
+// higher card of its suit on top of another column: both between their presses, which the
+// set rules out. A card that never leaves keeps the game from being won. Taking a card out
+// of the set only lengthens the others' times, so the largest such set is found by starting
+// from every card but the aces and taking out each card that fails, until none does.
 bool AldrigTomKolumn(const std::vector<Lucka>& luckor) {
     for (int c = 0; c < kKolumner; ++c)
         if (luckor[KolumnBas(c)].Tom())
@@ -305,55 +338,88 @@ bool AldrigTomKolumn(const std::vector<Lucka>& luckor) {
         return false;
     const std::array<int, kKolumner> nu = Hojder(luckor);
     const Rader kolumner = KolumnerMedLeken(luckor);
+    constexpr int kAldrig = 1000;
     std::array<int, 52> kolumn;
-    std::array<int, 52> hojd;
+    std::array<int, 52> plats{};
+    std::array<int, 52> fran{};
+    std::array<int, 52> till{};
     std::array<bool, 52> kvar{};
-    kolumn.fill(-1);
-    for (int c = 0; c < kKolumner; ++c)
-        for (std::size_t p = 0; p < kolumner[static_cast<size_t>(c)].size(); ++p) {
-            const int k = kolumner[static_cast<size_t>(c)][p];
-            kolumn[static_cast<size_t>(k)] = c;
-            hojd[static_cast<size_t>(k)] = static_cast<int>(p);
-            kvar[static_cast<size_t>(k)] = k % 13 != 0;
-        }
-    // The cards struck out so far, and for each column the lowest place from which every card
-    // now in it is struck out: a card at or above the place just under it is on top once
-    // those have gone, and strikes out each lower card of its suit in another column.
-    std::array<int, kKolumner> fri = nu;
+    // The cards to look at (again), the top ones first; and for each column how many of its
+    // cards now are aces or still in the set.
     std::array<int, 52> ko;
-    int forst = 0;
-    int sist = 0;
-    auto fram = [&](int c, int fran, int till) {
-        for (int p = std::max(fran, 0); p < till; ++p)
-            ko[static_cast<size_t>(sist++)] =
-                kolumner[static_cast<size_t>(c)][static_cast<size_t>(p)];
-    };
-    for (int c = 0; c < kKolumner; ++c)
-        fram(c, nu[static_cast<size_t>(c)] - 1,
-             static_cast<int>(kolumner[static_cast<size_t>(c)].size()));
-    auto staende = [&](int k) { return k % 13 == 0 || kvar[static_cast<size_t>(k)]; };
-    while (forst < sist) {
-        const int w = ko[static_cast<size_t>(forst++)];
-        for (int x = w - w % 13; x < w - w % 13 + 13; ++x) {
-            const int c = kolumn[static_cast<size_t>(x)];
-            if (!kvar[static_cast<size_t>(x)] || KodRang(x) >= KodRang(w) ||
-                c == kolumn[static_cast<size_t>(w)])
-                continue;
-            kvar[static_cast<size_t>(x)] = false;
-            const int fore = fri[static_cast<size_t>(c)];
-            if (hojd[static_cast<size_t>(x)] != fore - 1)
-                continue;
-            int& ny = fri[static_cast<size_t>(c)];
-            while (ny > 0 &&
-                   !staende(kolumner[static_cast<size_t>(c)][static_cast<size_t>(ny - 1)]))
-                --ny;
-            fram(c, ny - 1, fore - 1);
-        }
-    }
+    int antal = 0;
+    std::array<int, kKolumner> staende = nu;
+    // The cards in play of each suit, highest first.
+    std::array<std::array<int, 13>, 4> ifarg;
+    std::array<int, 4> iFargen{};
+    kolumn.fill(-1);
     for (int c = 0; c < kKolumner; ++c) {
-        const Rad& kolumnen = kolumner[static_cast<size_t>(c)];
-        if (std::none_of(kolumnen.begin(), kolumnen.begin() + nu[static_cast<size_t>(c)], staende))
+        const Rad& rad = kolumner[static_cast<size_t>(c)];
+        const int hojd = nu[static_cast<size_t>(c)];
+        int forst = kAldrig;
+        for (int p = static_cast<int>(rad.size()); p-- > 0;) {
+            const auto k = static_cast<size_t>(rad[static_cast<size_t>(p)]);
+            kolumn[k] = c;
+            plats[k] = p;
+            fran[k] = p < hojd ? 0 : p - hojd + 1;
+            kvar[k] = k % 13 != 0;
+            till[k] = forst;
+            forst = fran[k];
+        }
+        for (int p = static_cast<int>(rad.size()); p-- > hojd;)
+            if (kvar[static_cast<size_t>(rad[static_cast<size_t>(p)])])
+                ko[static_cast<size_t>(antal++)] = rad[static_cast<size_t>(p)];
+    }
+    for (int c = 0; c < kKolumner; ++c)
+        for (int p = 0; p < nu[static_cast<size_t>(c)]; ++p)
+            if (kvar[static_cast<size_t>(kolumner[static_cast<size_t>(c)][static_cast<size_t>(p)])])
+                ko[static_cast<size_t>(antal++)] =
+                    kolumner[static_cast<size_t>(c)][static_cast<size_t>(p)];
+    for (int f = 0; f < 4; ++f)
+        for (int v = 13; v >= 1; --v) {
+            const int k = 13 * f + v % 13;
+            if (kolumn[static_cast<size_t>(k)] >= 0)
+                ifarg[static_cast<size_t>(f)]
+                     [static_cast<size_t>(iFargen[static_cast<size_t>(f)]++)] = k;
+        }
+    std::array<bool, 52> iKo = kvar;
+    while (antal > 0) {
+        const int x = ko[static_cast<size_t>(--antal)];
+        iKo[static_cast<size_t>(x)] = false;
+        const int c = kolumn[static_cast<size_t>(x)];
+        const std::array<int, 13>& farg = ifarg[static_cast<size_t>(x / 13)];
+        bool slas = false;
+        for (int i = 0; farg[static_cast<size_t>(i)] != x && !slas; ++i) {
+            const auto w = static_cast<size_t>(farg[static_cast<size_t>(i)]);
+            slas = kolumn[w] != c && std::max(fran[static_cast<size_t>(x)], fran[w]) <
+                                         std::min(till[static_cast<size_t>(x)], till[w]);
+        }
+        if (!slas)
+            continue;
+        kvar[static_cast<size_t>(x)] = false;
+        if (plats[static_cast<size_t>(x)] < nu[static_cast<size_t>(c)] &&
+            --staende[static_cast<size_t>(c)] == 0)
             return false;
+        // The cards under it, down to the next that never leaves, are covered for good only
+        // when its own cover comes; they and the lower cards of their suits are looked at
+        // again.
+        const Rad& rad = kolumner[static_cast<size_t>(c)];
+        for (int p = plats[static_cast<size_t>(x)]; p-- > 0;) {
+            const int y = rad[static_cast<size_t>(p)];
+            till[static_cast<size_t>(y)] = till[static_cast<size_t>(x)];
+            const std::array<int, 13>& dess = ifarg[static_cast<size_t>(y / 13)];
+            for (int i = iFargen[static_cast<size_t>(y / 13)]; i-- > 0;) {
+                const int v = dess[static_cast<size_t>(i)];
+                if (kvar[static_cast<size_t>(v)] && !iKo[static_cast<size_t>(v)]) {
+                    iKo[static_cast<size_t>(v)] = true;
+                    ko[static_cast<size_t>(antal++)] = v;
+                }
+                if (v == y)
+                    break;
+            }
+            if (y % 13 == 0 || kvar[static_cast<size_t>(y)])
+                break;
+        }
     }
     return std::find(kvar.begin(), kvar.end(), true) != kvar.end();
 }
@@ -411,78 +477,6 @@ bool LagreIAnnanKolumn(const std::vector<Lucka>& luckor, int lucka) {
     return false;
 }
 
-// Whether the card `kort` of column `c` can be beaten before the stock's press number
-// `giv` (counted from the next, 0) while no ace moves: a higher card of its suit lies in
-// another column, not under that column's first ace, or is dealt onto one before that press.
-bool KanSlasFore(const Rader& kolumner, const std::array<int, kKolumner>& nu,
-                 const std::array<int, kKolumner>& essPlats, int c, int kort, int giv) {
-    for (int d = 0; d < kKolumner; ++d) {
-        if (d == c)
-            continue;
-        const Rad& k = kolumner[static_cast<size_t>(d)];
-        const int dnu = nu[static_cast<size_t>(d)];
-        const int essNu =
-            essPlats[static_cast<size_t>(d)] < dnu ? essPlats[static_cast<size_t>(d)] : -1;
-        for (int p = 0; p < static_cast<int>(k.size()); ++p) {
-            const int w = k[static_cast<size_t>(p)];
-            if (w / 13 != kort / 13 || KodRang(w) <= KodRang(kort))
-                continue;
-            if (p < dnu ? essNu <= p : p - dnu < giv)
-                return true;
-        }
-    }
-    return false;
-}
-
-// Whether a card that is not an ace lies at a column's base for good. Suppose no column is
-// empty now, no column can reach its last place, and each column without an ace now holds
-// a card that nothing can beat before an ace is dealt onto that column (ever, if none is):
-// every higher card of its suit lies in the same column, or in another column under an ace,
-// or will be dealt onto another column no sooner than that ace. Then no column is ever
-// empty again. Look at the first move that empties a column: until then no ace moved (that
-// takes an empty column), so every card went where the stock deals it and the aces lay where
-// they were. The column held no ace then, so no ace had been dealt onto it, and each card it
-// held now was thrown out by then (there was no empty column to move into), that card among
-// them; but it could be beaten by no card on top of another column by then, as a card under
-// an ace stays covered. So a base that is not an ace never leaves, and a won table holds
-// nothing but the aces.
-bool BasForGott(const std::vector<Lucka>& luckor) {
-    if (!InomKanten(luckor))
-        return false;
-    bool essBaser = true;
-    for (int c = 0; c < kKolumner; ++c) {
-        if (luckor[KolumnBas(c)].Tom())
-            return false;
-        essBaser = essBaser && luckor[KolumnBas(c)].GeKort().KortValor() == 1;
-    }
-    if (essBaser)
-        return false;
-    const std::array<int, kKolumner> nu = Hojder(luckor);
-    const Rader kolumner = KolumnerMedLeken(luckor);
-    // Where each column's first ace lies in it, counted from its base; past its end for none.
-    std::array<int, kKolumner> essPlats{};
-    for (int c = 0; c < kKolumner; ++c) {
-        const Rad& k = kolumner[static_cast<size_t>(c)];
-        const auto ess = std::find_if(k.begin(), k.end(), [](int kort) { return kort % 13 == 0; });
-        essPlats[static_cast<size_t>(c)] = static_cast<int>(ess - k.begin());
-    }
-    for (int c = 0; c < kKolumner; ++c) {
-        const int hojd = nu[static_cast<size_t>(c)];
-        if (essPlats[static_cast<size_t>(c)] < hojd)
-            continue;
-        // The press that deals the column's first ace, and whether a card of the column now
-        // can be beaten by nothing before then.
-        const int essGiv = essPlats[static_cast<size_t>(c)] - hojd;
-        bool fast = false;
-        for (int x = 0; x < hojd && !fast; ++x)
-            fast = !KanSlasFore(kolumner, nu, essPlats, c,
-                                kolumner[static_cast<size_t>(c)][static_cast<size_t>(x)], essGiv);
-        if (!fast)
-            return false;
-    }
-    return true;
-}
-
 bool Kasserar(const Drag& d) {
     return d.slag == DragSlag::Kort && d.till >= kForstaKasserad;
 }
@@ -536,7 +530,7 @@ public:
                 if (hojd[static_cast<size_t>(e)] == 0)
                     dragen.push_back(KortDrag(topp, KolumnBas(e)));
         }
-        if (!kLeken.Tom(luckor))
+        if (!luckor[kForstaLek].Tom())
             dragen.push_back(KnappDrag());
         return true;
     }
@@ -559,9 +553,20 @@ public:
                          [&](const Drag& x, const Drag& y) { return rang(x) < rang(y); });
     }
 
-    // A card whose suit has no lower card left in a column or the stock beats nothing
-    // it could ever meet: all it does where it lies is cover the cards under it, so
-    // throwing it out loses nothing. So too when every column holds an ace and the lower
+    // A card that can be thrown out now goes at once when each lower card of its suit
+    // still in play lies on top of a column now or will be dealt by a press together with a
+    // higher card of its suit (LagreUtanDetta; so too when none is left). Play the table
+    // without it beside the one that keeps it: every move of the latter is made on the
+    // former too (one of a card already gone there is left out), and besides, the former
+    // throws out those lower cards, the ones on top now at once (the card that beats this
+    // one beats them) and each of the others as soon as its press has dealt it (the higher
+    // card of that press lies on top beside it; the lowest first). The former's columns stay
+    // the latter's with some cards left out, so a card on top in the latter is on top in
+    // the former while it is there, and a column empty in the latter is empty in the former.
+    // A card the latter throws out with one of the cards left out as the higher card is of
+    // this suit and lower than this card, and so was gone from the former as soon as it
+    // could be on top. No ace is ever left out, so when the latter is won the former is.
+    // Also when every column holds an ace and the lower
     // cards of its suit all lie in its own column or will be dealt onto it: no card moves
     // from its column again, and of two cards in one column the one below is on top only
     // once the one above has gone. Once the stock is out, any card that can be thrown
@@ -584,8 +589,7 @@ public:
             }
             if (!inom)
                 return -1;
-            const Kort& kort = luckor[d.fran].GeKort();
-            if (kLeken.Tom(luckor) || !LagreKvar(luckor, kort.KortFarg(), Rang(kort)))
+            if (luckor[kForstaLek].Tom() || LagreUtanDetta(luckor, d.fran))
                 return static_cast<int>(i);
             if (essOveralt < 0)
                 essOveralt = EssIVarjeKolumn(luckor) ? 1 : 0;
@@ -596,7 +600,7 @@ public:
     }
 
     bool Hopplos(const SpelBord& b) const override {
-        return SistaGivenStannar(b.luckor) || BasForGott(b.luckor) || AldrigTomKolumn(b.luckor);
+        return SistaGivenStannar(b.luckor) || AldrigTomKolumn(b.luckor);
     }
 
     // For the quick first pass: any card that can be thrown out is.

@@ -7,6 +7,7 @@
 #include <array>
 #include <bit>
 #include <cstdint>
+#include <cstring>
 #include <string>
 
 namespace IdiotenRegler {
@@ -271,18 +272,32 @@ constexpr std::uint64_t kVanstraKanten = Bit(0) | Bit(13) | Bit(26) | Bit(39);
 struct Rutor {
     std::array<int, 52> kort;
     std::array<int, 52> var;
+    std::array<std::uint64_t, 52> egna{}; // each card's slot as a bit; 0 when not there
+    std::uint64_t fyllda = 0;             // the slots that hold a card
     bool essIRutnatet = false;
-    bool operator==(const Rutor&) const = default;
 };
 
-Rutor LasRutor(const std::vector<Lucka>& luckor) {
+// The grid's card codes, one byte a slot (KortKod: 0 for a gap): what tells two tables
+// apart to the analysis.
+using Koder = std::array<char, 52>;
+
+Koder LasKoder(const std::vector<Lucka>& luckor) {
+    Koder k;
+    for (int i = kForstaRutan; i <= kSistaRutan; ++i)
+        k[static_cast<size_t>(i)] = KortKod(luckor[i]);
+    return k;
+}
+
+Rutor LasRutor(const Koder& koder) {
     Rutor r;
     r.var.fill(-1);
     for (int i = kForstaRutan; i <= kSistaRutan; ++i) {
-        const int kod = KortKod(luckor[i]) - 1;
+        const int kod = koder[static_cast<size_t>(i)] - 1;
         r.kort[static_cast<size_t>(i)] = kod;
         if (kod < 0)
             continue;
+        r.fyllda |= std::uint64_t{1} << i;
+        r.egna[static_cast<size_t>(kod)] = std::uint64_t{1} << i;
         r.var[static_cast<size_t>(kod)] = i;
         if (kod % 13 == 0)
             r.essIRutnatet = true;
@@ -313,35 +328,39 @@ Rutor LasRutor(const std::vector<Lucka>& luckor) {
 struct Rorlighet {
     std::uint64_t fasta = 0;             // the slots of the cards of F
     std::array<std::uint64_t, 52> nar{}; // by card code
+    bool brusten = false;                // a card that was needed in F was struck out
 };
 
-Rorlighet RaknaRorlighet(const Rutor& r, std::uint64_t tvungna = 0, std::uint64_t stangda = 0) {
+// A caller that needs the cards of some slots (`behovda`) in F learns it has lost one as
+// soon as that card is struck out: striking out never puts a card back. The count then
+// stops, `brusten` is set, and the rest of the answer is not to be read.
+Rorlighet RaknaRorlighet(const Rutor& r, std::uint64_t tvungna = 0, std::uint64_t stangda = 0,
+                         std::uint64_t behovda = 0) {
     Rorlighet ro;
-    std::uint64_t fasta = 0;
-    for (int i = kForstaRutan; i <= kSistaRutan; ++i)
-        if (r.kort[static_cast<size_t>(i)] >= 0)
-            fasta |= Bit(i);
+    std::uint64_t fasta = r.fyllda;
+    // The slots a card may go to: neither held by a card of F nor closed. A card's own
+    // slot is never closed, so striking it out opens it.
+    std::uint64_t oppna = kHelaRutnatet & ~fasta & ~stangda;
     for (bool andrat = true; andrat;) {
         andrat = false;
         for (int farg = 0; farg < 4; ++farg) {
             std::uint64_t under = 0;
-            for (int v = 1; v < 13; ++v) {
-                const int kod = 13 * farg + v;
-                const int ruta = r.var[static_cast<size_t>(kod)];
-                std::uint64_t nar = 0;
-                if (ruta >= 0) {
-                    const std::uint64_t egen = Bit(ruta);
-                    if (tvungna & egen) {
-                        nar = egen;
-                    } else {
-                        const std::uint64_t dit =
-                            v == 1 ? kVanstraKanten : (under << 1) & ~kVanstraKanten;
-                        const std::uint64_t nya = dit & kHelaRutnatet & ~fasta & ~stangda;
-                        nar = egen | nya;
-                        if (nya != 0 && (fasta & egen) != 0) {
-                            fasta &= ~egen;
-                            andrat = true;
+            for (int kod = 13 * farg + 1; kod < 13 * farg + 13; ++kod) {
+                const std::uint64_t egen = r.egna[static_cast<size_t>(kod)];
+                std::uint64_t nar = egen;
+                if (egen != 0 && (tvungna & egen) == 0) {
+                    const std::uint64_t dit =
+                        kod == 13 * farg + 1 ? kVanstraKanten : (under << 1) & ~kVanstraKanten;
+                    const std::uint64_t nya = dit & oppna;
+                    nar |= nya;
+                    if (nya != 0 && (fasta & egen) != 0) {
+                        if (behovda & egen) {
+                            ro.brusten = true;
+                            return ro;
                         }
+                        fasta &= ~egen;
+                        oppna |= egen;
+                        andrat = true;
                     }
                 }
                 ro.nar[static_cast<size_t>(kod)] = nar;
@@ -357,16 +376,17 @@ Rorlighet RaknaRorlighet(const Rutor& r, std::uint64_t tvungna = 0, std::uint64_
 // must be a row for each suit, a different one for each, where every card of the suit can
 // still come to its column.
 bool RaderRacker(const Rorlighet& ro) {
+    // Shifting each card's Nar left by its column brings its column of every row to that
+    // row's left end: what is left there after all twelve are taken together are the rows.
     std::array<unsigned, 4> mojliga{};
-    for (int farg = 0; farg < 4; ++farg)
-        for (int rad = 0; rad < kRader; ++rad) {
-            bool alla = true;
-            for (int v = 1; v < 13 && alla; ++v)
-                alla = (ro.nar[static_cast<size_t>(13 * farg + v)] &
-                        Bit(kKolumner * rad + v - 1)) != 0;
-            if (alla)
+    for (int farg = 0; farg < 4; ++farg) {
+        std::uint64_t alla = kVanstraKanten;
+        for (int v = 1; v < 13; ++v)
+            alla &= ro.nar[static_cast<size_t>(13 * farg + v)] >> (v - 1);
+        for (int rad = 0; rad < kRader; ++rad)
+            if (alla & Bit(kKolumner * rad))
                 mojliga[static_cast<size_t>(farg)] |= 1u << rad;
-        }
+    }
     auto ge = [&](auto&& sjalv, int farg, unsigned tagna) -> bool {
         if (farg == 4)
             return true;
@@ -409,6 +429,26 @@ bool UrvaletHaller(const Rutor& r, const std::array<Oppning, 52>& oppna, int ant
     return true;
 }
 
+// The slots whose cards (a) and (b) ask to be in F, apart from what `stangda` holds
+// already: UrvaletHaller fails whenever one of them is not.
+std::uint64_t Behovda(const Rutor& r, const std::array<Oppning, 52>& oppna, int antal,
+                      unsigned valda, std::uint64_t stangda, bool kant) {
+    std::uint64_t behov = kant ? kVanstraKanten : 0;
+    for (int i = 0; i < antal; ++i) {
+        if (!(valda >> i & 1u))
+            continue;
+        const Oppning& o = oppna[static_cast<size_t>(i)];
+        if (!ForstaKolumnen(o.ruta))
+            behov |= Bit(o.ruta - 1);
+        for (std::uint64_t kvar = o.kortRutor; kvar != 0; kvar &= kvar - 1) {
+            const int p = std::countr_zero(kvar);
+            if (p % kKolumner != kKolumner - 1 && r.kort[static_cast<size_t>(p)] % 13 != 12)
+                behov |= Bit(p + 1);
+        }
+    }
+    return behov & ~stangda;
+}
+
 // Forcing cards and closing slots only makes fewer places reachable, so the cards that
 // never move in every play (`fria`, from the table alone) never move in these plays either:
 // when they alone show (a) and (b), the longer count is not needed.
@@ -427,17 +467,17 @@ std::uint64_t ProvaUrval(const Rutor& r, const Rorlighet& fria,
     if (UrvaletHaller(r, oppna, antal, valda, fria.fasta | tvungna, stangda, kant))
         return stangda;
     // A gap outside G, and a card that can move into one now, are in no such F.
-    std::uint64_t rorliga = 0;
-    for (int i = 0; i < kSistaRutan + 1; ++i)
-        if (r.kort[static_cast<size_t>(i)] < 0 && (stangda & Bit(i)) == 0)
-            rorliga |= Bit(i);
+    std::uint64_t rorliga = kHelaRutnatet & ~r.fyllda & ~stangda;
     for (int i = 0; i < antal; ++i)
         if (!(valda >> i & 1u))
             rorliga |= oppna[static_cast<size_t>(i)].kortRutor;
     if (!UrvaletHaller(r, oppna, antal, valda, ~rorliga & kHelaRutnatet, stangda, kant))
         return 0;
-    const Rorlighet ro = RaknaRorlighet(r, tvungna, stangda);
-    return UrvaletHaller(r, oppna, antal, valda, ro.fasta, stangda, kant) ? stangda : 0;
+    const Rorlighet ro =
+        RaknaRorlighet(r, tvungna, stangda, Behovda(r, oppna, antal, valda, stangda, kant));
+    if (ro.brusten || !UrvaletHaller(r, oppna, antal, valda, ro.fasta, stangda, kant))
+        return 0;
+    return stangda;
 }
 
 // The gaps whose moves alone a search need try from this table, as slots; 0 for all.
@@ -513,7 +553,7 @@ std::uint64_t Urval(const Rutor& r, const Rorlighet& fria) {
 // What the search asks of one table, looked at once: whether it is hopeless, and the gaps
 // whose moves it tries (see Urval).
 struct Granskning {
-    Rutor rutor;
+    Koder koder{};
     bool hopplos = false;
     std::uint64_t urval = 0;
     bool giltig = false;
@@ -521,13 +561,14 @@ struct Granskning {
 
 const Granskning& Granska(const std::vector<Lucka>& luckor) {
     thread_local Granskning senast;
-    Rutor r = LasRutor(luckor);
-    if (senast.giltig && senast.rutor == r)
+    const Koder koder = LasKoder(luckor);
+    if (senast.giltig && senast.koder == koder)
         return senast;
-    senast.rutor = r;
+    senast.koder = koder;
     senast.giltig = true;
     senast.hopplos = false;
     senast.urval = 0;
+    const Rutor r = LasRutor(koder);
     if (r.essIRutnatet)
         return senast;
     const Rorlighet fria = RaknaRorlighet(r);
@@ -554,13 +595,14 @@ public:
     // any two, and each row is built alone), so the key holds the four rows in order of
     // their cards. The stock, the aces and the deal stay as they were within an attempt.
     void Nyckel(const SpelBord& b, std::string& nyckel) const override {
-        std::array<std::string, kRader> rader;
+        const Koder koder = LasKoder(b.luckor);
+        std::array<const char*, kRader> rader;
         for (int r = 0; r < kRader; ++r)
-            for (int c = 0; c < kKolumner; ++c)
-                rader[static_cast<size_t>(r)].push_back(KortKod(b.luckor[kKolumner * r + c]));
-        std::sort(rader.begin(), rader.end());
-        for (const std::string& rad : rader)
-            nyckel += rad;
+            rader[static_cast<size_t>(r)] = koder.data() + kKolumner * r;
+        std::sort(rader.begin(), rader.end(),
+                  [](const char* x, const char* y) { return std::memcmp(x, y, kKolumner) < 0; });
+        for (const char* rad : rader)
+            nyckel.append(rad, kKolumner);
         nyckel.push_back(static_cast<char>(static_cast<const Stallning&>(b).forsok));
         nyckel.push_back(static_cast<char>(LekensTopp(b.luckor) + 1));
     }

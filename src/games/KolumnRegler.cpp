@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <string>
 
@@ -567,6 +568,42 @@ void RadensDrag(const Plan& plan, const std::vector<Lucka>& luckor, const Malen&
     }
 }
 
+// A card's code as KortKod writes it (suit · 13 + value, 1..52) told apart again.
+struct KodTabell {
+    std::array<std::int8_t, 53> valor{};
+    std::array<std::int8_t, 53> farg{};
+    std::array<bool, 53> svart{};
+    constexpr KodTabell() {
+        for (int k = 1; k <= 52; ++k) {
+            valor[k] = static_cast<std::int8_t>((k - 1) % kNivaer + 1);
+            farg[k] = static_cast<std::int8_t>((k - 1) / kNivaer);
+            svart[k] = farg[k] == KLOVER || farg[k] == SPADER;
+        }
+    }
+};
+constexpr KodTabell kKod;
+
+std::uint8_t Kod(const Lucka& lucka) {
+    const Kort& k = lucka.GeKort();
+    return static_cast<std::uint8_t>(kNivaer * k.KortFarg() + k.KortValor());
+}
+
+// How many cards each of Freecell's eight columns holds: its cards lie from its base up.
+void KolumnLangder(const std::vector<Lucka>& l, std::array<int, kKolumner>& langd) {
+    for (int c = 0; c < kKolumner; ++c) {
+        const Lucka* p = l.data() + c * kPlatserPerKolumn;
+        int n = 0;
+        while (n < kPlatserPerKolumn && !p[n].Tom())
+            ++n;
+        langd[c] = n;
+    }
+}
+
+// The two codes follow each other in a run told by colour (as FallerIFarg).
+bool KoderFaller(std::uint8_t under, std::uint8_t kort) {
+    return kKod.valor[kort] == kKod.valor[under] - 1 && kKod.svart[kort] != kKod.svart[under];
+}
+
 // Freecell's shape: eight columns and up to four free cells with nothing between them and
 // four foundations of thirteen, the deck dealt out, runs told by alternating colour, the
 // empty columns and free cells counted as free places. A search lists its moves there
@@ -580,6 +617,10 @@ bool FricellsForm(const Plan& plan, const std::vector<Lucka>& luckor) {
            plan.forstaLek == SistaGrund(plan) + 1 && luckor[plan.forstaLek].Tom();
 }
 
+// More moves than a table of Freecell's shape can have: sixteen cards with at most five
+// places each, and at most twelve runs in each column with three places each.
+constexpr std::size_t kMestFricellsDrag = 16 * 5 + kKolumner * 12 * 3;
+
 // ListaDrag's moves one per class of empty place, in its order, on a table of Freecell's
 // shape: the piles in slot order (each column's runs longest first, then its top card; the
 // free cells; the foundations' tops), and each card's or run's places in the order the
@@ -588,24 +629,20 @@ bool FricellsForm(const Plan& plan, const std::vector<Lucka>& luckor) {
 // them apart. A run can move only onto a column (never a free cell), and the click finds no
 // place a drop does not.
 void FricellsDrag(const Plan& plan, const std::vector<Lucka>& l, std::vector<Drag>& ut) {
-    std::array<int, kKolumner> langd{};
-    std::array<int, 52> kolumnMed; // the column whose top card this is
+    std::array<int, kKolumner> langd;
+    KolumnLangder(l, langd);
+    std::array<int, 53> kolumnMed; // the column whose top card this is
     kolumnMed.fill(-1);
     int forstaTomma = -1;
     int fria = 0;
     for (int c = 0; c < kKolumner; ++c) {
-        const int bas = c * kPlatserPerKolumn;
-        int n = 0;
-        while (!l[bas + n].Tom())
-            ++n;
-        langd[c] = n;
+        const int n = langd[c];
         if (n == 0) {
             ++fria;
             if (forstaTomma < 0)
                 forstaTomma = c;
         } else {
-            const Kort& k = l[bas + n - 1].GeKort();
-            kolumnMed[k.KortFarg() * kNivaer + k.KortValor() - 1] = c;
+            kolumnMed[Kod(l[c * kPlatserPerKolumn + n - 1])] = c;
         }
     }
     int forstaTomCell = -1;
@@ -635,6 +672,8 @@ void FricellsDrag(const Plan& plan, const std::vector<Lucka>& l, std::vector<Dra
             hemValor[farg] = n + 1;
         }
     }
+    thread_local std::vector<Drag> buf(kMestFricellsDrag);
+    Drag* p = buf.data();
     auto tillKolumn = [&](int c) { return c * kPlatserPerKolumn + langd[c]; };
     // The columns whose tops a card of value v and this colour fits on, left to right.
     auto passar = [&](int v, bool svart, int(&c)[2]) {
@@ -642,75 +681,82 @@ void FricellsDrag(const Plan& plan, const std::vector<Lucka>& l, std::vector<Dra
         if (v >= kNivaer)
             return;
         const int f = svart ? HJARTER : KLOVER;
-        int a = kolumnMed[f * kNivaer + v];
-        int b = kolumnMed[(f + 1) * kNivaer + v];
+        int a = kolumnMed[f * kNivaer + v + 1];
+        int b = kolumnMed[(f + 1) * kNivaer + v + 1];
         if (a > b)
             std::swap(a, b);
         c[0] = a;
         c[1] = b;
     };
-    auto kortet = [&](int fran) {
-        const Kort& k = l[fran].GeKort();
-        const int v = k.KortValor();
-        const int farg = k.KortFarg();
+    auto kortet = [&](int fran, std::uint8_t kod) {
+        const int v = kKod.valor[kod];
+        const int farg = kKod.farg[kod];
         if (hem[farg] >= 0 && hemValor[farg] == v)
-            ut.push_back({DragSlag::Kort, fran, 1, -1, hem[farg]});
+            *p++ = {DragSlag::Kort, fran, 1, -1, hem[farg]};
         if (v == 1 && tomGrund >= 0)
-            ut.push_back({DragSlag::Kort, fran, 1, -1, tomGrund});
+            *p++ = {DragSlag::Kort, fran, 1, -1, tomGrund};
         int c[2];
-        passar(v, k.SvartFarg(), c);
-        for (int p : c)
-            if (p >= 0)
-                ut.push_back({DragSlag::Kort, fran, 1, -1, tillKolumn(p)});
+        passar(v, kKod.svart[kod], c);
+        for (int q : c)
+            if (q >= 0)
+                *p++ = {DragSlag::Kort, fran, 1, -1, tillKolumn(q)};
         if (forstaTomma >= 0)
-            ut.push_back({DragSlag::Kort, fran, 1, -1, forstaTomma * kPlatserPerKolumn});
+            *p++ = {DragSlag::Kort, fran, 1, -1, forstaTomma * kPlatserPerKolumn};
         if (forstaTomCell >= 0)
-            ut.push_back({DragSlag::Kort, fran, 1, -1, forstaTomCell});
+            *p++ = {DragSlag::Kort, fran, 1, -1, forstaTomCell};
     };
-    auto raden = [&](int fran, int n) {
-        const Kort& k = l[fran].GeKort();
+    auto raden = [&](int fran, int n, std::uint8_t kod) {
         int c[2];
-        passar(k.KortValor(), k.SvartFarg(), c);
+        passar(kKod.valor[kod], kKod.svart[kod], c);
         const int tom = n - 1 <= fria - 1 ? forstaTomma : -1;
-        auto pa = [&](int p) {
-            const int till = tillKolumn(p);
-            ut.push_back({DragSlag::Rad, fran, n, p == tom ? till : till - 1, till});
+        auto pa = [&](int q) {
+            const int till = tillKolumn(q);
+            *p++ = {DragSlag::Rad, fran, n, q == tom ? till : till - 1, till};
         };
         bool tomGjord = tom < 0;
-        for (int p : c) {
-            if (p < 0)
+        for (int q : c) {
+            if (q < 0)
                 continue;
-            if (!tomGjord && tom < p) {
+            if (!tomGjord && tom < q) {
                 pa(tom);
                 tomGjord = true;
             }
-            pa(p);
+            pa(q);
         }
         if (!tomGjord)
             pa(tom);
     };
-    ut.clear();
     for (int c = 0; c < kKolumner; ++c) {
         if (langd[c] == 0)
             continue;
         const int bas = c * kPlatserPerKolumn;
         const int topp = bas + langd[c] - 1;
-        int r = topp;
         const int lagst = std::max(bas, topp - fria);
-        while (r > lagst && FallerIFarg(l[r - 1].GeKort(), l[r].GeKort()))
+        std::uint8_t kod = Kod(l[topp]);
+        const std::uint8_t toppKod = kod;
+        int r = topp;
+        while (r > lagst) {
+            const std::uint8_t under = Kod(l[r - 1]);
+            if (!KoderFaller(under, kod))
+                break;
+            kod = under;
             --r;
+        }
         for (int i = r; i < topp; ++i)
-            raden(i, topp - i + 1);
-        kortet(topp);
+            raden(i, topp - i + 1, Kod(l[i]));
+        kortet(topp, toppKod);
     }
     for (int i = 0; i < plan.friceller; ++i)
         if (!l[kForstaFricell + 2 * i].Tom())
-            kortet(kForstaFricell + 2 * i);
+            kortet(kForstaFricell + 2 * i, Kod(l[kForstaFricell + 2 * i]));
     // A full foundation followed by one that holds cards is one pile with it: its king
     // is not a top and does not move.
     for (int g = 0; g < 4; ++g)
-        if (grundLangd[g] > 0 && (grundLangd[g] < kNivaer || g == 3 || grundLangd[g + 1] == 0))
-            kortet(plan.forstaGrund + g * kNivaer + grundLangd[g] - 1);
+        if (grundLangd[g] > 0 && (grundLangd[g] < kNivaer || g == 3 || grundLangd[g + 1] == 0)) {
+            const int topp = plan.forstaGrund + g * kNivaer + grundLangd[g] - 1;
+            kortet(topp, Kod(l[topp]));
+        }
+    ut.assign(buf.data(), p);
 }
 
 } // namespace
@@ -882,31 +928,31 @@ std::vector<Hog> HogTabell(const Stallning& bord) {
 
 namespace {
 
-// The piles of `antal` × 22 slots from `forsta`, each its cards up to the first empty slot
+// The piles of `antal` × 22 slots from `forstaLucka`, each its cards up to the first empty slot
 // and a '|', in an order that does not depend on where each pile stands, into `ut`; how many
 // bytes.
-std::size_t SorteradeHogar(const std::vector<Lucka>& luckor, int forsta, int antal, char* ut) {
-    constexpr int kMest = 16;
-    auto kod = [&](int i) {
-        const Kort& k = luckor[i].GeKort();
-        return static_cast<char>(13 * k.KortFarg() + k.KortValor());
-    };
+std::size_t SorteradeHogar(const std::vector<Lucka>& luckor, int forstaLucka, int antal, char* ut) {
     // No card lies in two piles, so the piles' first cards alone order them as their whole
-    // bytes would: the empty piles first, then by the first card.
-    std::array<int, kMest> forst;
-    std::array<int, kMest> ordning;
-    for (int h = 0; h < antal; ++h) {
-        const int bas = forsta + h * kPlatserPerKolumn;
-        forst[h] = luckor[bas].Tom() ? 0 : static_cast<unsigned char>(kod(bas));
-        ordning[h] = h;
-        for (int j = h; j > 0 && forst[ordning[j - 1]] > forst[ordning[j]]; --j)
-            std::swap(ordning[j - 1], ordning[j]);
-    }
+    // bytes would: the empty piles first, then by the first card, found through a mask of
+    // the first cards' codes.
+    std::array<std::int8_t, 53> hogMed; // the pile whose first card this is
+    std::uint64_t forsta = 0;
     std::size_t n = 0;
-    for (int i = 0; i < antal; ++i) {
-        const Lucka* l = luckor.data() + forsta + ordning[i] * kPlatserPerKolumn;
+    for (int h = 0; h < antal; ++h) {
+        const Lucka& bas = luckor[static_cast<std::size_t>(forstaLucka + h * kPlatserPerKolumn)];
+        if (bas.Tom()) {
+            ut[n++] = '|';
+            continue;
+        }
+        const int kod = kNivaer * bas.GeKort().KortFarg() + bas.GeKort().KortValor();
+        hogMed[static_cast<std::size_t>(kod)] = static_cast<std::int8_t>(h);
+        forsta |= std::uint64_t{1} << kod;
+    }
+    for (; forsta != 0; forsta &= forsta - 1) {
+        const int h = hogMed[static_cast<std::size_t>(std::countr_zero(forsta))];
+        const Lucka* l = luckor.data() + forstaLucka + h * kPlatserPerKolumn;
         for (const Lucka* slut = l + kPlatserPerKolumn; l != slut && !l->Tom(); ++l)
-            ut[n++] = static_cast<char>(13 * l->GeKort().KortFarg() + l->GeKort().KortValor());
+            ut[n++] = static_cast<char>(kNivaer * l->GeKort().KortFarg() + l->GeKort().KortValor());
         ut[n++] = '|';
     }
     return n;
@@ -941,7 +987,8 @@ int Klass(const Plan& plan, const std::vector<Lucka>& luckor, int till) {
 
 // A card or run that already lies on a card it could be built on, moved onto another.
 bool Sidleds(const Plan& plan, const std::vector<Lucka>& luckor, const Drag& d) {
-    return d.fran <= SistaKolumnLucka(plan) && !HogBas(plan, d.fran) && !luckor[d.till].Tom() &&
+    return d.fran <= SistaKolumnLucka(plan) && !HogBas(plan, d.fran) &&
+           d.till <= SistaKolumnLucka(plan) && !HogBas(plan, d.till) &&
            PassarPaKolumn(plan, luckor[d.fran - 1].GeKort(), luckor[d.fran].GeKort());
 }
 
@@ -1033,8 +1080,10 @@ Matt MattPa(const Plan& plan, const std::vector<Lucka>& l) {
             ++m.celler;
     for (int f = 0; f < 4; ++f) {
         const int bas = plan.forstaGrund + f * plan.grundSteg;
-        if (!l[bas].Tom())
-            m.hemma += std::min(kNivaer, Toppen(l, bas) - bas + 1); // the next may follow
+        int n = 0;
+        while (n < kNivaer && !l[bas + n].Tom())
+            ++n;
+        m.hemma += n;
     }
     return m;
 }
@@ -1095,6 +1144,21 @@ bool MattEfter(const Plan& plan, const std::vector<Lucka>& l, const Matt& m, con
     return true;
 }
 
+// How many cards of each suit are home, from each foundation's own cards: an empty one
+// names no suit, and a full one is not read on into the next.
+std::array<int, 4> Hemma(const Plan& plan, const std::vector<Lucka>& l) {
+    std::array<int, 4> hemma{};
+    for (int f = 0; f < 4; ++f) {
+        const int bas = plan.forstaGrund + f * plan.grundSteg;
+        int n = 0;
+        while (n < kNivaer && !l[bas + n].Tom())
+            ++n;
+        if (n > 0)
+            hemma[static_cast<std::size_t>(l[bas].GeKort().KortFarg())] = n;
+    }
+    return hemma;
+}
+
 class Kunskap final : public SokKunskap {
 public:
     bool ListaDrag(const SpelBord& b, std::vector<Drag>& dragen) const override {
@@ -1111,12 +1175,7 @@ public:
     int TroligtDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
         const Plan& plan = *static_cast<const Stallning&>(b).plan;
         const std::vector<Lucka>& l = b.luckor;
-        int hemma[4] = {0, 0, 0, 0};
-        for (int f = 0; f < 4; ++f) {
-            int topp = Toppen(l, plan.forstaGrund + f * plan.grundSteg);
-            if (topp >= 0)
-                hemma[l[topp].GeKort().KortFarg()] = l[topp].GeKort().KortValor();
-        }
+        const std::array<int, 4> hemma = Hemma(plan, l);
         for (std::size_t i = 0; i < dragen.size(); ++i) {
             const Drag& d = dragen[i];
             if (d.slag != DragSlag::Kort || d.fran >= plan.forstaGrund ||
@@ -1172,12 +1231,23 @@ public:
     }
 
     // Nothing off the foundations, no card from one free cell to another, none from a card it
-    // could be built on to another such card, no whole pile into an empty column, and of the
-    // runs of one column into an empty column only the longest.
+    // could be built on to another such card (unless the card it leaves can go home; a run
+    // where the plan says so), no whole pile into an empty column, and of the runs of one
+    // column into an empty column only the longest.
     void GallraHastigt(const SpelBord& b, std::vector<Drag>& dragen) const override {
         const Plan& plan = *static_cast<const Stallning&>(b).plan;
         const std::vector<Lucka>& l = b.luckor;
         auto tomKolumn = [&](const Drag& d) { return KolumnBas(plan, d.till) && l[d.till].Tom(); };
+        // Read only when a move needs it.
+        std::array<int, 4> hemma{};
+        bool hemmaLast = false;
+        auto GarHem = [&](const Kort& k) {
+            if (!hemmaLast) {
+                hemma = Hemma(plan, l);
+                hemmaLast = true;
+            }
+            return k.KortValor() == hemma[k.KortFarg()] + 1;
+        };
         // The longest run of each column that may go to an empty column.
         std::array<int, 16> langst{};
         for (const Drag& d : dragen)
@@ -1190,7 +1260,8 @@ public:
                 return true;
             if (Fricell(plan, d.fran) && Fricell(plan, d.till))
                 return true;
-            if (Sidleds(plan, l, d))
+            if ((d.slag == DragSlag::Kort || !plan.sidledsRader) && Sidleds(plan, l, d) &&
+                !GarHem(l[d.fran - 1].GeKort()))
                 return true;
             if (!tomKolumn(d))
                 return false;

@@ -66,6 +66,9 @@ struct Plan {
     int sistaTraff = -1;
     // How many move orders a search's quick pass tries side by side.
     int sokOrdningar = 1;
+    // Whether that quick pass tries a run moved off a card it could be built on onto another
+    // such card (a single card moved so it never tries).
+    bool sidledsRader = false;
 };
 
 // A column base of the eight-column games.

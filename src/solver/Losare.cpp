@@ -279,19 +279,17 @@ void DragPaBord::TaTillbaka() {
 
 namespace {
 
-// A pass of several orders in one answer: the tables and time of all of them, the most
-// memory they held together.
+// A pass of several orders in one answer: the tables and time of all of them (and of the
+// orders that started again, `lagda` tables), the most memory they held together.
 SokSvar Samman(SokSvar s, const std::vector<std::unique_ptr<Sokning>>& sokningar,
-               const std::vector<bool>& klar, const SokSvar& klara) {
-    s.lagen = klara.lagen;
-    s.minne = klara.minne;
-    for (std::size_t i = 0; i < sokningar.size(); ++i)
-        if (!klar[i]) {
-            s.lagen += sokningar[i]->Lagen();
-            s.minne += sokningar[i]->Minne();
-        }
+               std::uint64_t lagda) {
+    s.lagen = lagda;
+    s.minne = 0;
+    for (const auto& sokning : sokningar) {
+        s.lagen += sokning->Lagen();
+        s.minne += sokning->Minne();
+    }
     s.tid = sokningar.front()->Forbrukat();
-    s.inomForsoket = s.inomForsoket || klara.inomForsoket;
     return s;
 }
 
@@ -299,89 +297,91 @@ SokSvar Samman(SokSvar s, const std::vector<std::unique_ptr<Sokning>>& sokningar
 constexpr std::uint64_t kForstaTur = 400;
 // The first order's first turn is longer: most deals it wins on its own, and soon.
 constexpr std::uint64_t kForsprang = 1500;
+// Every other order (the second, the fourth...) that has made this many tables without a
+// win starts again with new lots: a deal's hardest tails are dead ends every order went
+// deep into early. The others go on, as a win may lie deep.
+constexpr std::uint64_t kOmstart = 3000;
 
 // The quick pass of a game that offers several orders: one search per order, each on its
 // own table and with its own tables seen, taking turns of a few hundred tables each, with
 // turns that grow. A deal that one order finds late another often finds at once. The pass
-// ends with the first win, when every order has run through what it tries, or at the
-// limits (all the orders' tables counted together). With `helasVikt` above 0 the complete
-// search takes its turns among them, each that many times an order's: its answer, a win or
-// that the deal cannot be won, ends the pass, and the pass is the whole search.
+// ends with the first win, when an order has run through what it tries (every order
+// reaches the same tables, each in its own order, so one answers for all), or at the
+// limits (all the orders' tables counted together).
+// With `helasVikt` above 0 the complete search takes its turns among them, each that many
+// times an order's, and the pass is the whole search: the complete search's answer, a win
+// or that the deal cannot be won, ends it; quick orders that have run through, and any
+// search that runs out of its memory, drop out while the others go on, and when none is
+// left the deal is not known.
 SokSvar SnabbaOrdningar(const SpelRegler& regler, const SpelBord& bord, const SokGranser& granser,
                         int ordningar, std::stop_token stopp, const SokKrok& krok,
                         int helasVikt = 0) {
     const bool medHela = helasVikt > 0;
+    const auto antal = static_cast<std::size_t>(ordningar);
+    const std::size_t deltagare = antal + (medHela ? 1 : 0);
     SokGranser var = granser;
     var.lagen = 0;
-    const int deltagare = ordningar + (medHela ? 1 : 0);
-    // The complete search among them has half the memory: it is the one that can go on
-    // to the end.
-    var.minne = granser.minne / static_cast<std::size_t>(medHela ? 2 * ordningar : ordningar);
+    // The complete search among them has half the memory: it is the one that can go on to
+    // the end.
+    var.minne = granser.minne / (medHela ? 2 * antal : antal);
     // Each order begins at its first turn: a deal the first order wins in its first turn
     // costs no more than one order alone. A later one counts the time the pass has had.
     std::vector<std::unique_ptr<Sokning>> sokningar;
-    std::vector<bool> klar;
-    auto borja = [&] {
+    unsigned nastaLotter = 0; // the lots of the next order begun
+    auto ny = [&](bool hela) {
         SokGranser egna = var;
-        if (sokningar.size() == static_cast<std::size_t>(ordningar))
+        if (hela)
             egna.minne = granser.minne / 2;
         if (!sokningar.empty() && var.tid.count() != 0)
             egna.tid = std::max(std::chrono::milliseconds(1),
                                 var.tid - std::chrono::duration_cast<std::chrono::milliseconds>(
                                               sokningar.front()->Forbrukat()));
-        const bool hastig = sokningar.size() < static_cast<std::size_t>(ordningar);
-        sokningar.push_back(
-            std::make_unique<Sokning>(regler, bord, egna, stopp, krok, hastig,
-                                      hastig ? static_cast<unsigned>(sokningar.size()) : 0u));
-        klar.push_back(false);
+        return hela ? std::make_unique<Sokning>(regler, bord, egna, stopp, krok, false)
+                    : std::make_unique<Sokning>(regler, bord, egna, stopp, krok, true,
+                                                nastaLotter++);
     };
-    borja();
-    SokSvar svar; // what the orders that ran through held
+    sokningar.push_back(ny(false));
+    std::vector<bool> ute(deltagare, false); // dropped out (with the complete search only)
+    std::uint64_t lagda = 0;                 // the tables of the orders that started again
     auto alla = [&] {
-        std::uint64_t n = svar.lagen;
-        for (std::size_t j = 0; j < sokningar.size(); ++j)
-            if (!klar[j])
-                n += sokningar[j]->Lagen();
+        std::uint64_t n = lagda;
+        for (const auto& sokning : sokningar)
+            n += sokning->Lagen();
         return n;
     };
     for (std::uint64_t tur = kForstaTur;; tur += tur / 2) {
-        bool nagon = false;
-        for (std::size_t i = 0; i < static_cast<std::size_t>(deltagare); ++i) {
+        for (std::size_t i = 0; i < deltagare; ++i) {
             if (i == sokningar.size())
-                borja();
-            if (klar[i])
+                sokningar.push_back(ny(i == antal));
+            if (ute[i])
                 continue;
             std::uint64_t turen = i == 0 && sokningar[0]->Lagen() == 0 ? kForsprang : tur;
-            if (i == static_cast<std::size_t>(ordningar))
+            if (i == antal)
                 turen *= static_cast<std::uint64_t>(helasVikt);
             if (granser.lagen != 0) {
                 const std::uint64_t gjort = alla();
                 if (gjort >= granser.lagen)
-                    return Samman(SokSvar{}, sokningar, klar, svar);
+                    return Samman(SokSvar{}, sokningar, lagda);
                 turen = std::min(turen, granser.lagen - gjort);
             }
             std::optional<SokSvar> s = sokningar[i]->Kor(sokningar[i]->Lagen() + turen);
-            if (!s) {
-                nagon = true;
-            } else if ((s->utfall == Utfall::Ovinnbar && i < static_cast<std::size_t>(ordningar)) ||
-                       (medHela && sokningar[i]->Fullt())) {
-                // With the complete search among them, one that runs out of memory drops out
-                // and the others go on; the pass can then no longer answer "cannot be won".
-                klar[i] = true;
-                svar.lagen += s->lagen;
-                svar.minne = std::max(svar.minne, s->minne);
-                svar.inomForsoket = svar.inomForsoket || s->inomForsoket;
-            } else {
-                return Samman(*s, sokningar, klar, svar);
+            if (s && medHela && i < antal && s->utfall == Utfall::Ovinnbar) {
+                std::fill(ute.begin(), ute.begin() + static_cast<std::ptrdiff_t>(antal), true);
+                continue;
+            }
+            if (s && medHela && sokningar[i]->Fullt()) {
+                ute[i] = true;
+                continue;
+            }
+            if (s)
+                return Samman(*s, sokningar, lagda);
+            if (i < antal && i % 2 == 1 && sokningar[i]->Lagen() >= kOmstart) {
+                lagda += sokningar[i]->Lagen();
+                sokningar[i] = ny(false);
             }
         }
-        if (!nagon) {
-            // Every quick order ran through what it tries; with the complete search among them
-            // it ran out of memory, as it would have answered otherwise.
-            svar.utfall = medHela ? Utfall::Okant : Utfall::Ovinnbar;
-            svar.tid = sokningar.front()->Forbrukat();
-            return svar;
-        }
+        if (std::find(ute.begin(), ute.end(), false) == ute.end())
+            return Samman(SokSvar{}, sokningar, lagda);
     }
 }
 
