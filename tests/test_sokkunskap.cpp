@@ -213,6 +213,46 @@ void IdiotenBlandadMitt(Bygge& b, int rader, int kolumner, bool kant, std::mt199
     IdiotenBlandaPlatser(b, platser, slump);
 }
 
+// 200 won Idioten 1 tables laid out again at random by `blanda` (given the table's number):
+// where the search tries the moves of fewer gaps than it might, makes one at once, or calls
+// a table hopeless, it agrees with the plain search (given `plainMax` tables), and each of
+// these happens often enough among them to be tested.
+template <typename Blanda>
+void IdiotenJamforSlumpade(unsigned fro, std::size_t plainMax, Blanda blanda) {
+    std::mt19937 slump(fro);
+    int hopplosa = 0;
+    int vunna = 0;
+    int fargre = 0;
+    int sakra = 0;
+    int jamforda = 0;
+    for (int i = 0; i < 200; ++i) {
+        Bygge b(kIdioten1);
+        blanda(b, i, slump);
+        std::vector<Drag> dragen = Sokbara(b.regler, *b.bord);
+        const std::size_t alla = dragen.size();
+        if (alla > 1 && b.Sakert() >= 0)
+            ++sakra;
+        b.regler.Kunskap().Ordna(*b.bord, dragen);
+        if (dragen.size() < alla && dragen.size() > 1)
+            ++fargre;
+        if (b.Hopplos())
+            ++hopplosa;
+        auto [utfall, lika] = b.Jamfor(plainMax);
+        if (lika < 0)
+            continue;
+        ++jamforda;
+        QCOMPARE(lika, 1);
+        if (utfall == Utfall::Vinnbar)
+            ++vunna;
+    }
+    QVERIFY(jamforda > 180);
+    QVERIFY(hopplosa > 5);
+    QVERIFY(sakra > 5);
+    QVERIFY(fargre > 5);
+    QVERIFY(vunna > 5);
+    QVERIFY(vunna < jamforda - 5);
+}
+
 constexpr int kFreecell = 8;
 constexpr int kFreecellGrund = 184; // foundation f level k is slot 184 + 13f + k
 constexpr int kEightoff = 9;
@@ -339,38 +379,9 @@ private slots:
     // out again at random: where the search tries the moves of fewer gaps than it might,
     // makes one at once, or calls a table hopeless, it agrees with the plain search.
     void idiotenSlumpadeRutor() {
-        std::mt19937 slump(2711);
-        int hopplosa = 0;
-        int vunna = 0;
-        int fargre = 0;
-        int sakra = 0;
-        int jamforda = 0;
-        for (int i = 0; i < 200; ++i) {
-            Bygge b(kIdioten1);
+        IdiotenJamforSlumpade(2711, 100000, [](Bygge& b, int i, std::mt19937& slump) {
             IdiotenBlandadeRutor(b, 5 + i % 4, slump);
-            std::vector<Drag> dragen = Sokbara(b.regler, *b.bord);
-            const std::size_t alla = dragen.size();
-            if (alla > 1 && b.Sakert() >= 0)
-                ++sakra;
-            b.regler.Kunskap().Ordna(*b.bord, dragen);
-            if (dragen.size() < alla && dragen.size() > 1)
-                ++fargre;
-            if (b.Hopplos())
-                ++hopplosa;
-            auto [utfall, lika] = b.Jamfor(100000);
-            if (lika < 0)
-                continue;
-            ++jamforda;
-            QCOMPARE(lika, 1);
-            if (utfall == Utfall::Vinnbar)
-                ++vunna;
-        }
-        QVERIFY(jamforda > 180);
-        QVERIFY(hopplosa > 5);
-        QVERIFY(sakra > 5);
-        QVERIFY(fargre > 5);
-        QVERIFY(vunna > 5);
-        QVERIFY(vunna < jamforda - 5);
+        });
     }
 
     // Won Idioten 1 tables with gaps and scrambled cards in the middle of two or three rows:
@@ -379,38 +390,9 @@ private slots:
     // move. Where the search still tries fewer moves, makes one at once or calls a table
     // hopeless, it agrees with the plain search.
     void idiotenSlumpadeMitten() {
-        std::mt19937 slump(2811);
-        int hopplosa = 0;
-        int vunna = 0;
-        int fargre = 0;
-        int sakra = 0;
-        int jamforda = 0;
-        for (int i = 0; i < 200; ++i) {
-            Bygge b(kIdioten1);
+        IdiotenJamforSlumpade(2811, 30000, [](Bygge& b, int i, std::mt19937& slump) {
             IdiotenBlandadMitt(b, 2 + i % 3, 2 + i / 2 % 2, i % 2 == 1, slump);
-            std::vector<Drag> dragen = Sokbara(b.regler, *b.bord);
-            const std::size_t alla = dragen.size();
-            if (alla > 1 && b.Sakert() >= 0)
-                ++sakra;
-            b.regler.Kunskap().Ordna(*b.bord, dragen);
-            if (dragen.size() < alla && dragen.size() > 1)
-                ++fargre;
-            if (b.Hopplos())
-                ++hopplosa;
-            auto [utfall, lika] = b.Jamfor(30000);
-            if (lika < 0)
-                continue;
-            ++jamforda;
-            QCOMPARE(lika, 1);
-            if (utfall == Utfall::Vinnbar)
-                ++vunna;
-        }
-        QVERIFY(jamforda > 180);
-        QVERIFY(hopplosa > 5);
-        QVERIFY(sakra > 5);
-        QVERIFY(fargre > 5);
-        QVERIFY(vunna > 5);
-        QVERIFY(vunna < jamforda - 5);
+        });
     }
 
     // Idioten 2 with an ace at every column's base: the five of hearts lies on the ace of
