@@ -993,33 +993,33 @@ bool Sidleds(const Plan& plan, const std::vector<Lucka>& luckor, const Drag& d) 
 }
 
 // The lowest card left beneath a move's cards in its column (0 when the column empties):
-// digging towards the low cards first brings them home sooner. Read once for a table.
+// digging towards the low cards first brings them home sooner. Only the cards below a
+// move's first card are read, and once for the moves of one card or run (listed together).
 class LagstUnder {
 public:
-    LagstUnder(const Plan& p, const std::vector<Lucka>& luckor) : plan(p) {
-        for (int c = 0; c < plan.kolumner; ++c) {
-            const int bas = c * kPlatserPerKolumn;
-            int lagsta = 14;
-            under[c][0] = 0;
-            for (int k = 0; k + 1 < kPlatserPerKolumn && !luckor[bas + k].Tom(); ++k) {
-                lagsta = std::min(lagsta, luckor[bas + k].GeKort().KortValor());
-                under[c][k + 1] = static_cast<std::int8_t>(lagsta);
-            }
-        }
-    }
-    int For(const Drag& d) const {
-        if (d.fran <= SistaKolumnLucka(plan))
-            return under[d.fran / kPlatserPerKolumn][d.fran % kPlatserPerKolumn];
-        return HogBas(plan, d.fran) ? 0 : 14;
+    LagstUnder(const Plan& p, const std::vector<Lucka>& l) : plan(p), luckor(l) {}
+    int For(const Drag& d) {
+        if (d.fran > SistaKolumnLucka(plan))
+            return HogBas(plan, d.fran) ? 0 : 14;
+        if (d.fran == senastFran)
+            return senast;
+        const int bas = d.fran - d.fran % kPlatserPerKolumn;
+        int lagsta = bas == d.fran ? 0 : 14;
+        for (int i = bas; i < d.fran; ++i)
+            lagsta = std::min(lagsta, luckor[i].GeKort().KortValor());
+        senastFran = d.fran;
+        senast = lagsta;
+        return lagsta;
     }
 
 private:
     const Plan& plan;
-    std::array<std::array<std::int8_t, kPlatserPerKolumn>, 16> under;
+    const std::vector<Lucka>& luckor;
+    int senastFran = -1;
+    int senast = 0;
 };
 
-int Rang(const Plan& plan, const std::vector<Lucka>& luckor, const Drag& d,
-         const LagstUnder& lagst) {
+int Rang(const Plan& plan, const std::vector<Lucka>& luckor, const Drag& d, LagstUnder& lagst) {
     const bool franGrund = d.fran >= plan.forstaGrund;
     const bool tillGrund = d.till >= plan.forstaGrund && d.till <= SistaGrund(plan);
     int rang = 0;
@@ -1315,7 +1315,7 @@ public:
         kopia.assign(dragen.begin(), dragen.end());
         ordning.clear();
         klassade.clear();
-        const LagstUnder lagst(plan, l);
+        LagstUnder lagst(plan, l);
         for (std::size_t i = 0; i < kopia.size(); ++i) {
             const Drag& d = kopia[i];
             const int klass = Klass(plan, l, d.till);
