@@ -688,7 +688,8 @@ void FricellsDrag(const Plan& plan, const std::vector<Lucka>& l, std::vector<Dra
         c[0] = a;
         c[1] = b;
     };
-    auto kortet = [&](int fran, std::uint8_t kod) {
+    // Built in where it is called: a call cost about a tenth of the listing's instructions.
+    auto kortet = [&](int fran, std::uint8_t kod) __attribute__((always_inline)) {
         const int v = kKod.valor[kod];
         const int farg = kKod.farg[kod];
         if (hem[farg] >= 0 && hemValor[farg] == v)
@@ -1255,7 +1256,7 @@ public:
                 int& n = langst[static_cast<std::size_t>(d.fran / kPlatserPerKolumn)];
                 n = std::max(n, d.antal);
             }
-        std::erase_if(dragen, [&](const Drag& d) {
+        auto bort = [&](const Drag& d) {
             if (d.fran >= plan.forstaGrund && d.fran <= SistaGrund(plan))
                 return true;
             if (Fricell(plan, d.fran) && Fricell(plan, d.till))
@@ -1269,7 +1270,13 @@ public:
                 return true;
             return d.fran <= SistaKolumnLucka(plan) &&
                    langst[static_cast<std::size_t>(d.fran / kPlatserPerKolumn)] > d.antal;
-        });
+        };
+        // Kept in their order, as std::erase_if would, with the test built in.
+        std::size_t kvar = 0;
+        for (std::size_t i = 0; i < dragen.size(); ++i)
+            if (!bort(dragen[i]))
+                dragen[kvar++] = dragen[i];
+        dragen.resize(kvar);
     }
 
     // Where the columns stand does not matter to any move, nor which free cell holds a card,
