@@ -988,8 +988,9 @@ int Klass(const Plan& plan, const std::vector<Lucka>& luckor, int till) {
 
 // A card or run that already lies on a card it could be built on, moved onto another.
 bool Sidleds(const Plan& plan, const std::vector<Lucka>& luckor, const Drag& d) {
-    return d.fran <= SistaKolumnLucka(plan) && !HogBas(plan, d.fran) &&
-           d.till <= SistaKolumnLucka(plan) && !HogBas(plan, d.till) &&
+    const int sista = SistaKolumnLucka(plan);
+    return d.till <= sista && d.fran <= sista && d.till % kPlatserPerKolumn != 0 &&
+           d.fran % kPlatserPerKolumn != 0 &&
            PassarPaKolumn(plan, luckor[d.fran - 1].GeKort(), luckor[d.fran].GeKort());
 }
 
@@ -1321,7 +1322,10 @@ public:
         thread_local std::vector<Drag> klassade; // the kept moves into a class of places
         kopia.assign(dragen.begin(), dragen.end());
         ordning.clear();
-        klassade.clear();
+        if (klassade.size() < kopia.size())
+            klassade.resize(kopia.size());
+        const auto klassadeBorjan = klassade.begin();
+        auto klassadeSlut = klassadeBorjan;
         LagstUnder lagst(plan, l);
         for (std::size_t i = 0; i < kopia.size(); ++i) {
             const Drag& d = kopia[i];
@@ -1329,11 +1333,11 @@ public:
             if (klass >= 0) {
                 Drag k = d;
                 k.till = klass; // only the class is compared
-                if (std::find_if(klassade.begin(), klassade.end(), [&](const Drag& o) {
+                if (std::find_if(klassadeBorjan, klassadeSlut, [&](const Drag& o) {
                         return o.fran == k.fran && o.antal == k.antal && o.till == k.till;
-                    }) != klassade.end())
+                    }) != klassadeSlut)
                     continue;
-                klassade.push_back(k);
+                *klassadeSlut++ = k;
             }
             // The place in the list breaks ties, as a stable sort would, without its buffer.
             ordning.push_back(static_cast<std::uint32_t>(Rang(plan, l, d, lagst)) * 4096 +
