@@ -1048,9 +1048,9 @@ struct Matt {
     int hemma = 0;  // cards on the foundations
     std::array<int, 16> langd{};
     // Of each pile's first k cards, k up to its length (written by MattPa, not before): how
-    // many lie above a lower one, and the lowest (14: none).
+    // many lie above a lower one; and the lowest card of each pile (14: none).
     std::array<std::array<std::int8_t, kPlatserPerKolumn + 1>, 16> overUnder;
-    std::array<std::array<std::int8_t, kPlatserPerKolumn + 1>, 16> lagstUnder;
+    std::array<std::int8_t, 16> lagst;
     int Varde() const { return 3 * (52 - hemma) + 2 * over + celler - 3 * tomma; }
 };
 
@@ -1064,7 +1064,6 @@ Matt MattPa(const Plan& plan, const std::vector<Lucka>& l) {
             ++m.tomma;
         int p = 0;
         m.overUnder[c][0] = 0;
-        m.lagstUnder[c][0] = 14;
         for (; p < kPlatserPerKolumn && !l[bas + p].Tom(); ++p) {
             int v = l[bas + p].GeKort().KortValor();
             if (v > lagst)
@@ -1072,8 +1071,8 @@ Matt MattPa(const Plan& plan, const std::vector<Lucka>& l) {
             else
                 lagst = v;
             m.overUnder[c][p + 1] = static_cast<std::int8_t>(over);
-            m.lagstUnder[c][p + 1] = static_cast<std::int8_t>(lagst);
         }
+        m.lagst[c] = static_cast<std::int8_t>(lagst);
         m.langd[c] = p;
         m.over += over;
     }
@@ -1127,7 +1126,7 @@ bool MattEfter(const Plan& plan, const std::vector<Lucka>& l, const Matt& m, con
             return false;
         if (k == 0)
             --e.tomma;
-        int lagst = m.lagstUnder[h][k];
+        int lagst = m.lagst[h]; // k is the pile's length
         for (int i = 0; i < n; ++i) {
             const int v = l[d.fran + i].GeKort().KortValor();
             if (v > lagst)
