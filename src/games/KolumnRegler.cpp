@@ -1176,7 +1176,8 @@ public:
     int TroligtDrag(const SpelBord& b, const std::vector<Drag>& dragen) const override {
         const Plan& plan = *static_cast<const Stallning&>(b).plan;
         const std::vector<Lucka>& l = b.luckor;
-        const std::array<int, 4> hemma = Hemma(plan, l);
+        std::array<int, 4> hemma{};
+        bool hemmaLast = false; // read at the first move home that needs it
         for (std::size_t i = 0; i < dragen.size(); ++i) {
             const Drag& d = dragen[i];
             if (d.slag != DragSlag::Kort || d.fran >= plan.forstaGrund ||
@@ -1185,6 +1186,10 @@ public:
             const Kort& k = l[d.fran].GeKort();
             int v = k.KortValor();
             bool troligt = v <= 2;
+            if (!troligt && !hemmaLast) {
+                hemma = Hemma(plan, l);
+                hemmaLast = true;
+            }
             if (plan.sammaSvit)
                 troligt = true;
             else if (k.SvartFarg())
