@@ -170,6 +170,52 @@ private slots:
         QVERIFY(b.L()[180].Tom());
     }
 
+    // A press below a foundation's top band takes its top card, which a click sends where it
+    // fits: back onto a column. In the band the foundation's first card is hit, and the
+    // foundation, a run rising where a run must fall, does not move.
+    void grundensToppkortKlickasTillbakaPaKolumnen() {
+        Bord b;
+        b.Kungar({1, 2, 3, 4, 5, 6, 7});
+        b.Lagg(184, HJARTER, 1);
+        b.Lagg(185, HJARTER, 2);
+        b.Lagg(186, HJARTER, 3);
+        b.Lagg(0, SPADER, 4);
+        QCOMPARE(Traff(b.L(), b.Band(186)), 184);
+        auto fore = Bordet(*b.spel);
+        KlickaPa(*b.vy, b.Band(186));
+        QCOMPARE(Bordet(*b.spel), fore);
+        QVERIFY(b.spel->UndoLista().empty());
+        KlickaPa(*b.vy, b.Botten(186));
+        QVERIFY(b.Har(1, HJARTER, 3));
+        QVERIFY(b.L()[186].Tom());
+        QCOMPARE(b.spel->UndoLista(), (std::vector<std::pair<int, int>>{{186, 1}}));
+    }
+
+    // Foundations come first in a drop: a card released over a column's card that also lies
+    // within 100 pixels below the foundation above it goes onto the foundation, though it
+    // fits on the column's card; released lower down it goes onto that card.
+    void slappUnderGrundenGarTillGrundenForst() {
+        Bord b;
+        b.Kungar({1, 2, 3, 5, 6, 7});
+        b.Lagg(184, HJARTER, 1);
+        b.Lagg(88, SPADER, 3);
+        b.Lagg(0, HJARTER, 2);
+        // 640 × 480: cards 70 high, the foundation's bottom at 75, column 4's base 80..150.
+        const BRect grund = b.Pos(184);
+        const BRect kolumn = b.Pos(88);
+        const float x = (kolumn.left + kolumn.right) / 2;
+        QCOMPARE(grund.bottom, 75.0f);
+        QCOMPARE(kolumn.top, 80.0f);
+        DraFranTill(*b.vy, b.Band(0), BPoint(x, grund.bottom + 100));
+        QVERIFY(b.Har(185, HJARTER, 2));
+        QVERIFY(b.L()[89].Tom());
+        b.spel->Undo();
+        QVERIFY(b.Har(0, HJARTER, 2));
+        DraFranTill(*b.vy, b.Band(0), BPoint(x, grund.bottom + 101));
+        QVERIFY(b.Har(89, HJARTER, 2));
+        QVERIFY(b.L()[185].Tom());
+    }
+
     void klickUtanMalGorIngenting() {
         Bord b;
         b.Kungar({0, 1, 2, 3, 4, 5, 6, 7});
