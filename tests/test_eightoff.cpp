@@ -197,6 +197,27 @@ private slots:
         QVERIFY(b.L()[187].Tom());
     }
 
+    // The drop's foundation step looks at a free cell's spare like any pile top: the card
+    // one higher of the spare's suit, released over that cell, goes into the slot after the
+    // spare, the next free cell, while that cell is empty.
+    void slappPaReservplatsensKortGarTillNastaFricell() {
+        Bord b;
+        b.Kungar({1, 2, 3, 4, 5, 6, 7});
+        b.Lagg(186, KLOVER, 5);
+        b.Lagg(187, KLOVER, 6);
+        b.Lagg(0, KLOVER, 7);
+        DraFranTill(*b.vy, b.Band(0), b.Mitten(186));
+        QVERIFY(b.Har(188, KLOVER, 7));
+        QVERIFY(b.L()[0].Tom());
+        QCOMPARE(b.spel->UndoLista().back(), std::make_pair(0, 188));
+        b.spel->Undo();
+        // With the next free cell taken the spare is no top; the card stays.
+        b.Lagg(188, HJARTER, 13);
+        DraFranTill(*b.vy, b.Band(0), b.Mitten(186));
+        QVERIFY(b.Har(0, KLOVER, 7));
+        QVERIFY(b.spel->UndoLista().empty());
+    }
+
     // A run cannot start at a free cell's spare slot: the spare lies under its cell's card,
     // and a press there picks the cell's card and all above it. The rules list no such run,
     // and every move they list here has a gesture.
