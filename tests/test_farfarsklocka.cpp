@@ -247,6 +247,28 @@ private slots:
         QVERIFY(b.Har(HogBas(6), SPADER, 4));
     }
 
+    // A pile is nineteen slots and the slot after its last is the next pile's base: a card
+    // played onto a full pile's top lies there, and the two piles are one run until it
+    // leaves, so the full pile's nineteenth card is no top while it lies under it.
+    void fullHogFortsatterINastaHogensBas() {
+        Bord b;
+        b.BaraKlockan();
+        b.FullaHogar();
+        b.L()[HogBas(1)].TaBortKort();
+        for (int j = 0; j < kPlatserPerHog; ++j)
+            b.Lagg(HogBas(0) + j, SPADER, 13 - j % 13);
+        // Pile 0: king of spades down to the ace, then king down to the eight.
+        const int sista = HogBas(0) + kPlatserPerHog - 1;
+        QCOMPARE(sista + 1, HogBas(1));
+        QCOMPARE(b.Valor(sista), 8);
+        b.Lagg(HogBas(2) + 1, HJARTER, 7);
+        DraFranTill(*b.vy, b.Mitten(HogBas(2) + 1), b.Mitten(sista));
+        QVERIFY(b.Har(HogBas(1), HJARTER, 7));
+        QCOMPARE(b.spel->UndoLista().back(), std::make_pair(HogBas(2) + 1, HogBas(1)));
+        QCOMPARE(Traff(b.L(), b.Mitten(sista)), -1);
+        QCOMPARE(Traff(b.L(), b.Mitten(HogBas(1))), HogBas(1));
+    }
+
     // Only the clock top's own rectangle takes a drop, not the strip of a covered card.
     void slappPaKlockansTacktaKortGorIngenting() {
         Bord b;
