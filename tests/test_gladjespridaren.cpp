@@ -110,6 +110,15 @@ private slots:
 
     // ---- The deal -------------------------------------------------------------------------
 
+    // A deal draws its shuffle and the stripes of one face rendering, nothing more: the next
+    // deal goes on from there.
+    void givetDrarBlandningenOchEnRitning() {
+        Bord bord(kFro, false, 900, 600);
+        int nasta = std::rand();
+        QCOMPARE(bord.Pos(0), BRect(5, 155, 92, 225));
+        QCOMPARE(nasta, TalEfterGivet(kFro, 87));
+    }
+
     void givetLaggerNioTillEttOchReserverna() {
         Bord b(kFro, false);
         for (int c = 0; c < GladjespridarenRegler::kKolumner; ++c) {

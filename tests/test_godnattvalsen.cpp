@@ -92,6 +92,15 @@ private slots:
         QCOMPARE(b.S().lekKlickRuta, b.S().lekRuta);
     }
 
+    // A deal draws its shuffle and the stripes of one face rendering, nothing more: the next
+    // deal goes on from there.
+    void givetDrarBlandningenOchEnRitning() {
+        Bord bord(kFro, false, 900, 600);
+        int nasta = std::rand();
+        QCOMPARE(bord.Pos(0), BRect(0, 5, 159, 75));
+        QCOMPARE(nasta, TalEfterGivet(kFro, 159));
+    }
+
     void givetLaggerEssenOchEttKortPerHog() {
         Bord b;
         std::vector<Kort> lekPlatser;

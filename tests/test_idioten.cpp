@@ -463,6 +463,27 @@ private slots:
         QCOMPARE(bord.Antal(56, 107), 0);
     }
 
+    // A deal draws its shuffle and the stripes of one face rendering, nothing more: the new
+    // attempts and the next deal go on from there.
+    void givetDrarBlandningenOchEnRitning() {
+        Bord bord(kFro, false, 900, 600);
+        int nasta = std::rand();
+        QCOMPARE(bord.spel->Luckor()[0].GePos(), BRect(0, 5, 64, 111));
+        QCOMPARE(nasta, TalEfterGivet(kFro, 64));
+    }
+
+    // So does a new attempt: the gathered cards' shuffle, then the layout's rendering.
+    void nyttForsokDrarBlandningenOchEnRitning() {
+        for (bool animera : {false, true}) {
+            Bord bord(kFro, false, 640, 480, animera);
+            std::srand(1234);
+            KlickaPa(*bord.vy, Mitt(bord.spel->KnappPos()));
+            int nasta = std::rand();
+            QCOMPARE(bord.spel->Forsok(), 2);
+            QCOMPARE(nasta, TalEfterGivet(1234, 44));
+        }
+    }
+
     // ---- Gestures -----------------------------------------------------------------------
 
     void tvaDragenTillTomForstaKolumnenTasEmot() {

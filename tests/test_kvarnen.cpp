@@ -122,6 +122,15 @@ private slots:
     // The shuffle, then the aces taken out into 336..339, then the rest into 288..335; the
     // deal takes the stock's top each time: the aces from 339 down to the foundations, then
     // four cards to each pile.
+    // A deal draws its shuffle and the stripes of one face rendering, nothing more: the next
+    // deal goes on from there.
+    void givetDrarBlandningenOchEnRitning() {
+        Bord bord(kFro, false, 900, 600);
+        int nasta = std::rand();
+        QCOMPARE(bord.Pos(0), BRect(114, 5, 223, 144));
+        QCOMPARE(nasta, TalEfterGivet(kFro, 109));
+    }
+
     void givetFoljerLeken() {
         Bord b;
         std::vector<Kort> ess;

@@ -120,6 +120,15 @@ private slots:
                      });
     }
 
+    // A deal draws its shuffle and the stripes of one face rendering, nothing more: the next
+    // deal goes on from there.
+    void givetDrarBlandningenOchEnRitning() {
+        Bord bord(kFro, false, 900, 600);
+        int nasta = std::rand();
+        QCOMPARE(bord.Pos(0), BRect(0, 5, 219, 191));
+        QCOMPARE(nasta, TalEfterGivet(kFro, 219));
+    }
+
     void nioKortEssTillNioAvEnFarg() {
         for (unsigned fro : {1u, 2u, 3u, 77u}) {
             Bord b(fro);

@@ -36,6 +36,11 @@ void SnabbKlocka();
 std::vector<Kort> BlandadLek(unsigned fro, const std::function<void(Kortlek&)>& fore = {},
                              const std::function<void(Kortlek&)>& efter = {});
 
+// The random number a deal seeded with `fro` draws next once it has dealt: after the shuffle
+// (999 pairs) and the stripes of the four card backs of one face rendering at card width `w`
+// (three for each of the w / 5 stripes of each back).
+int TalEfterGivet(unsigned fro, int w);
+
 // A game of type Spel dealt with a seed in a real play view, shown so that it takes events,
 // with a table a test may lay out card by card.
 template <typename Spel> struct Testbord {
