@@ -107,10 +107,20 @@ private slots:
 
     // A deal draws its shuffle and the stripes of one face rendering, nothing more: the next
     // deal goes on from there.
-    void givetDrarBlandningenOchEnRitning() {
+    // The game's first deal shuffles nothing: it draws one face rendering's back stripes.
+    void forstaGivetDrarBaraEnRitning() {
         Bord bord(kFro, false, 900, 600);
         int nasta = std::rand();
         QCOMPARE(bord.Pos(0), BRect(0, 5, 87, 75));
+        QCOMPARE(nasta, TalEfterGivet(kFro, 87, false));
+    }
+
+    // New Deal draws its shuffle and one face rendering's back stripes.
+    void nyGivDrarBlandningenOchEnRitning() {
+        Bord bord(kFro, false, 900, 600);
+        std::srand(kFro);
+        bord.spel->NyttSpel(bord.vy->Bounds());
+        int nasta = std::rand();
         QCOMPARE(nasta, TalEfterGivet(kFro, 87));
     }
 
@@ -128,8 +138,40 @@ private slots:
         QVERIFY(!b.spel->Has_Undos());
     }
 
-    void givetTarLekensOversta() {
+    // The game's first deal is the fresh deck laid into the stock as it comes, whatever the
+    // random numbers: the columns get the ace, two, three and four of hearts, and the stock
+    // deals the rest of the hearts next, from the five up.
+    void forstaGivetArLekenOblandad() {
+        for (unsigned fro : {kFro, kFro + 1}) {
+            Bord b(fro, false);
+            for (int c = 0; c < 4; ++c)
+                QVERIFY(b.Har(14 * c, HJARTER, c + 1));
+            QVERIFY(b.Har(159, HJARTER, 5));
+            QVERIFY(b.Har(156, HJARTER, 8));
+            QVERIFY(b.Har(kForstaLek, SPADER, 13));
+            Kortlek lek;
+            for (int k = 0; k < 48; ++k) {
+                Kort kort = lek.GeKort();
+                QVERIFY(b.Har(kForstaLek + k, kort.KortFarg(), kort.KortValor()));
+            }
+        }
+    }
+
+    // Restart Deal deals the unshuffled first deal again.
+    void omGivAvForstaGivetArOblandat() {
         Bord b(kFro, false);
+        KlickaPa(*b.vy, b.Lek());
+        b.spel->OmGiv(b.vy->Bounds());
+        for (int c = 0; c < 4; ++c)
+            QVERIFY(b.Har(14 * c, HJARTER, c + 1));
+        QCOMPARE(AntalFyllda(b.L(), kForstaLek, kSistaLek), 48);
+    }
+
+    // New Deal shuffles: the deal of the seed.
+    void nyGivTarLekensOversta() {
+        Bord b(kFro, false);
+        std::srand(kFro);
+        b.spel->NyttSpel(b.vy->Bounds());
         std::vector<Kort> kort = BlandadLek(kFro);
         // The first card off the deck lies at the bottom of the stock, slot 112; the deal
         // takes the top, slot 163, to column 0.

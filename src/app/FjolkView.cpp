@@ -3,6 +3,7 @@
 #include "app/DragFonster.h"
 #include "app/Tangentbord.h"
 #include "app/TillgangligtBord.h"
+#include "cards/Fro.h"
 #include "platform/Meddelande.h"
 #include "platform/QtGeometry.h"
 
@@ -72,6 +73,11 @@ void FjolkView::ArbeteKlart() {
     }
     if (efterArbete)
         efterArbete();
+}
+
+void FjolkView::GivAvFro(unsigned fro) {
+    if (spel != nullptr && !spel->ForstaGivetBlandat())
+        MedFro(fro, [this] { spel->NyttSpel(Bounds()); });
 }
 
 void FjolkView::SattSpel(std::unique_ptr<Patiens> nytt) {

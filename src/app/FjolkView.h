@@ -59,6 +59,9 @@ public:
     void SattSpel(std::unique_ptr<Patiens> nytt);
     std::unique_ptr<Patiens> TaSpel();
     Patiens* Spel() const { return spel.get(); }
+    // Makes the game just made under random numbers seeded by `fro` show the deal of `fro`:
+    // most games dealt it as they were made; one whose first deal is not shuffled deals again.
+    void GivAvFro(unsigned fro);
     // Builds a game on this view with `skapa`, which deals it on the table as it is made,
     // and keeps it.
     void TaEmotSpel(const std::function<std::unique_ptr<Patiens>()>& skapa);

@@ -261,7 +261,7 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
         AddHiScore(true);
         // The new deal is laid out over the window's frame, as it always was; the next
         // resize lays it out over the view again.
-        auto dela = [this] {
+        auto dela = [this](unsigned) {
             FjolkView::Arbete delar(*spelVy);
             if (Patiens* nu = spelVy->Spel()) {
                 nu->NyttSpel(Frame());
@@ -271,7 +271,7 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
         if (spelhjalp->BaraVinnbara())
             spelhjalp->SokVinnbarGiv(spelNr, dela);
         else
-            dela();
+            dela(0);
         if (std::exchange(givNummer, std::nullopt))
             VisaSpeletsTitel();
     } else if (what == kOmGiv) {
@@ -317,9 +317,11 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
         if (!PaSkarmen())
             vantandeSpel = nummer;
         else if (spelhjalp->BaraVinnbara())
-            spelhjalp->SokVinnbarGiv(nummer, [this, nummer] {
+            spelhjalp->SokVinnbarGiv(nummer, [this, nummer](unsigned fro) {
                 FjolkView::Arbete delar(*spelVy);
                 DelaUtSpel(nummer);
+                spelVy->GivAvFro(fro);
+                spelVy->InvalidateOffscreen();
             });
         else
             DelaUtSpel(nummer);

@@ -21,7 +21,8 @@ inline constexpr Option kOptions[] = {
     {"v", "version", nullptr, "Show the version and exit."},
     {nullptr, "seed", "N",
      "Shuffle with random numbers seeded by N instead of the current time, so that a deal "
-     "can be played again exactly."},
+     "can be played again exactly. (Idioten 2's first deal is never shuffled: its deal N is "
+     "the one \"Deal Number...\" deals.)"},
     {nullptr, "data-dir", "DIR",
      "Keep window frames, player name and hiscores in DIR instead of the user's data "
      "folder."},
@@ -37,7 +38,8 @@ inline constexpr Option kOptions[] = {
      "Deal the game of --game, draw the table without a display and write it to FILE as a "
      "PNG picture, then exit."},
     {nullptr, "solve", nullptr,
-     "Without a window, search the deal of --game and --seed for a way to win it and print "
+     "Without a window, search the deal of --game and --seed (the one \"Deal Number...\" "
+     "deals for that number) for a way to win it and print "
      "the verdict (won-able, cannot be won, not known), the positions searched, the time and "
      "the winning moves one per line; exit with 0, 1 or 2 for the three verdicts."},
     {nullptr, "seeds", "A-B",

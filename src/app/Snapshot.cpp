@@ -6,7 +6,8 @@
 
 #include <cstdio>
 
-int SparaBild(int spelNr, int bredd, int hojd, const std::string& fil, std::optional<double> kvot) {
+int SparaBild(int spelNr, int bredd, int hojd, const std::string& fil, std::optional<double> kvot,
+              std::optional<unsigned> fro) {
     FjolkView view;
     if (kvot)
         view.SattPixelKvot(*kvot);
@@ -17,6 +18,8 @@ int SparaBild(int spelNr, int bredd, int hojd, const std::string& fil, std::opti
                      spelNr);
         return 1;
     }
+    if (fro)
+        view.GivAvFro(*fro);
     QImage bild = view.OffBitmap().copy(TillPixlar(QRect(0, 0, bredd, hojd), view.PixelKvot()));
     if (!bild.save(QString::fromStdString(fil), "PNG")) {
         std::fprintf(stderr, "fjolkpatience: cannot write %s.\n", fil.c_str());

@@ -728,7 +728,7 @@ void Spelhjalp::SpeletSlut() {
     vy->setEnabled(true);
 }
 
-void Spelhjalp::SokVinnbarGiv(int spel, std::function<void()> dela) {
+void Spelhjalp::SokVinnbarGiv(int spel, std::function<void(unsigned)> dela) {
     SpeletSlut();
     givSok = GivSok{spel,
                     static_cast<unsigned>(std::rand()),
@@ -753,7 +753,7 @@ void Spelhjalp::ProvaNastaGiv() {
         // for the table again.
         vy->setFocus();
         std::srand(klar.giv.fro);
-        klar.dela();
+        klar.dela(klar.giv.fro);
         EfterDrag();
         // Told for a few seconds when a winnable deal was found; else until the first move.
         notis->Visa(QString::fromStdString(VinnbarText(klar.spel, klar.giv)), {},

@@ -91,7 +91,7 @@ public:
     bool BaraVinnbara() const;
     // Winnable Deals Only: tries game `spel`'s deals on the solver's thread, then seeds the
     // random numbers with the one to play and calls `dela`, which deals it.
-    void SokVinnbarGiv(int spel, std::function<void()> dela);
+    void SokVinnbarGiv(int spel, std::function<void(unsigned)> dela);
     void MenusBeginning();
     bool Soker() const { return vantar != Fraga::Ingen; }
     bool Slutfors() const { return !slutDrag.empty(); }
@@ -160,7 +160,7 @@ private:
         unsigned bas = 0;
         VinnbarGiv giv;
         std::chrono::steady_clock::time_point slut;
-        std::function<void()> dela;
+        std::function<void(unsigned)> dela;
     };
     std::optional<GivSok> givSok;
 };

@@ -15,6 +15,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <optional>
 
 namespace {
 
@@ -68,11 +69,14 @@ int main(int argc, char* argv[]) {
     std::srand(commandLine.seed ? *commandLine.seed : static_cast<unsigned>(std::time(nullptr)));
     if (!commandLine.dataDirectory.empty())
         AttributeStore::SetDataDirectory(commandLine.dataDirectory);
-    if (commandLine.winnableOnly && commandLine.game >= 0 && !commandLine.snapshot.empty())
-        std::srand(HittaVinnbarGiv(commandLine.game, static_cast<unsigned>(std::rand())).fro);
+    std::optional<unsigned> vinnbar;
+    if (commandLine.winnableOnly && commandLine.game >= 0 && !commandLine.snapshot.empty()) {
+        vinnbar = HittaVinnbarGiv(commandLine.game, static_cast<unsigned>(std::rand())).fro;
+        std::srand(*vinnbar);
+    }
     if (!commandLine.snapshot.empty())
         return SparaBild(commandLine.game, commandLine.width, commandLine.height,
-                         commandLine.snapshot, commandLine.ratio);
+                         commandLine.snapshot, commandLine.ratio, vinnbar);
     MatForstaBilden(commandLine.game >= 0);
     FjolkApp fjolk(AttributeStore::Program());
     if (commandLine.noAnimation)

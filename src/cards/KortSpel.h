@@ -131,6 +131,9 @@ public:
     virtual bool Has_Redos() = 0;
     // Deals the current deal's cards again, in the order they were first dealt.
     virtual void OmGiv(BRect bounds) = 0;
+    // Whether the deal a new game object makes is shuffled like New Deal's, so that it is
+    // the deal of the random numbers' seed. Idioten 2's first deal is not.
+    virtual bool ForstaGivetBlandat() const { return true; }
 
     // Whether the pointer, pressed at `press`, has left the square inside which a release
     // is still a click. Most games allow 4 pixels each way; others, LamnatOjamnKlickRuta.

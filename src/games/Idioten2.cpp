@@ -20,7 +20,10 @@ BPoint Mitten(BRect r) {
 
 Idioten2::Idioten2(SpelYta* view, BRect frame, bool animeraKort) : KolumnGester(view, animeraKort) {
     Skapa(bord);
-    NyttSpel(frame);
+    // The first deal lays the fresh deck out as it comes, without a shuffle; New Deal
+    // shuffles.
+    LaggUtOblandad(bord);
+    DelaUtDetLagda(frame);
 }
 
 void Idioten2::RitaSpel(QPainter& p) {

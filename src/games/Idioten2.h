@@ -17,6 +17,7 @@ public:
     void OmRaknaLuckaKort(BRect bounds) override;
     void SpelKnapp(BPoint where) override;
     int SpelNummer() const override { return 1; }
+    bool ForstaGivetBlandat() const override { return false; }
     const SpelRegler& Regler() const override { return Idioten2Regler::Regler(); }
     std::optional<Gest> GestFor(const Drag& drag) const override;
 

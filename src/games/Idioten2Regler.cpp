@@ -114,6 +114,10 @@ void LaggUtLeken(Stallning& bord) {
     LekRegler::LaggLeken(bord, kForstaLek);
 }
 
+void LaggUtOblandad(Stallning& bord) {
+    LekRegler::LaggOblandadLek(bord, kForstaLek);
+}
+
 void DelaUt(Stallning& bord, Flygledare* flyg) {
     for (int c = 0; c < kKolumner; ++c) {
         int topp = kLeken.Topp(bord.luckor);

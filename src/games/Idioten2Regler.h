@@ -96,6 +96,8 @@ enum Steg : int {
 
 void Skapa(Stallning& bord);
 void LaggUtLeken(Stallning& bord);
+// The game's first deal: the fresh deck into the stock unshuffled, as the old program did.
+void LaggUtOblandad(Stallning& bord);
 void DelaUt(Stallning& bord, Flygledare* flyg);
 // Each column's top card to every place a click or a drop sends it; the stock while it
 // lasts.

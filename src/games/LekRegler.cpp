@@ -15,6 +15,12 @@ void LaggLeken(SpelBord& bord, int forsta) {
     LaggILeken(bord, forsta);
 }
 
+void LaggOblandadLek(SpelBord& bord, int forsta) {
+    NyGiv(bord);
+    bord.antalUndo = 0;
+    LaggILeken(bord, forsta);
+}
+
 void NyGiv(SpelBord& bord) {
     for (Lucka& lucka : bord.luckor)
         lucka.TaBortKort();

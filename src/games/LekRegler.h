@@ -24,6 +24,8 @@ struct Lek {
 // A new deal up to the dealing: every slot emptied, no undos, and a fresh deck shuffled and
 // laid from slot `forsta` up, the first card off the deck lowest.
 void LaggLeken(SpelBord& bord, int forsta);
+// The same without the shuffle: the fresh deck as it comes, its first card lowest.
+void LaggOblandadLek(SpelBord& bord, int forsta);
 
 // The start of every new deal: every slot emptied, the undo records gone, a fresh deck, not
 // yet shuffled. The undo count and the game's own counters are the game's to reset.

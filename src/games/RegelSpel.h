@@ -23,8 +23,7 @@ public:
 
     void NyttSpel(BRect bounds) override {
         this->Regler().LaggUtLeken(this->bord);
-        givet = this->bord.Kopia();
-        LaggUtOchDela(bounds);
+        DelaUtDetLagda(bounds);
     }
     void OmGiv(BRect bounds) override {
         if (givet == nullptr) {
@@ -83,6 +82,11 @@ public:
     }
 
 protected:
+    // Deals the cards laid out in the stock as the deal that Restart Deal deals again.
+    void DelaUtDetLagda(BRect bounds) {
+        givet = this->bord.Kopia();
+        LaggUtOchDela(bounds);
+    }
     // Deals the cards laid out for the deal, with its flights, and starts the clock.
     virtual void LaggUtOchDela(BRect bounds) {
         resultatRaknat = false;

@@ -34,9 +34,9 @@ std::vector<Kort> BlandadLek(unsigned fro, const std::function<void(Kortlek&)>& 
     return kort;
 }
 
-int TalEfterGivet(unsigned fro, int w) {
+int TalEfterGivet(unsigned fro, int w, bool blandat) {
     std::srand(fro);
-    for (int i = 0; i < 2 * 999 + 4 * (w / 5) * 3; ++i)
+    for (int i = 0; i < (blandat ? 2 * 999 : 0) + 4 * (w / 5) * 3; ++i)
         std::rand();
     return std::rand();
 }

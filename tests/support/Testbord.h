@@ -39,7 +39,7 @@ std::vector<Kort> BlandadLek(unsigned fro, const std::function<void(Kortlek&)>& 
 // The random number a deal seeded with `fro` draws next once it has dealt: after the shuffle
 // (999 pairs) and the stripes of the four card backs of one face rendering at card width `w`
 // (three for each of the w / 5 stripes of each back).
-int TalEfterGivet(unsigned fro, int w);
+int TalEfterGivet(unsigned fro, int w, bool blandat = true);
 
 // A game of type Spel dealt with a seed in a real play view, shown so that it takes events,
 // with a table a test may lay out card by card.
