@@ -202,11 +202,13 @@ void FjolkWin::Posta(type_code what) {
 
 void FjolkWin::MenusBeginning() {
     Patiens* spel = spelVy->Spel();
+    // While the next deal is looked for, New Deal only starts the search over.
+    Patiens* kvar = spelhjalp != nullptr && spelhjalp->SokerGiv() ? nullptr : spel;
     nyGivItem->setEnabled(spel != nullptr);
-    angraItem->setEnabled(spel != nullptr && spel->Has_Undos());
-    gorOmItem->setEnabled(spel != nullptr && spel->Has_Redos());
-    omGivItem->setEnabled(spel != nullptr);
-    givNummerItem->setEnabled(spel != nullptr);
+    angraItem->setEnabled(kvar != nullptr && kvar->Has_Undos());
+    gorOmItem->setEnabled(kvar != nullptr && kvar->Has_Redos());
+    omGivItem->setEnabled(kvar != nullptr);
+    givNummerItem->setEnabled(kvar != nullptr);
     if (spelhjalp != nullptr) {
         spelhjalp->EfterDrag();
         spelhjalp->MenusBeginning();
@@ -244,9 +246,9 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
         return;
     FjolkView::Arbete arbete(*spelVy);
     if (what == kAvsluta) {
-        spelhjalp->SpeletSlut();
         if (visarSpel)
             AddHiScore(false);
+        spelhjalp->SpeletSlut();
         QuitRequested();
         return;
     }
@@ -254,6 +256,10 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
     if (spelVy->GestPagar())
         return;
     Patiens* spel = spelVy->Spel();
+    // The table shown while the next deal is looked for is the game already left.
+    if (spelhjalp->SokerGiv() && (what == kOmGiv || what == kFragaGivNummer || what == kGivNummer ||
+                                  what == kGorOm || what == kAngra))
+        return;
 
     if (what == kNyGiv) {
         if (spel == nullptr)
@@ -267,6 +273,8 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
                 nu->NyttSpel(Frame());
                 spelVy->InvalidateOffscreen();
             }
+            // Dealt when a search for a winnable deal ends, after this command's refresh.
+            MenusBeginning();
         };
         if (spelhjalp->BaraVinnbara())
             spelhjalp->SokVinnbarGiv(spelNr, dela);
@@ -320,6 +328,7 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
             spelhjalp->SokVinnbarGiv(nummer, [this, nummer] {
                 FjolkView::Arbete delar(*spelVy);
                 DelaUtSpel(nummer);
+                MenusBeginning();
             });
         else
             DelaUtSpel(nummer);
@@ -368,8 +377,8 @@ void FjolkWin::StangSpel() {
         Posta(kAvsluta);
         return;
     }
-    spelhjalp->SpeletSlut();
     AddHiScore(false);
+    spelhjalp->SpeletSlut();
     SparaRam();
     byterLage = true;
     spelVy->TaSpel();
@@ -494,7 +503,8 @@ void FjolkWin::DelaGivNummer(const QString& text) {
 
 void FjolkWin::AddHiScore(bool visa) {
     Patiens* spel = spelVy->Spel();
-    if (spel == nullptr)
+    // A game whose next deal is being looked for was recorded when it was left.
+    if (spel == nullptr || spelhjalp->SokerGiv())
         return;
     hiscorePlats = spel->AddHiscore();
     if (!visa) {

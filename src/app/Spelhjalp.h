@@ -94,6 +94,9 @@ public:
     void SokVinnbarGiv(int spel, std::function<void()> dela);
     void MenusBeginning();
     bool Soker() const { return vantar != Fraga::Ingen; }
+    // Winnable Deals Only is looking for the next deal: the game on the table, if any, has
+    // had its result recorded and is about to go.
+    bool SokerGiv() const { return givSok.has_value(); }
     bool Slutfors() const { return !slutDrag.empty(); }
     LosarTrad& Trad() { return trad; }
     // The move the last hint named, while it is shown.
