@@ -232,8 +232,16 @@ void Bordsnotis::Placera() {
                             }
             }
     }
-    QSize s = storlek(pixlar, storst);
-    ruta = QRect(QPoint((width() - s.width()) / 2, height() - kKant - s.height()), s);
+    // Over the cards, in the largest type that fits the view's height; in a view too low for
+    // any, its beginning shows.
+    QSize s;
+    for (int px : kPixlar) {
+        pixlar = px;
+        s = storlek(px, storst);
+        if (s.height() <= height() - 2 * kKant)
+            break;
+    }
+    ruta = QRect(QPoint((width() - s.width()) / 2, std::max(0, height() - kKant - s.height())), s);
 }
 
 void Bordsnotis::paintEvent(QPaintEvent*) {
