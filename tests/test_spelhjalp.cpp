@@ -16,6 +16,8 @@
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -114,6 +116,25 @@ private slots:
         QVERIFY(h.tipsItem->isEnabled());
         QVERIFY(h.slutforItem->isEnabled());
         QVERIFY(h.fragaItem->isEnabled());
+    }
+
+    // The options' check boxes follow the Options tab's buttons in Tab's order, and a screen
+    // reader is told what each does.
+    void alternativenNasMedTabOchBeskrivs() {
+        Korning k;
+        k.win->show();
+        k.win->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(k.win.get()));
+        WelcomeView& valkomst = *k.win->ValkomstVy();
+        valkomst.flikar->setCurrentWidget(valkomst.optionFlik);
+        Behandla();
+        valkomst.aterstallKnapp->setFocus();
+        Spelhjalp& h = k.Hjalp();
+        for (QCheckBox* ruta : {h.vinnbaraRuta, h.sjalvRuta, h.forlorasRuta}) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            QCOMPARE(QApplication::focusWidget(), ruta);
+            QVERIFY2(!ruta->accessibleDescription().isEmpty(), qPrintable(ruta->text()));
+        }
     }
 
     void hSkriverHINamnfaltet() {

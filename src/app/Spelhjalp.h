@@ -32,7 +32,8 @@ public:
     explicit Bordsnotis(FjolkView* vy);
 
     // Shows `text` and `ramar` (view units) for `ms` milliseconds; 0: until the next one.
-    void Visa(const QString& text, std::vector<QRect> ramar = {}, int ms = 0);
+    // `beratta`: a screen reader is told it too.
+    void Visa(const QString& text, std::vector<QRect> ramar = {}, int ms = 0, bool beratta = true);
     void Rensa();
     const QString& Text() const { return text; }
     const std::vector<QRect>& Ramar() const { return ramar; }
