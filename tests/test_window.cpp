@@ -705,6 +705,21 @@ private slots:
         QCOMPARE(fonster->tabell->item(0, 4)->text(), QString());
     }
 
+    // The window left open beside the game counts each result as it is recorded.
+    void statistikfonstretFoljerSpeletMedan() {
+        Korning k;
+        k.Posta(kStartaSpel0 + 8);
+        k.Posta(kStatistik);
+        StatistikDialog* fonster = k.win->StatistikFonster();
+        QVERIFY(fonster != nullptr && fonster->isVisible());
+        QCOMPARE(fonster->tabell->item(8, 2)->text(), QStringLiteral("0"));
+        k.Posta(kNyGiv);
+        QCOMPARE(fonster->tabell->item(8, 1)->text(), QStringLiteral("Guest"));
+        QCOMPARE(fonster->tabell->item(8, 2)->text(), QStringLiteral("1"));
+        k.Posta(kStang);
+        QCOMPARE(fonster->tabell->item(8, 2)->text(), QStringLiteral("2"));
+    }
+
     // Reset Statistics asks first; Reset to default leaves them, as it leaves the hiscores.
     void nollstallStatistikFragarForstOchBehallerHiscores() {
         Korning k;

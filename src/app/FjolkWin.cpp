@@ -507,6 +507,9 @@ void FjolkWin::AddHiScore(bool visa) {
     if (spel == nullptr || spelhjalp->SokerGiv())
         return;
     hiscorePlats = spel->AddHiscore();
+    // The statistics window, left open beside the game, counts the result too.
+    if (statistikFonster != nullptr && statistikFonster->isVisible())
+        statistikFonster->Las();
     if (!visa) {
         // Left silently as always, but a result that waits is not kept from the player.
         if (hiscorePlats == kHiscoreVantar)
