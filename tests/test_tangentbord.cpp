@@ -237,6 +237,46 @@ private slots:
         QCOMPARE(vy->Tangenterna().FokusPlats()->namn.substr(0, 9), std::string("column 7:"));
     }
 
+    // A column longer than the window is still a place: named by its top card, framed and
+    // pressed where its cards show, as the mouse can press them there.
+    void kolumnLangreAnFonstret() {
+        auto vy = VyMedSpel(5, 3, 640, 380);
+        const Patiens& spel = *vy->Spel();
+        std::vector<Hog> hogar = spel.Regler().Hogar(spel.Tabell());
+        int langst = -1;
+        for (int i = 0; i < static_cast<int>(hogar.size()); ++i)
+            if (hogar[i].slag == HogSlag::Kolumn &&
+                (langst < 0 ||
+                 AntalFyllda(spel.Luckor(), hogar[i].forsta, hogar[i].sista) >
+                     AntalFyllda(spel.Luckor(), hogar[langst].forsta, hogar[langst].sista)))
+                langst = i;
+        QVERIFY(langst >= 0);
+        const Hog& hog = hogar[langst];
+        const int topp = hog.forsta + AntalFyllda(spel.Luckor(), hog.forsta, hog.sista) - 1;
+        QVERIFY(!vy->Bounds().Contains(Mitt(spel.Luckor()[topp].GePos())));
+        QVERIFY(vy->Bounds().Contains(Mitt(spel.Luckor()[hog.forsta].GePos())));
+        const std::vector<BordsPlats>& platser = vy->Tangenterna().Platserna();
+        auto plats = std::find_if(platser.begin(), platser.end(),
+                                  [&](const BordsPlats& p) { return p.hog == langst; });
+        QVERIFY(plats != platser.end());
+        QCOMPARE(plats->namn, BeskrivHog(hog, spel.Luckor()));
+        QVERIFY(vy->Bounds().Contains(plats->klick));
+        QVERIFY((vy->Bounds() & plats->ram).IsValid());
+        QVERIFY(!plats->grepp.empty());
+        for (BPoint p : plats->grepp)
+            QVERIFY(vy->Bounds().Contains(p));
+        const int k = static_cast<int>(plats - platser.begin());
+        auto fore = spel.Tabell().Kopia();
+        TillPlats(*vy, k);
+        Tangent(*vy, Qt::Key_Period);
+        QVERIFY(vy->Tangenterna().Haller());
+        QVERIFY(std::find(spel.valdaLuckor.begin(), spel.valdaLuckor.end(), topp) !=
+                spel.valdaLuckor.end());
+        Tangent(*vy, Qt::Key_Escape);
+        QVERIFY(!vy->Tangenterna().Haller());
+        QVERIFY(spel.Tabell().Lika(*fore));
+    }
+
     void hogarIOrd() {
         std::vector<Lucka> luckor(30, Lucka(BRect(0, 0, 0, 0), false));
         for (auto [i, farg, valor] :

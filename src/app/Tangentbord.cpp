@@ -77,18 +77,24 @@ std::optional<BordsPlats> PlatsFor(const Patiens& spel, const std::vector<Hog>& 
                 plats.klick = knapp->fran;
         return plats;
     }
-    std::optional<BPoint> klick = SynligPunkt(luckor, topp, synligt);
+    // A pile running past the view's edge is pressed where its cards show, as the mouse can
+    // press it: from the face-up card nearest its top that shows.
+    int synlig = topp;
+    std::optional<BPoint> klick = SynligPunkt(luckor, synlig, synligt);
+    while (!klick && synlig > hog.forsta && Fylld(luckor, synlig - 1) &&
+           !luckor[synlig - 1].BakSida())
+        klick = SynligPunkt(luckor, --synlig, synligt);
     if (!klick)
         return std::nullopt;
-    plats.ram = luckor[topp].GePos();
+    plats.ram = luckor[synlig].GePos();
     plats.mal = plats.ram;
     plats.klick = *klick;
     // The stock is pressed where the game takes a press on it.
     if (hog.slag == HogSlag::Lek)
         if (std::optional<Gest> knapp = spel.GestFor(KnappDrag()); knapp && knapp->klick)
             plats.klick = knapp->fran;
-    for (int i = topp; i >= hog.forsta && Fylld(luckor, i); --i) {
-        if (i != topp && luckor[i].BakSida())
+    for (int i = synlig; i >= hog.forsta && Fylld(luckor, i); --i) {
+        if (i != synlig && luckor[i].BakSida())
             break;
         std::optional<BPoint> p = SynligPunkt(luckor, i, synligt);
         if (!p)
