@@ -15,6 +15,7 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QCompleter>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -502,6 +503,33 @@ private slots:
         dialog->reject();
         Behandla();
         QCOMPARE(k.win->GivNummer(), std::optional<unsigned>(42));
+    }
+
+    // OK takes only a deal's number: nothing, or a number past the last deal, cannot be
+    // given.
+    void givNummerOkBaraForEttNummer() {
+        Korning k;
+        k.Posta(kStartaSpel0 + 8);
+        k.Posta(kFragaGivNummer);
+        auto* dialog = k.win->findChild<QInputDialog*>(QStringLiteral("Deal Number"));
+        QVERIFY(dialog != nullptr);
+        auto* falt = dialog->findChild<QLineEdit*>();
+        auto* knappar = dialog->findChild<QDialogButtonBox*>();
+        QVERIFY(falt != nullptr && knappar != nullptr);
+        QPushButton* ok = knappar->button(QDialogButtonBox::Ok);
+        QVERIFY(ok != nullptr);
+        QVERIFY(!ok->isEnabled());
+        falt->setFocus();
+        QTest::keyClicks(falt, QStringLiteral("4294967296"));
+        QVERIFY(!ok->isEnabled());
+        QTest::keyClick(falt, Qt::Key_Backspace);
+        QTest::keyClick(falt, Qt::Key_5);
+        QCOMPARE(falt->text(), QStringLiteral("4294967295"));
+        QVERIFY(ok->isEnabled());
+        QTest::keyClick(falt, Qt::Key_Return);
+        Behandla();
+        QCOMPARE(k.win->GivNummer(), std::optional<unsigned>(4294967295u));
+        QVERIFY(k.win->findChild<QMessageBox*>(QStringLiteral("Deal Number")) == nullptr);
     }
 
     void spelSomInteFinnsAnnuLamnarValkomstskarmen() {

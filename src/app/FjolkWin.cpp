@@ -19,6 +19,7 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QCompleter>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QDirIterator>
 #include <QFileDialog>
@@ -436,12 +437,24 @@ void FjolkWin::FragaGivNummer() {
     if (auto* falt = dialog->findChild<QLineEdit*>())
         falt->setValidator(new QRegularExpressionValidator(
             QRegularExpression(QStringLiteral("[0-9]{1,10}")), falt));
+
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setWindowModality(Qt::WindowModal);
     connect(dialog, &QInputDialog::textValueSelected, this, [this](const QString& text) {
         QCoreApplication::postEvent(this, new Meddelande(kGivNummer, text));
     });
     dialog->show();
+    // OK only for a deal's number: not for nothing, nor for one past the last deal.
+    if (auto* knappar = dialog->findChild<QDialogButtonBox*>())
+        if (QPushButton* ok = knappar->button(QDialogButtonBox::Ok)) {
+            auto folj = [ok](const QString& text) {
+                bool nummer = false;
+                text.toUInt(&nummer);
+                ok->setEnabled(nummer);
+            };
+            connect(dialog, &QInputDialog::textValueChanged, ok, folj);
+            folj(dialog->textValue());
+        }
 }
 
 void FjolkWin::VisaStatistikFonster() {
