@@ -725,6 +725,8 @@ private slots:
         StatistikDialog* fonster = k.win->StatistikFonster();
         QVERIFY(fonster != nullptr && fonster->isVisible());
         QCOMPARE(fonster->tabell->rowCount(), 12);
+        QCOMPARE(fonster->tabell->accessibleName(), QStringLiteral("Statistics"));
+        QVERIFY(!fonster->tabell->accessibleDescription().isEmpty());
         QCOMPARE(fonster->tabell->item(8, 0)->text(), QStringLiteral("Freecell"));
         QCOMPARE(fonster->tabell->item(8, 1)->text(), QStringLiteral("Guest"));
         QCOMPARE(fonster->tabell->item(8, 2)->text(), QStringLiteral("1"));
