@@ -89,6 +89,13 @@ std::optional<BordsPlats> PlatsFor(const Patiens& spel, const std::vector<Hog>& 
     plats.ram = luckor[synlig].GePos();
     plats.mal = plats.ram;
     plats.klick = *klick;
+    // A pyramid card is taken only once no card of the pyramid lies over it.
+    if (hog.slag == HogSlag::Pyramid)
+        for (int j = topp + 1; j < static_cast<int>(luckor.size()) && plats.iFokus; ++j) {
+            const Hog* over = HogMed(hogar, j);
+            plats.iFokus = !(over != nullptr && over->slag == HogSlag::Pyramid &&
+                             Fylld(luckor, j) && (luckor[j].GePos() & plats.ram).IsValid());
+        }
     // The stock is pressed where the game takes a press on it.
     if (hog.slag == HogSlag::Lek)
         if (std::optional<Gest> knapp = spel.GestFor(KnappDrag()); knapp && knapp->klick)
@@ -226,11 +233,13 @@ void Tangentbord::Folj() {
         forra = *p;
     const Patiens* spel = vy.Spel();
     platser = spel != nullptr ? PlatserPa(*spel, vy.Bounds()) : std::vector<BordsPlats>{};
-    fokus = platser.empty() ? -1 : 0;
-    if (!forra || platser.empty())
+    fokus = NastaIFokus(0, 1);
+    if (!forra || fokus < 0)
         return;
     float narmast = std::numeric_limits<float>::max();
     for (int k = 0; k < static_cast<int>(platser.size()); ++k) {
+        if (!platser[k].iFokus)
+            continue;
         if (platser[k].SammaSom(*forra)) {
             fokus = k;
             return;
@@ -262,13 +271,19 @@ bool Tangentbord::Tangent(const QKeyEvent& event) {
     Qt::KeyboardModifiers andra = event.modifiers() & ~Qt::KeypadModifier;
     if (andra != Qt::NoModifier || vy.Spel() == nullptr)
         return false;
-    int n = static_cast<int>(platser.size());
+    const int n = static_cast<int>(platser.size());
+    auto steg = [&](int riktning) {
+        if (fokus < 0)
+            return NastaIFokus(0, 1);
+        int nasta = NastaIFokus(fokus + riktning, riktning);
+        return nasta >= 0 ? nasta : fokus;
+    };
     switch (event.key()) {
     case Qt::Key_Right:
-        Flytta(fokus < 0 ? 0 : std::min(fokus + 1, n - 1));
+        Flytta(steg(1));
         return true;
     case Qt::Key_Left:
-        Flytta(fokus < 0 ? 0 : std::max(fokus - 1, 0));
+        Flytta(steg(-1));
         return true;
     case Qt::Key_Up:
         FlyttaRad(-1);
@@ -277,10 +292,10 @@ bool Tangentbord::Tangent(const QKeyEvent& event) {
         FlyttaRad(1);
         return true;
     case Qt::Key_Home:
-        Flytta(0);
+        Flytta(NastaIFokus(0, 1));
         return true;
     case Qt::Key_End:
-        Flytta(n - 1);
+        Flytta(NastaIFokus(n - 1, -1));
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -308,9 +323,16 @@ bool Tangentbord::Tangent(const QKeyEvent& event) {
     }
 }
 
+int Tangentbord::NastaIFokus(int fran, int steg) const {
+    for (int k = fran; k >= 0 && k < static_cast<int>(platser.size()); k += steg)
+        if (platser[k].iFokus)
+            return k;
+    return -1;
+}
+
 void Tangentbord::Flytta(int nyttFokus) {
     synlig = true;
-    if (platser.empty()) {
+    if (nyttFokus < 0 || platser.empty()) {
         fokus = -1;
         return;
     }
@@ -325,18 +347,23 @@ void Tangentbord::Flytta(int nyttFokus) {
 void Tangentbord::FlyttaRad(int riktning) {
     const BordsPlats* har = FokusPlats();
     if (har == nullptr) {
-        Flytta(0);
+        Flytta(NastaIFokus(0, 1));
         return;
     }
-    int radNu = har->rad + riktning;
     float x = Mitten(har->ram).x;
     int basta = fokus;
-    float narmast = std::numeric_limits<float>::max();
-    for (int k = 0; k < static_cast<int>(platser.size()); ++k)
-        if (platser[k].rad == radNu && std::fabs(Mitten(platser[k].ram).x - x) < narmast) {
-            narmast = std::fabs(Mitten(platser[k].ram).x - x);
-            basta = k;
-        }
+    // Past a row with no place the frame comes to.
+    const int rader = platser.empty() ? 0 : platser.back().rad + 1;
+    for (int rad = har->rad + riktning; rad >= 0 && rad < rader && basta == fokus;
+         rad += riktning) {
+        float narmast = std::numeric_limits<float>::max();
+        for (int k = 0; k < static_cast<int>(platser.size()); ++k)
+            if (platser[k].iFokus && platser[k].rad == rad &&
+                std::fabs(Mitten(platser[k].ram).x - x) < narmast) {
+                narmast = std::fabs(Mitten(platser[k].ram).x - x);
+                basta = k;
+            }
+    }
     Flytta(basta);
 }
 
