@@ -370,6 +370,8 @@ private slots:
         QVERIFY(k.win->SpelVy()->Spel() != nullptr);
         for (type_code what : {kNyGiv, kOmGiv, kFragaGivNummer})
             QVERIFY2(ItemFor(k, what)->isEnabled(), qPrintable(ItemFor(k, what)->text()));
+        k.win->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(k.win.get()));
         QTest::keyClick(k.win.get(), Qt::Key_D, Qt::ControlModifier);
         Behandla();
         QTRY_COMPARE_WITH_TIMEOUT(SparadeResultat(8), 1, kVanta);
