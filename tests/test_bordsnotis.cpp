@@ -76,6 +76,44 @@ private slots:
         notis.Rensa();
         QVERIFY(notis.Ruta().isEmpty());
     }
+
+    // A window too small to leave the notice room beside the cards still shows it whole when
+    // the smallest type fits in the view, and else shows its beginning: the box never rises
+    // above the view's top edge.
+    void notisenISmattFonsterBorjarISynhall_data() {
+        QTest::addColumn<int>("spel");
+        QTest::addColumn<QSize>("storlek");
+        for (int spel : {0, 5, 8}) {
+            QTest::addRow("%s, 100 x 100", SpelNamn(spel)) << spel << QSize(100, 100);
+            QTest::addRow("%s, 200 x 150", SpelNamn(spel)) << spel << QSize(200, 150);
+        }
+    }
+    void notisenISmattFonsterBorjarISynhall() {
+        QFETCH(int, spel);
+        QFETCH(QSize, storlek);
+        Korning k;
+        k.win->show();
+        QVERIFY(QTest::qWaitForWindowExposed(k.win.get()));
+        k.Starta(spel, 5);
+        k.win->resize(storlek);
+        Behandla();
+        Bordsnotis& notis = *k.Hjalp().notis;
+        notis.Visa(kLangText);
+        Behandla();
+        const QRect vy = k.Vy().rect();
+        const QRect ruta = notis.Ruta();
+        QVERIFY(!ruta.isEmpty());
+        QVERIFY2(ruta.top() >= 0 && ruta.left() >= 0 && ruta.right() <= vy.right(),
+                 qPrintable(Text(ruta) + QStringLiteral(" in ") + Text(vy)));
+        QFontMetrics minsta(Bordsnotis::Font(11));
+        int hojd =
+            minsta
+                .boundingRect(QRect(0, 0, vy.width() - 12 - 20, 10000), Qt::TextWordWrap, kLangText)
+                .height() +
+            12;
+        if (hojd <= vy.height() - 12)
+            QVERIFY2(vy.contains(ruta), qPrintable(Text(ruta) + QStringLiteral(" in ") + Text(vy)));
+    }
 };
 
 QTEST_MAIN(TestBordsnotis)

@@ -16,6 +16,8 @@
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -64,6 +66,38 @@ bool IFonstret(Korning& k, const Drag& d) {
            (gest->klick || vy.contains(ToQPoint(gest->till)));
 }
 
+// The results of game `spel` stored in its hiscore table (a Korning plays as "Spelare").
+int SparadeResultat(int spel) {
+    HiscoreLista tabell{};
+    std::string namn = "FJOLK:Spel" + std::to_string(spel);
+    AttributeStore::Program().ReadAttr(namn.c_str(), B_RAW_TYPE, 0, tabell.data(), sizeof tabell);
+    return static_cast<int>(std::count_if(tabell.begin(), tabell.end(), [](const auto& post) {
+        return std::string(post.namn) == "Spelare";
+    }));
+}
+
+int SynligaHiInfo(Korning& k) {
+    int antal = 0;
+    for (QMessageBox* box : k.win->findChildren<QMessageBox*>(QStringLiteral("Hi Info")))
+        antal += box->isVisible() ? 1 : 0;
+    return antal;
+}
+
+QAction* ItemFor(Korning& k, type_code what) {
+    switch (what) {
+    case kOmGiv:
+        return k.win->OmGivItem();
+    case kAngra:
+        return k.win->AngraItem();
+    case kGorOm:
+        return k.win->GorOmItem();
+    case kFragaGivNummer:
+        return k.win->GivNummerItem();
+    default:
+        return k.win->NyGivItem();
+    }
+}
+
 } // namespace
 
 class TestSpelhjalp : public QObject {
@@ -82,6 +116,25 @@ private slots:
         QVERIFY(h.tipsItem->isEnabled());
         QVERIFY(h.slutforItem->isEnabled());
         QVERIFY(h.fragaItem->isEnabled());
+    }
+
+    // The options' check boxes follow the Options tab's buttons in Tab's order, and a screen
+    // reader is told what each does.
+    void alternativenNasMedTabOchBeskrivs() {
+        Korning k;
+        k.win->show();
+        k.win->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(k.win.get()));
+        WelcomeView& valkomst = *k.win->ValkomstVy();
+        valkomst.flikar->setCurrentWidget(valkomst.optionFlik);
+        Behandla();
+        valkomst.aterstallKnapp->setFocus();
+        Spelhjalp& h = k.Hjalp();
+        for (QCheckBox* ruta : {h.vinnbaraRuta, h.sjalvRuta, h.forlorasRuta}) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            QCOMPARE(QApplication::focusWidget(), ruta);
+            QVERIFY2(!ruta->accessibleDescription().isEmpty(), qPrintable(ruta->text()));
+        }
     }
 
     void hSkriverHINamnfaltet() {
@@ -263,6 +316,85 @@ private slots:
         QVERIFY2(k.Hjalp().notis->Text().startsWith(QStringLiteral("Deal ")),
                  qPrintable(k.Hjalp().notis->Text()));
         QVERIFY(k.Vy().isEnabled());
+    }
+
+    // While the next deal is looked for, the game left stays on the table with its result
+    // already recorded: New Deal again, Close and Exit record nothing more, and what would
+    // deal or change that table waits for no search.
+    void givSokningenSpararDetLamnadeSpeletEnGang() {
+        Korning k;
+        k.win->show();
+        QVERIFY(QTest::qWaitForWindowExposed(k.win.get()));
+        k.Starta(3, 1);
+        std::vector<Drag> dragen = k.Spel().Regler().LagligaDrag(k.Spel().Tabell());
+        QVERIFY(!dragen.empty());
+        k.Gor(dragen.front());
+        QVERIFY(k.Spel().Has_Undos());
+        k.Hjalp().vinnbaraRuta->setChecked(true);
+        HallnaSokningar h(k);
+        k.Posta(kNyGiv);
+        QTRY_VERIFY_WITH_TIMEOUT(h.inne.load() > 0, kVanta);
+        QCOMPARE(SparadeResultat(3), 1);
+        QCOMPARE(SynligaHiInfo(k), 1);
+        auto lamnat = k.Spel().Tabell().Kopia();
+        k.win->MenusBeginning();
+        for (type_code what : {kOmGiv, kAngra, kGorOm, kFragaGivNummer})
+            QVERIFY2(!ItemFor(k, what)->isEnabled(), qPrintable(ItemFor(k, what)->text()));
+        QVERIFY(ItemFor(k, kNyGiv)->isEnabled());
+        for (type_code what : {kOmGiv, kAngra, kNyGiv})
+            k.Posta(what);
+        QCoreApplication::postEvent(k.win.get(), new Meddelande(kGivNummer, QStringLiteral("5")));
+        Behandla();
+        QVERIFY(k.Spel().Tabell().Lika(*lamnat));
+        QVERIFY(k.Hjalp().Soker());
+        QCOMPARE(SparadeResultat(3), 1);
+        QCOMPARE(SynligaHiInfo(k), 1);
+        k.Posta(kStang);
+        QVERIFY(k.Vy().Spel() == nullptr);
+        QCOMPARE(SparadeResultat(3), 1);
+        StatisticsRow rad;
+        QCOMPARE(AttributeStore::Program().ReadStatistics(3, "Spelare", &rad), B_OK);
+        QCOMPARE(rad.played, 1);
+        h.slapp = true;
+    }
+
+    // Once the deal found is dealt, the game's items and their keys work at once, without the
+    // menu being opened first.
+    void givenSomHittasGerMenynsItemsOchTangenter() {
+        Korning k;
+        k.win->show();
+        QVERIFY(QTest::qWaitForWindowExposed(k.win.get()));
+        k.Hjalp().vinnbaraRuta->setChecked(true);
+        k.Posta(kStartaSpel0 + 8);
+        k.VantaPaSvar();
+        QTRY_VERIFY_WITH_TIMEOUT(!k.Hjalp().SokerGiv(), kVanta);
+        QVERIFY(k.win->SpelVy()->Spel() != nullptr);
+        for (type_code what : {kNyGiv, kOmGiv, kFragaGivNummer})
+            QVERIFY2(ItemFor(k, what)->isEnabled(), qPrintable(ItemFor(k, what)->text()));
+        k.win->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(k.win.get()));
+        QTest::keyClick(k.win.get(), Qt::Key_D, Qt::ControlModifier);
+        Behandla();
+        QTRY_COMPARE_WITH_TIMEOUT(SparadeResultat(8), 1, kVanta);
+        k.VantaPaSvar();
+        QTRY_VERIFY_WITH_TIMEOUT(!k.Hjalp().SokerGiv(), kVanta);
+        QVERIFY(ItemFor(k, kOmGiv)->isEnabled());
+    }
+
+    // Exit while the next deal is looked for records the game left no second time.
+    void avslutaUnderGivSokningenSpararInteIgen() {
+        Korning k;
+        k.win->show();
+        QVERIFY(QTest::qWaitForWindowExposed(k.win.get()));
+        k.Starta(8, 1);
+        k.Hjalp().vinnbaraRuta->setChecked(true);
+        HallnaSokningar h(k);
+        k.Posta(kNyGiv);
+        QTRY_VERIFY_WITH_TIMEOUT(h.inne.load() > 0, kVanta);
+        QCOMPARE(SparadeResultat(8), 1);
+        k.Posta(kAvsluta);
+        QCOMPARE(SparadeResultat(8), 1);
+        h.slapp = true;
     }
 
     // Finish plays the solution through the play view as the player's own moves: the same

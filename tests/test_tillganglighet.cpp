@@ -10,6 +10,7 @@
 #include "platform/AttributeStore.h"
 #include "platform/Meddelande.h"
 #include "support/Gester.h"
+#include "support/Hjalpkorning.h"
 #include "support/Lyssnare.h"
 #include "support/Tangenter.h"
 #include "support/Testbord.h"
@@ -354,6 +355,30 @@ private slots:
         notis->Visa(QStringLiteral("Hint: jack of diamonds from column 8 to free cell 1"));
         QCOMPARE(Utropen(), QStringList{QStringLiteral(
                                 "Hint: jack of diamonds from column 8 to free cell 1")});
+    }
+
+    // Looking for a winnable deal is told once, not once for every deal tried, and what was
+    // found is told at the end.
+    void givSokningenSagsEnGang() {
+        {
+            Korning k;
+            k.win->show();
+            QVERIFY(QTest::qWaitForWindowExposed(k.win.get()));
+            k.Hjalp().vinnbaraRuta->setChecked(true);
+            std::srand(5);
+            Horda().clear();
+            k.Posta(kStartaSpel0 + 2);
+            QTRY_VERIFY_WITH_TIMEOUT(!k.Hjalp().SokerGiv(), kVantaPaLosaren);
+            QStringList hort = Utropen();
+            const QString sista = k.Hjalp().notis->Text();
+            QVERIFY2(sista.startsWith(QStringLiteral("Deal ")) ||
+                         sista.startsWith(QStringLiteral("None of the ")),
+                     qPrintable(sista));
+            QCOMPARE(hort.filter(QStringLiteral("Looking for a deal")),
+                     QStringList{QStringLiteral("Looking for a deal that can be won (deal 1)...")});
+            QVERIFY2(hort.contains(sista), qPrintable(hort.join(QStringLiteral(" | "))));
+        }
+        AttributeStore::SetDataDirectory(dir.path().toStdString());
     }
 
     // While no screen reader listens nothing is told: no notification, no focus event, no

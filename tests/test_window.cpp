@@ -15,6 +15,7 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QCompleter>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -507,6 +508,33 @@ private slots:
         QCOMPARE(k.win->GivNummer(), std::optional<unsigned>(42));
     }
 
+    // OK takes only a deal's number: nothing, or a number past the last deal, cannot be
+    // given.
+    void givNummerOkBaraForEttNummer() {
+        Korning k;
+        k.Posta(kStartaSpel0 + 8);
+        k.Posta(kFragaGivNummer);
+        auto* dialog = k.win->findChild<QInputDialog*>(QStringLiteral("Deal Number"));
+        QVERIFY(dialog != nullptr);
+        auto* falt = dialog->findChild<QLineEdit*>();
+        auto* knappar = dialog->findChild<QDialogButtonBox*>();
+        QVERIFY(falt != nullptr && knappar != nullptr);
+        QPushButton* ok = knappar->button(QDialogButtonBox::Ok);
+        QVERIFY(ok != nullptr);
+        QVERIFY(!ok->isEnabled());
+        falt->setFocus();
+        QTest::keyClicks(falt, QStringLiteral("4294967296"));
+        QVERIFY(!ok->isEnabled());
+        QTest::keyClick(falt, Qt::Key_Backspace);
+        QTest::keyClick(falt, Qt::Key_5);
+        QCOMPARE(falt->text(), QStringLiteral("4294967295"));
+        QVERIFY(ok->isEnabled());
+        QTest::keyClick(falt, Qt::Key_Return);
+        Behandla();
+        QCOMPARE(k.win->GivNummer(), std::optional<unsigned>(4294967295u));
+        QVERIFY(k.win->findChild<QMessageBox*>(QStringLiteral("Deal Number")) == nullptr);
+    }
+
     void spelSomInteFinnsAnnuLamnarValkomstskarmen() {
         int saknat = 0;
         while (saknat < kAntalSpel && SpelFinns(saknat))
@@ -700,12 +728,29 @@ private slots:
         StatistikDialog* fonster = k.win->StatistikFonster();
         QVERIFY(fonster != nullptr && fonster->isVisible());
         QCOMPARE(fonster->tabell->rowCount(), 12);
+        QCOMPARE(fonster->tabell->accessibleName(), QStringLiteral("Statistics"));
+        QVERIFY(!fonster->tabell->accessibleDescription().isEmpty());
         QCOMPARE(fonster->tabell->item(8, 0)->text(), QStringLiteral("Freecell"));
         QCOMPARE(fonster->tabell->item(8, 1)->text(), QStringLiteral("Guest"));
         QCOMPARE(fonster->tabell->item(8, 2)->text(), QStringLiteral("1"));
         QCOMPARE(fonster->tabell->item(8, 4)->text(), QStringLiteral("0"));
         QCOMPARE(fonster->tabell->item(0, 2)->text(), QStringLiteral("0"));
         QCOMPARE(fonster->tabell->item(0, 4)->text(), QString());
+    }
+
+    // The window left open beside the game counts each result as it is recorded.
+    void statistikfonstretFoljerSpeletMedan() {
+        Korning k;
+        k.Posta(kStartaSpel0 + 8);
+        k.Posta(kStatistik);
+        StatistikDialog* fonster = k.win->StatistikFonster();
+        QVERIFY(fonster != nullptr && fonster->isVisible());
+        QCOMPARE(fonster->tabell->item(8, 2)->text(), QStringLiteral("0"));
+        k.Posta(kNyGiv);
+        QCOMPARE(fonster->tabell->item(8, 1)->text(), QStringLiteral("Guest"));
+        QCOMPARE(fonster->tabell->item(8, 2)->text(), QStringLiteral("1"));
+        k.Posta(kStang);
+        QCOMPARE(fonster->tabell->item(8, 2)->text(), QStringLiteral("2"));
     }
 
     // Reset Statistics asks first; Reset to default leaves them, as it leaves the hiscores.

@@ -19,6 +19,7 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QCompleter>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QDirIterator>
 #include <QFileDialog>
@@ -202,11 +203,13 @@ void FjolkWin::Posta(type_code what) {
 
 void FjolkWin::MenusBeginning() {
     Patiens* spel = spelVy->Spel();
+    // While the next deal is looked for, New Deal only starts the search over.
+    Patiens* kvar = spelhjalp != nullptr && spelhjalp->SokerGiv() ? nullptr : spel;
     nyGivItem->setEnabled(spel != nullptr);
-    angraItem->setEnabled(spel != nullptr && spel->Has_Undos());
-    gorOmItem->setEnabled(spel != nullptr && spel->Has_Redos());
-    omGivItem->setEnabled(spel != nullptr);
-    givNummerItem->setEnabled(spel != nullptr);
+    angraItem->setEnabled(kvar != nullptr && kvar->Has_Undos());
+    gorOmItem->setEnabled(kvar != nullptr && kvar->Has_Redos());
+    omGivItem->setEnabled(kvar != nullptr);
+    givNummerItem->setEnabled(kvar != nullptr);
     if (spelhjalp != nullptr) {
         spelhjalp->EfterDrag();
         spelhjalp->MenusBeginning();
@@ -244,9 +247,9 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
         return;
     FjolkView::Arbete arbete(*spelVy);
     if (what == kAvsluta) {
-        spelhjalp->SpeletSlut();
         if (visarSpel)
             AddHiScore(false);
+        spelhjalp->SpeletSlut();
         QuitRequested();
         return;
     }
@@ -254,6 +257,10 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
     if (spelVy->GestPagar())
         return;
     Patiens* spel = spelVy->Spel();
+    // The table shown while the next deal is looked for is the game already left.
+    if (spelhjalp->SokerGiv() && (what == kOmGiv || what == kFragaGivNummer || what == kGivNummer ||
+                                  what == kGorOm || what == kAngra))
+        return;
 
     if (what == kNyGiv) {
         if (spel == nullptr)
@@ -267,6 +274,8 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
                 nu->NyttSpel(Frame());
                 spelVy->InvalidateOffscreen();
             }
+            // Dealt when a search for a winnable deal ends, after this command's refresh.
+            MenusBeginning();
         };
         if (spelhjalp->BaraVinnbara())
             spelhjalp->SokVinnbarGiv(spelNr, dela);
@@ -322,6 +331,7 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
                 DelaUtSpel(nummer);
                 spelVy->GivAvFro(fro);
                 spelVy->InvalidateOffscreen();
+                MenusBeginning();
             });
         else
             DelaUtSpel(nummer);
@@ -370,8 +380,8 @@ void FjolkWin::StangSpel() {
         Posta(kAvsluta);
         return;
     }
-    spelhjalp->SpeletSlut();
     AddHiScore(false);
+    spelhjalp->SpeletSlut();
     SparaRam();
     byterLage = true;
     spelVy->TaSpel();
@@ -429,12 +439,24 @@ void FjolkWin::FragaGivNummer() {
     if (auto* falt = dialog->findChild<QLineEdit*>())
         falt->setValidator(new QRegularExpressionValidator(
             QRegularExpression(QStringLiteral("[0-9]{1,10}")), falt));
+
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setWindowModality(Qt::WindowModal);
     connect(dialog, &QInputDialog::textValueSelected, this, [this](const QString& text) {
         QCoreApplication::postEvent(this, new Meddelande(kGivNummer, text));
     });
     dialog->show();
+    // OK only for a deal's number: not for nothing, nor for one past the last deal.
+    if (auto* knappar = dialog->findChild<QDialogButtonBox*>())
+        if (QPushButton* ok = knappar->button(QDialogButtonBox::Ok)) {
+            auto folj = [ok](const QString& text) {
+                bool nummer = false;
+                text.toUInt(&nummer);
+                ok->setEnabled(nummer);
+            };
+            connect(dialog, &QInputDialog::textValueChanged, ok, folj);
+            folj(dialog->textValue());
+        }
 }
 
 void FjolkWin::VisaStatistikFonster() {
@@ -496,9 +518,13 @@ void FjolkWin::DelaGivNummer(const QString& text) {
 
 void FjolkWin::AddHiScore(bool visa) {
     Patiens* spel = spelVy->Spel();
-    if (spel == nullptr)
+    // A game whose next deal is being looked for was recorded when it was left.
+    if (spel == nullptr || spelhjalp->SokerGiv())
         return;
     hiscorePlats = spel->AddHiscore();
+    // The statistics window, left open beside the game, counts the result too.
+    if (statistikFonster != nullptr && statistikFonster->isVisible())
+        statistikFonster->Las();
     if (!visa) {
         // Left silently as always, but a result that waits is not kept from the player.
         if (hiscorePlats == kHiscoreVantar)

@@ -14,6 +14,7 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPushButton>
 
 #include <algorithm>
 #include <cstdlib>
@@ -87,7 +88,7 @@ Bordsnotis::Bordsnotis(FjolkView* view) : QWidget(view), vy(view) {
     hide();
 }
 
-void Bordsnotis::Visa(const QString& nyText, std::vector<QRect> nyaRamar, int ms) {
+void Bordsnotis::Visa(const QString& nyText, std::vector<QRect> nyaRamar, int ms, bool beratta) {
     text = nyText;
     ramar = std::move(nyaRamar);
     klocka.stop();
@@ -99,7 +100,8 @@ void Bordsnotis::Visa(const QString& nyText, std::vector<QRect> nyaRamar, int ms
     raise();
     update();
     // A hint or an answer is heard as well as seen.
-    static_cast<FjolkView*>(parentWidget())->Meddela(text.toStdString());
+    if (beratta)
+        static_cast<FjolkView*>(parentWidget())->Meddela(text.toStdString());
 }
 
 void Bordsnotis::Rensa() {
@@ -232,8 +234,16 @@ void Bordsnotis::Placera() {
                             }
             }
     }
-    QSize s = storlek(pixlar, storst);
-    ruta = QRect(QPoint((width() - s.width()) / 2, height() - kKant - s.height()), s);
+    // Over the cards, in the largest type that fits the view's height; in a view too low for
+    // any, its beginning shows.
+    QSize s;
+    for (int px : kPixlar) {
+        pixlar = px;
+        s = storlek(px, storst);
+        if (s.height() <= height() - 2 * kKant)
+            break;
+    }
+    ruta = QRect(QPoint((width() - s.width()) / 2, std::max(0, height() - kKant - s.height())), s);
 }
 
 void Bordsnotis::paintEvent(QPaintEvent*) {
@@ -274,17 +284,25 @@ Spelhjalp::Spelhjalp(QWidget* fonster, FjolkView* view, WelcomeView* valkomstVy,
     fragaItem = item("Can This Deal Be Won?", &Spelhjalp::KanVinnas);
 
     QWidget* flik = valkomst->optionFlik;
-    auto ruta = [&](const char* text, const char* namn, int y) {
+    auto ruta = [&](const char* text, const char* namn, int y, const char* beskrivning) {
         auto* r = new QCheckBox(QString::fromUtf8(text), flik);
         r->setObjectName(QString::fromUtf8(namn));
+        r->setAccessibleDescription(QString::fromUtf8(beskrivning));
         r->setGeometry(330, y, 260, 24);
         r->setChecked(LasPa(store, namn));
         connect(r, &QCheckBox::toggled, this, [this, namn](bool pa) { Spara(namn, pa); });
         return r;
     };
-    vinnbaraRuta = ruta("Winnable Deals Only", kBaraVinnbara, 60);
-    sjalvRuta = ruta("Finish by Itself", kSlutforSjalv, 110);
-    forlorasRuta = ruta("Tell Me When the Deal Is Lost", kVarnaForlorad, 160);
+    vinnbaraRuta = ruta("Winnable Deals Only", kBaraVinnbara, 60,
+                        "Every deal is one the solver has shown can be won");
+    sjalvRuta = ruta("Finish by Itself", kSlutforSjalv, 110,
+                     "When every card left can go home, they are played home for you");
+    forlorasRuta = ruta("Tell Me When the Deal Is Lost", kVarnaForlorad, 160,
+                        "A quiet notice names the move after which the deal can no longer be won");
+    // Tab comes to them after the Options tab's buttons.
+    QWidget::setTabOrder(valkomst->aterstallKnapp, vinnbaraRuta);
+    QWidget::setTabOrder(vinnbaraRuta, sjalvRuta);
+    QWidget::setTabOrder(sjalvRuta, forlorasRuta);
 
     notis = new Bordsnotis(vy);
     qApp->installEventFilter(this);
@@ -762,8 +780,10 @@ void Spelhjalp::ProvaNastaGiv() {
         return;
     }
     sok.giv.fro = VinnbarFro(sok.bas, sok.giv.forsok++);
+    // Heard once: a screen reader would read out every deal tried.
     notis->Visa(
-        QStringLiteral("Looking for a deal that can be won (deal %1)...").arg(sok.giv.forsok));
+        QStringLiteral("Looking for a deal that can be won (deal %1)...").arg(sok.giv.forsok), {},
+        0, sok.giv.forsok == 1);
     auto bord = GivFor(sok.spel, sok.giv.fro);
     vantar = Fraga::Giv;
     ++serie;

@@ -32,7 +32,8 @@ public:
     explicit Bordsnotis(FjolkView* vy);
 
     // Shows `text` and `ramar` (view units) for `ms` milliseconds; 0: until the next one.
-    void Visa(const QString& text, std::vector<QRect> ramar = {}, int ms = 0);
+    // `beratta`: a screen reader is told it too.
+    void Visa(const QString& text, std::vector<QRect> ramar = {}, int ms = 0, bool beratta = true);
     void Rensa();
     const QString& Text() const { return text; }
     const std::vector<QRect>& Ramar() const { return ramar; }
@@ -94,6 +95,9 @@ public:
     void SokVinnbarGiv(int spel, std::function<void(unsigned)> dela);
     void MenusBeginning();
     bool Soker() const { return vantar != Fraga::Ingen; }
+    // Winnable Deals Only is looking for the next deal: the game on the table, if any, has
+    // had its result recorded and is about to go.
+    bool SokerGiv() const { return givSok.has_value(); }
     bool Slutfors() const { return !slutDrag.empty(); }
     LosarTrad& Trad() { return trad; }
     // The move the last hint named, while it is shown.

@@ -77,18 +77,31 @@ std::optional<BordsPlats> PlatsFor(const Patiens& spel, const std::vector<Hog>& 
                 plats.klick = knapp->fran;
         return plats;
     }
-    std::optional<BPoint> klick = SynligPunkt(luckor, topp, synligt);
+    // A pile running past the view's edge is pressed where its cards show, as the mouse can
+    // press it: from the face-up card nearest its top that shows.
+    int synlig = topp;
+    std::optional<BPoint> klick = SynligPunkt(luckor, synlig, synligt);
+    while (!klick && synlig > hog.forsta && Fylld(luckor, synlig - 1) &&
+           !luckor[synlig - 1].BakSida())
+        klick = SynligPunkt(luckor, --synlig, synligt);
     if (!klick)
         return std::nullopt;
-    plats.ram = luckor[topp].GePos();
+    plats.ram = luckor[synlig].GePos();
     plats.mal = plats.ram;
     plats.klick = *klick;
+    // A pyramid card is taken only once no card of the pyramid lies over it.
+    if (hog.slag == HogSlag::Pyramid)
+        for (int j = topp + 1; j < static_cast<int>(luckor.size()) && plats.iFokus; ++j) {
+            const Hog* over = HogMed(hogar, j);
+            plats.iFokus = !(over != nullptr && over->slag == HogSlag::Pyramid &&
+                             Fylld(luckor, j) && (luckor[j].GePos() & plats.ram).IsValid());
+        }
     // The stock is pressed where the game takes a press on it.
     if (hog.slag == HogSlag::Lek)
         if (std::optional<Gest> knapp = spel.GestFor(KnappDrag()); knapp && knapp->klick)
             plats.klick = knapp->fran;
-    for (int i = topp; i >= hog.forsta && Fylld(luckor, i); --i) {
-        if (i != topp && luckor[i].BakSida())
+    for (int i = synlig; i >= hog.forsta && Fylld(luckor, i); --i) {
+        if (i != synlig && luckor[i].BakSida())
             break;
         std::optional<BPoint> p = SynligPunkt(luckor, i, synligt);
         if (!p)
@@ -220,11 +233,13 @@ void Tangentbord::Folj() {
         forra = *p;
     const Patiens* spel = vy.Spel();
     platser = spel != nullptr ? PlatserPa(*spel, vy.Bounds()) : std::vector<BordsPlats>{};
-    fokus = platser.empty() ? -1 : 0;
-    if (!forra || platser.empty())
+    fokus = NastaIFokus(0, 1);
+    if (!forra || fokus < 0)
         return;
     float narmast = std::numeric_limits<float>::max();
     for (int k = 0; k < static_cast<int>(platser.size()); ++k) {
+        if (!platser[k].iFokus)
+            continue;
         if (platser[k].SammaSom(*forra)) {
             fokus = k;
             return;
@@ -256,13 +271,19 @@ bool Tangentbord::Tangent(const QKeyEvent& event) {
     Qt::KeyboardModifiers andra = event.modifiers() & ~Qt::KeypadModifier;
     if (andra != Qt::NoModifier || vy.Spel() == nullptr)
         return false;
-    int n = static_cast<int>(platser.size());
+    const int n = static_cast<int>(platser.size());
+    auto steg = [&](int riktning) {
+        if (fokus < 0)
+            return NastaIFokus(0, 1);
+        int nasta = NastaIFokus(fokus + riktning, riktning);
+        return nasta >= 0 ? nasta : fokus;
+    };
     switch (event.key()) {
     case Qt::Key_Right:
-        Flytta(fokus < 0 ? 0 : std::min(fokus + 1, n - 1));
+        Flytta(steg(1));
         return true;
     case Qt::Key_Left:
-        Flytta(fokus < 0 ? 0 : std::max(fokus - 1, 0));
+        Flytta(steg(-1));
         return true;
     case Qt::Key_Up:
         FlyttaRad(-1);
@@ -271,10 +292,10 @@ bool Tangentbord::Tangent(const QKeyEvent& event) {
         FlyttaRad(1);
         return true;
     case Qt::Key_Home:
-        Flytta(0);
+        Flytta(NastaIFokus(0, 1));
         return true;
     case Qt::Key_End:
-        Flytta(n - 1);
+        Flytta(NastaIFokus(n - 1, -1));
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -302,9 +323,16 @@ bool Tangentbord::Tangent(const QKeyEvent& event) {
     }
 }
 
+int Tangentbord::NastaIFokus(int fran, int steg) const {
+    for (int k = fran; k >= 0 && k < static_cast<int>(platser.size()); k += steg)
+        if (platser[k].iFokus)
+            return k;
+    return -1;
+}
+
 void Tangentbord::Flytta(int nyttFokus) {
     synlig = true;
-    if (platser.empty()) {
+    if (nyttFokus < 0 || platser.empty()) {
         fokus = -1;
         return;
     }
@@ -319,18 +347,23 @@ void Tangentbord::Flytta(int nyttFokus) {
 void Tangentbord::FlyttaRad(int riktning) {
     const BordsPlats* har = FokusPlats();
     if (har == nullptr) {
-        Flytta(0);
+        Flytta(NastaIFokus(0, 1));
         return;
     }
-    int radNu = har->rad + riktning;
     float x = Mitten(har->ram).x;
     int basta = fokus;
-    float narmast = std::numeric_limits<float>::max();
-    for (int k = 0; k < static_cast<int>(platser.size()); ++k)
-        if (platser[k].rad == radNu && std::fabs(Mitten(platser[k].ram).x - x) < narmast) {
-            narmast = std::fabs(Mitten(platser[k].ram).x - x);
-            basta = k;
-        }
+    // Past a row with no place the frame comes to.
+    const int rader = platser.empty() ? 0 : platser.back().rad + 1;
+    for (int rad = har->rad + riktning; rad >= 0 && rad < rader && basta == fokus;
+         rad += riktning) {
+        float narmast = std::numeric_limits<float>::max();
+        for (int k = 0; k < static_cast<int>(platser.size()); ++k)
+            if (platser[k].iFokus && platser[k].rad == rad &&
+                std::fabs(Mitten(platser[k].ram).x - x) < narmast) {
+                narmast = std::fabs(Mitten(platser[k].ram).x - x);
+                basta = k;
+            }
+    }
     Flytta(basta);
 }
 

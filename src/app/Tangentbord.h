@@ -32,6 +32,9 @@ struct BordsPlats {
     int rad = 0;
     // What a screen reader says of it.
     std::string namn;
+    // Whether the frame comes to it: a pyramid card that others lie over is read out with
+    // the table, but nothing can be done there.
+    bool iFokus = true;
     bool SammaSom(const BordsPlats& annan) const {
         return hog == annan.hog && knapp == annan.knapp;
     }
@@ -84,6 +87,8 @@ public:
 private:
     void Flytta(int nyttFokus);
     void FlyttaRad(int riktning);
+    // The nearest place from `fran` on, `steg` at a time, that the frame comes to; -1: none.
+    int NastaIFokus(int fran, int steg) const;
     void Klicka();
     void Lyft();
     void LaggNer();

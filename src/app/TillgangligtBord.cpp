@@ -52,7 +52,7 @@ public:
     }
     QAccessible::State state() const override {
         QAccessible::State s;
-        s.focusable = true;
+        s.focusable = Platsen() != nullptr && Platsen()->iFokus;
         s.focused =
             bordet->Vy()->Tangenterna().Fokus() == nr && bordet->Vy()->Tangenterna().Synlig();
         s.invalid = Platsen() == nullptr;

@@ -35,6 +35,10 @@ StatistikDialog::StatistikDialog(QWidget* parent, AttributeStore& attributStore)
     auto* lager = new QVBoxLayout(this);
     tabell = new QTableWidget(this);
     tabell->setObjectName(QStringLiteral("statisticstable"));
+    tabell->setAccessibleName(QStringLiteral("Statistics"));
+    tabell->setAccessibleDescription(
+        QStringLiteral("Each game's record for each player, a row each: games played and won, "
+                       "streaks, the fastest win, the fewest undos and the last game"));
     tabell->setColumnCount(static_cast<int>(kKolumner.size()));
     tabell->setHorizontalHeaderLabels(kKolumner);
     tabell->verticalHeader()->hide();

@@ -9,8 +9,10 @@ void Tangent(FjolkView& view, Qt::Key key, int ganger) {
 }
 
 void TillPlats(FjolkView& view, int k) {
+    // Right steps over the places the frame does not come to.
     Tangent(view, Qt::Key_Home);
-    Tangent(view, Qt::Key_Right, k);
+    for (int steg = 0; steg < k && view.Tangenterna().Fokus() < k; ++steg)
+        Tangent(view, Qt::Key_Right);
 }
 
 QString GorMedTangenter(FjolkView& view, const Gest& gest) {
