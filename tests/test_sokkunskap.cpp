@@ -419,20 +419,21 @@ private slots:
         }
     }
 
-    // Idioten 2: the nine of hearts, beaten by the king, lies on the three. With the stock
-    // out it goes at once, though the three is left; with the ace of diamonds still in the
-    // stock and the last column empty it is kept, as it may move into that column and be
-    // needed to beat the three when a card has been laid on the king.
+    // Idioten 2: the nine of hearts, beaten by the king, lies on the five of clubs over the
+    // three. With the stock out it goes at once, though the three is left; with the ace of
+    // diamonds still in the stock and the last column empty it is kept, as it may move into
+    // that column and be needed to beat the three when a card has been laid on the king.
     void idioten2KastarSakertUtanLek() {
         for (bool leken : {false, true}) {
             Bygge b(kIdioten2);
-            b.Lagg({{0, K(SPADER, 1)}, {1, K(HJARTER, 3)}, {2, K(HJARTER, 9)}});
+            b.Lagg({{0, K(SPADER, 1)}, {1, K(HJARTER, 3)}, {2, K(KLOVER, 5)}});
+            b.Lagg({{3, K(HJARTER, 9)}});
             b.Lagg({{14, K(HJARTER, 1)}, {28, K(KLOVER, 1)}, {29, K(HJARTER, 13)}});
             b.Lagg({{leken ? 112 : 42, K(RUTER, 1)}});
             if (leken) {
                 QCOMPARE(b.Sakert(), -1);
             } else {
-                QCOMPARE(b.SakertDragen(), KortDrag(2, 55 + 13 * HJARTER + 9));
+                QCOMPARE(b.SakertDragen(), KortDrag(3, 55 + 13 * HJARTER + 9));
             }
             QCOMPARE(b.Avgor(), Utfall::Vinnbar);
         }
@@ -607,7 +608,8 @@ private slots:
     }
 
     // Idioten 2 with an ace in every column: the nine of hearts, beaten by the king, lies on
-    // the three, and the three can never be on top while the nine is, so the nine goes at
+    // the six of clubs over the three, and the three can never be on top while the nine
+    // is, so the nine goes at
     // once. Not so when the five of hearts is to be dealt onto another column, nor when the
     // last column holds the two of clubs and no ace: the two may go, and the nine move into
     // its column. The five of hearts on the ace of spades goes at once when the three of
@@ -624,7 +626,8 @@ private slots:
                 QCOMPARE(b.Avgor(), Utfall::Vinnbar);
                 continue;
             }
-            b.Lagg({{0, K(SPADER, 1)}, {1, K(HJARTER, 3)}, {2, K(HJARTER, 9)}});
+            b.Lagg({{0, K(SPADER, 1)}, {1, K(HJARTER, 3)}, {2, K(KLOVER, 6)}});
+            b.Lagg({{3, K(HJARTER, 9)}});
             b.Lagg({{14, K(HJARTER, 1)}, {28, K(KLOVER, 1)}, {29, K(HJARTER, 13)}});
             b.Lagg({{42, fall == 2 ? K(KLOVER, 2) : K(RUTER, 1)}});
             // The stock's top card goes to the first column, the next to the second...
@@ -636,7 +639,7 @@ private slots:
             else
                 b.Lagg({{112, K(RUTER, 1)}});
             if (fall == 0)
-                QCOMPARE(b.SakertDragen(), KortDrag(2, nian));
+                QCOMPARE(b.SakertDragen(), KortDrag(3, nian));
             else
                 QCOMPARE(b.Sakert(), -1);
             QCOMPARE(b.Avgor(), Utfall::Vinnbar);
@@ -839,6 +842,111 @@ private slots:
         QVERIFY(jamforda > 180);
         QVERIFY(hopplosa > 20);
         QVERIFY(vunna > 20);
+    }
+
+    // Idioten 2: the nine of hearts, beaten by the king, lies on the three of hearts, with a
+    // press still to come. The nine goes at once, as the king beats the three as soon as the
+    // nine has gone. Not so when the five of clubs lies between them, nor when the three lies
+    // under the king instead: the nine may be needed for it then. Each is won (the press
+    // deals the three spades, the two beside the three and the four, and the ace of hearts),
+    // and the solver and the plain search agree on it.
+    void idioten2KastarMedLagreUnder() {
+        const int nian = 55 + 13 * HJARTER + 9;
+        for (int fall = 0; fall < 3; ++fall) {
+            Bygge b(kIdioten2);
+            b.Lagg({{0, K(SPADER, 1)}, {14, K(KLOVER, 1)}, {28, K(RUTER, 1)}});
+            if (fall == 2) {
+                b.Lagg({{1, K(HJARTER, 9)}, {15, K(HJARTER, 3)}, {16, K(HJARTER, 13)}});
+            } else {
+                b.Lagg({{1, K(HJARTER, 3)}, {15, K(HJARTER, 13)}});
+                if (fall == 1)
+                    b.Lagg({{2, K(KLOVER, 5)}});
+                b.Lagg({{fall == 1 ? 3 : 2, K(HJARTER, 9)}});
+            }
+            // The stock's top card goes to the first column, the next to the second...
+            b.Lagg({{115, K(SPADER, 3)}, {114, K(SPADER, 2)}, {113, K(SPADER, 4)}});
+            b.Lagg({{112, K(HJARTER, 1)}});
+            if (fall == 0)
+                QCOMPARE(b.SakertDragen(), KortDrag(2, nian));
+            else
+                QCOMPARE(b.Sakert(), -1);
+            QCOMPARE(b.Avgor(), Utfall::Vinnbar);
+        }
+    }
+
+    // Small Idioten 2 tables laid out at random, the aces at the columns' bases or not, the
+    // columns mostly of one suit so that lower cards of it often lie right under a card that
+    // can be thrown out, a press or two still in the stock: the solver agrees with the plain
+    // search on every one, and on many it throws such a card out at once.
+    void idioten2SlumpadeLagreUnder() {
+        std::mt19937 slump(2612);
+        int jamforda = 0;
+        int vunna = 0;
+        int overLagre = 0;
+        for (int i = 0; i < 500; ++i) {
+            Bygge b(kIdioten2);
+            const int farg = static_cast<int>(slump() % 4);
+            std::vector<int> kort;
+            while (static_cast<int>(kort.size()) < 7 + i % 6) {
+                const int f = slump() % 10 < 6 ? farg : static_cast<int>(slump() % 4);
+                const int k = 13 * f + 1 + static_cast<int>(slump() % 12);
+                if (std::find(kort.begin(), kort.end(), k) == kort.end())
+                    kort.push_back(k);
+            }
+            const bool essenIBotten = i % 2 == 0;
+            if (!essenIBotten)
+                kort.insert(kort.begin() + static_cast<long>(slump() % kort.size()),
+                            13 * static_cast<int>(slump() % 4));
+            auto lagg = [&](int lucka, int k) {
+                b.Lagg({{lucka, K(static_cast<kortfarg>(k / 13), k % 13 + 1)}});
+            };
+            std::array<int, 4> hojd{};
+            std::vector<int> essen;
+            for (int f = 0; f < 4; ++f)
+                if (std::find(kort.begin(), kort.end(), 13 * f) == kort.end())
+                    essen.push_back(13 * f);
+            std::shuffle(essen.begin(), essen.end(), slump);
+            const int iLeken = 4 * (1 + i % 2);
+            std::vector<int> leken;
+            for (std::size_t j = 0; j < essen.size(); ++j) {
+                if (essenIBotten || j + 1 < essen.size())
+                    lagg(14 * static_cast<int>(j) + hojd[j]++, essen[j]);
+                else
+                    leken.push_back(essen[j]);
+            }
+            for (std::size_t j = 0; j < kort.size(); ++j) {
+                if (static_cast<int>(leken.size()) < iLeken && j % 2 == 1) {
+                    leken.push_back(kort[j]);
+                    continue;
+                }
+                const auto c = static_cast<std::size_t>(slump() % 4);
+                lagg(14 * static_cast<int>(c) + hojd[c]++, kort[j]);
+            }
+            std::shuffle(leken.begin(), leken.end(), slump);
+            for (std::size_t j = 0; j < leken.size(); ++j)
+                lagg(112 + static_cast<int>(j), leken[j]);
+            const Drag sakert = b.SakertDragen();
+            if (sakert.slag == DragSlag::Kort && sakert.till >= 56 && sakert.fran % 14 > 0 &&
+                !b.bord->luckor[112].Tom()) {
+                const Kort& x = b.bord->luckor[static_cast<std::size_t>(sakert.fran)].GeKort();
+                const Kort& under =
+                    b.bord->luckor[static_cast<std::size_t>(sakert.fran - 1)].GeKort();
+                if (under.KortFarg() == x.KortFarg() && under.KortValor() != 1 &&
+                    (x.KortValor() == 1 || under.KortValor() < x.KortValor()))
+                    ++overLagre;
+            }
+            auto [utfall, lika] = b.Jamfor(300000);
+            if (lika < 0)
+                continue;
+            ++jamforda;
+            QCOMPARE(lika, 1);
+            if (utfall == Utfall::Vinnbar)
+                ++vunna;
+        }
+        QVERIFY(jamforda > 450);
+        QVERIFY(overLagre > 20);
+        QVERIFY(vunna > 20);
+        QVERIFY(vunna < jamforda - 20);
     }
 
     // Godnattvalsen: three foundations built to the jack, the fourth to the nine. The jack of

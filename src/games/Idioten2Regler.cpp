@@ -249,17 +249,50 @@ bool InomKanten(const std::vector<Lucka>& luckor) {
     return *std::max_element(hojd.begin(), hojd.end()) + givar < kPlatserPerKolumn;
 }
 
+// Whether each lower card of the suit of the top card in slot `lucka` that lies in a column
+// now is on top, or lies under lower cards of that suit alone (and this card), in another
+// column than a card on top that beats this one: that card stays on top while they go, and
+// beats them one after another.
+bool LagreFrilaggs(const std::vector<Lucka>& luckor, int lucka) {
+    const Kort& kort = luckor[lucka].GeKort();
+    const std::array<int, kKolumner> hojd = Hojder(luckor);
+    auto lagre = [&](int i) {
+        return luckor[i].GeKort().KortFarg() == kort.KortFarg() &&
+               Rang(luckor[i].GeKort()) < Rang(kort);
+    };
+    for (int d = 0; d < kKolumner; ++d) {
+        const int h = hojd[static_cast<size_t>(d)];
+        if (d == lucka / kPlatserPerKolumn || h == 0)
+            continue;
+        const Kort& slar = luckor[KolumnBas(d) + h - 1].GeKort();
+        if (slar.KortFarg() != kort.KortFarg() || Rang(slar) <= Rang(kort))
+            continue;
+        bool alla = true;
+        for (int c = 0; c < kKolumner && alla; ++c) {
+            bool fri = c != d;
+            for (int p = hojd[static_cast<size_t>(c)]; p-- > 0 && alla;) {
+                const int i = KolumnBas(c) + p;
+                if (lagre(i))
+                    alla = fri;
+                else if (i != lucka)
+                    fri = false;
+            }
+        }
+        if (alla)
+            return true;
+    }
+    return false;
+}
+
 // Whether each card of the suit of the card in slot `lucka`, and lower, that is still in
-// play can be thrown out without it: it lies on top of a column now (beside the card that
-// beats this one), or a press will deal it together with a higher card of its suit (the
-// four cards of a press lie on top at once). So too when none is left at all.
+// play can be thrown out without it: it lies in a column where the card that beats this one
+// reaches it (LagreFrilaggs), or a press will deal it together with a higher card of its
+// suit (the four cards of a press lie on top at once). So too when none is left at all.
 bool LagreUtanDetta(const std::vector<Lucka>& luckor, int lucka) {
     const Kort& kort = luckor[lucka].GeKort();
     auto ifarg = [&](int i) { return luckor[i].GeKort().KortFarg() == kort.KortFarg(); };
-    for (int c = 0; c < kKolumner; ++c)
-        for (int i = KolumnBas(c); i < KolumnBas(c) + kPlatserPerKolumn - 1; ++i)
-            if (!luckor[i + 1].Tom() && ifarg(i) && Rang(luckor[i].GeKort()) < Rang(kort))
-                return false;
+    if (!LagreFrilaggs(luckor, lucka))
+        return false;
     const int topp = LekensTopp(luckor);
     for (int j = topp; j >= kForstaLek; --j) {
         if (!ifarg(j) || Rang(luckor[j].GeKort()) >= Rang(kort))
@@ -562,12 +595,13 @@ public:
     // higher card of its suit (LagreUtanDetta; so too when none is left). Play the table
     // without it beside the one that keeps it: every move of the latter is made on the
     // former too (one of a card already gone there is left out), and besides, the former
-    // throws out those lower cards, the ones on top now at once (the card that beats this
-    // one beats them) and each of the others as soon as its press has dealt it (the higher
-    // card of that press lies on top beside it; the lowest first). The former's columns stay
-    // the latter's with some cards left out, so a card on top in the latter is on top in
-    // the former while it is there, and a column empty in the latter is empty in the former.
-    // A card the latter throws out with one of the cards left out as the higher card is of
+    // throws out those lower cards, at once those on top now and those under lower cards of
+    // this suit alone, in another column than the card that beats this one (that card stays
+    // on top meanwhile and beats each in turn) and each of the others as soon as its press has
+    // dealt it (the higher card of that press lies on top beside it; the lowest first). The
+    // former's columns stay the latter's with some cards left out, so a card on top in the latter
+    // is on top in the former while it is there, and a column empty in the latter is empty in the
+    // former. A card the latter throws out with one of the cards left out as the higher card is of
     // this suit and lower than this card, and so was gone from the former as soon as it
     // could be on top. No ace is ever left out, so when the latter is won the former is.
     // Also when every column holds an ace and the lower
