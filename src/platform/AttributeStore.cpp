@@ -41,6 +41,13 @@ constexpr const char* kCreateStatistics = "CREATE TABLE IF NOT EXISTS statistics
                                           " last_game INTEGER NOT NULL,"
                                           " PRIMARY KEY (game, player)) WITHOUT ROWID;";
 
+constexpr const char* kReadAttribute = "SELECT type, value FROM attributes WHERE name = ?1";
+constexpr const char* kWriteAttribute =
+    "INSERT INTO attributes(name, type, value) VALUES (?1, ?2, ?3) "
+    "ON CONFLICT(name) DO UPDATE SET type = ?2, value = ?3";
+constexpr const char* kRemoveAttribute = "DELETE FROM attributes WHERE name = ?1";
+constexpr const char* kRenameAttribute = "UPDATE attributes SET name = ?2 WHERE name = ?1";
+
 constexpr const char* kStatisticsColumns =
     "game, player, played, won, current_streak, longest_streak, fastest_seconds, "
     "fewest_undos, last_game";
@@ -94,6 +101,16 @@ std::string UriPath(const std::string& path) {
     return uri;
 }
 
+// Why no store can be made in `folder`, in the player's words.
+std::string FolderProblem(const std::string& folder) {
+    std::error_code error;
+    if (!std::filesystem::exists(folder, error))
+        return "the data folder " + folder + " cannot be made";
+    if (!std::filesystem::is_directory(folder, error))
+        return "the data folder " + folder + " is a file, not a folder";
+    return "the data folder " + folder + " is read-only";
+}
+
 std::string& ConfiguredDataDirectory() {
     static std::string folder;
     return folder;
@@ -110,13 +127,18 @@ AttributeStore::AttributeStore(std::string folder, int wait)
     : dataDirectory(std::move(folder)), databasePath(dataDirectory + "/" + kDatabaseName),
       waitMilliseconds(wait) {
     std::error_code error;
+    bool canWrite = FolderCanBeWritten(dataDirectory);
+    // Only a file is opened as the store: a named pipe would block the start for good.
+    if (std::filesystem::exists(databasePath, error) &&
+        !std::filesystem::is_regular_file(databasePath, error) && canWrite)
+        MoveAside("is not a file");
     if (std::filesystem::exists(databasePath, error)) {
         OpenForReading();
         return;
     }
-    if (!FolderCanBeWritten(dataDirectory)) {
-        Notify("cannot write to the data folder " + dataDirectory +
-               "; playing on defaults, nothing will be saved.");
+    if (!canWrite) {
+        problem = FolderProblem(dataDirectory);
+        Notify(problem + "; playing on defaults, nothing will be saved.");
         return;
     }
     mode = Mode::Absent;
@@ -153,8 +175,11 @@ void AttributeStore::OpenForReading() {
                     access(databasePath.c_str(), R_OK | W_OK) == 0;
     std::string why = "no database";
     bool movedAside = false;
+    bool busy = false;
     // Another program setting up the same store can keep it busy for a moment; one that
-    // SQLite calls damaged or foreign is moved aside once.
+    // SQLite calls damaged or foreign is moved aside once. The tries together wait no
+    // longer than one write would: a program holding the store longer is not waited for.
+    auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(waitMilliseconds);
     for (int attempt = 0; attempt < 50; ++attempt) {
         OpenResult result = OpenExisting(writable, false);
         if (result == OpenResult::Ours) {
@@ -181,14 +206,16 @@ void AttributeStore::OpenForReading() {
             }
             continue;
         }
-        if (code != SQLITE_BUSY && code != SQLITE_LOCKED)
+        busy = code == SQLITE_BUSY || code == SQLITE_LOCKED;
+        if (!busy || std::chrono::steady_clock::now() >= deadline)
             break;
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
     if (OpenExisting(false, true) == OpenResult::Ours) {
         mode = Mode::ReadOnly;
-        problem = writable ? databasePath + " can only be read (" + why + ")"
-                           : "the data folder " + dataDirectory + " is read-only";
+        problem = !writable ? "the data folder " + dataDirectory + " is read-only"
+                  : busy    ? "another program is using " + databasePath
+                            : databasePath + " can only be read (" + why + ")";
         initStatus = B_OK;
         return;
     }
@@ -249,6 +276,8 @@ AttributeStore::OpenResult AttributeStore::CheckOurs() {
         return OpenResult::Ours;
     if (id != kApplicationId)
         return OpenResult::NotOurs;
+    if (!AttributesTableFits())
+        return sqlite3_errcode(db) == SQLITE_BUSY ? OpenResult::Failed : OpenResult::NotOurs;
 
     statement = Prepare("PRAGMA quick_check");
     if (statement == nullptr)
@@ -261,6 +290,25 @@ AttributeStore::OpenResult AttributeStore::CheckOurs() {
     if (step == SQLITE_BUSY || step == SQLITE_IOERR)
         return OpenResult::Failed;
     return whole ? OpenResult::Ours : OpenResult::NotOurs;
+}
+
+// Whether a table of attributes, if there is one, is one our reads and writes work on: a
+// table of that name made otherwise would refuse every write.
+bool AttributeStore::AttributesTableFits() const {
+    sqlite3_stmt* statement =
+        Prepare("SELECT count(*) FROM sqlite_schema WHERE name = 'attributes'");
+    bool exists = statement != nullptr && sqlite3_step(statement) == SQLITE_ROW &&
+                  sqlite3_column_int(statement, 0) > 0;
+    sqlite3_finalize(statement);
+    if (!exists)
+        return true;
+    for (const char* sql : {kReadAttribute, kWriteAttribute}) {
+        statement = Prepare(sql);
+        if (statement == nullptr)
+            return false;
+        sqlite3_finalize(statement);
+    }
+    return true;
 }
 
 // Whether the store can be written: made, set up and ready. The first write of a run makes
@@ -310,13 +358,16 @@ bool AttributeStore::MakeWritable() {
     }
     if (!CreateSchema())
         return false;
-    writeStatement = Prepare("INSERT INTO attributes(name, type, value) VALUES (?1, ?2, ?3) "
-                             "ON CONFLICT(name) DO UPDATE SET type = ?2, value = ?3");
-    removeStatement = Prepare("DELETE FROM attributes WHERE name = ?1");
-    renameStatement = Prepare("UPDATE attributes SET name = ?2 WHERE name = ?1");
-    if (writeStatement == nullptr || removeStatement == nullptr || renameStatement == nullptr) {
-        lastFailure = Fail(sqlite3_errcode(db), "cannot be written");
-        return false;
+    // The cause is taken at the statement that failed, before another one clears it.
+    for (auto [statement, sql] : {std::pair{&writeStatement, kWriteAttribute},
+                                  std::pair{&removeStatement, kRemoveAttribute},
+                                  std::pair{&renameStatement, kRenameAttribute}}) {
+        if (*statement == nullptr)
+            *statement = Prepare(sql);
+        if (*statement == nullptr) {
+            lastFailure = Fail(sqlite3_errcode(db), "cannot be written");
+            return false;
+        }
     }
     schemaReady = true;
     return true;
@@ -431,7 +482,7 @@ bool AttributeStore::PrepareStatements() const {
     if (db == nullptr)
         return false;
     if (readStatement == nullptr)
-        readStatement = Prepare("SELECT type, value FROM attributes WHERE name = ?1");
+        readStatement = Prepare(kReadAttribute);
     if (statStatement == nullptr)
         statStatement = Prepare("SELECT type, length(value) FROM attributes WHERE name = ?1");
     return readStatement != nullptr && statStatement != nullptr;

@@ -142,6 +142,7 @@ private:
     void OpenForReading();
     OpenResult OpenExisting(bool writable, bool immutable);
     OpenResult CheckOurs();
+    bool AttributesTableFits() const;
     bool MakeWritable();
     bool CreateSchema();
     bool PrepareStatements() const;
