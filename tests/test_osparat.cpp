@@ -1,0 +1,157 @@
+#include "app/FjolkWin.h"
+#include "app/FonsterRam.h"
+#include "cards/Hiscore.h"
+#include "cards/VantandeResultat.h"
+#include "platform/AttributeStore.h"
+#include "platform/Meddelande.h"
+#include "welcome/WelcomeView.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sqlite3.h>
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+// Results that only this run holds (the store cannot take them and neither can the journal
+// beside it) are never dropped by quitting without a word: the player is asked first.
+
+namespace {
+
+struct Korning {
+    QTemporaryDir dir;
+    std::string folder = dir.path().toStdString();
+    std::unique_ptr<FjolkWin> win;
+    sqlite3* annan = nullptr;
+
+    Korning() {
+        // A journal that cannot be written: what waits, waits in memory only.
+        std::filesystem::create_directory(folder + "/" + VantandeResultat::kJournalNamn);
+        AttributeStore::SetDataDirectory(folder);
+        BRect ram = GetWindowSize(AttributeStore::Program(), BRect(0, 0, 1023, 767));
+        win = std::make_unique<FjolkWin>(ram, AttributeStore::Program());
+        win->ValkomstVy()->animeringsRuta->setChecked(false);
+        Behandla();
+    }
+    ~Korning() {
+        Slapp();
+        win.reset();
+        AttributeStore::SetDataDirectory({});
+    }
+    static void Behandla() {
+        for (int i = 0; i < 5; ++i)
+            QCoreApplication::processEvents();
+    }
+    void Posta(type_code what) {
+        QCoreApplication::postEvent(win.get(), new Meddelande(what));
+        Behandla();
+    }
+    // Another program holds the store.
+    void Las() {
+        QCOMPARE(sqlite3_open((folder + "/fjolk.db").c_str(), &annan), SQLITE_OK);
+        QCOMPARE(sqlite3_exec(annan, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+    }
+    void Slapp() {
+        if (annan == nullptr)
+            return;
+        sqlite3_exec(annan, "ROLLBACK", nullptr, nullptr, nullptr);
+        sqlite3_close(annan);
+        annan = nullptr;
+    }
+    QMessageBox* Fragan() const {
+        auto* box = win->findChild<QMessageBox*>(QStringLiteral("Unsaved Results"));
+        return box != nullptr && box->isVisible() ? box : nullptr;
+    }
+    void Svara(const char* knapp) {
+        QMessageBox* box = Fragan();
+        QVERIFY(box != nullptr);
+        QPushButton* valt = nullptr;
+        for (QAbstractButton* b : box->buttons())
+            if (b->text() == QLatin1String(knapp))
+                valt = qobject_cast<QPushButton*>(b);
+        QVERIFY(valt != nullptr);
+        valt->click();
+        Behandla();
+    }
+    int Poster(int spelNr) {
+        AttributeStore las(folder);
+        HiscoreLista tabell;
+        std::string namn = HiscoreAttributNamn(spelNr);
+        if (las.ReadAttr(namn.c_str(), B_RAW_TYPE, 0, tabell.data(), sizeof tabell) != 1920)
+            return 0;
+        int antal = 0;
+        for (const HighScoreTable& post : tabell)
+            antal += post.kort != -1 ? 1 : 0;
+        return antal;
+    }
+};
+
+} // namespace
+
+class OsparatTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void avslutaFragarOchForsokIgenSparar() {
+        Korning k;
+        k.Posta(kStartaSpel0);
+        k.Las();
+        k.Posta(kAvsluta);
+        QVERIFY(!k.win->Avslutad());
+        QMessageBox* box = k.Fragan();
+        QVERIFY(box != nullptr);
+        QCOMPARE(box->text(),
+                 QStringLiteral("1 result could not be saved (another program is using %1).\n"
+                                "It is lost if the program ends now: choose Try Again once the "
+                                "store can take it.")
+                     .arg(QString::fromStdString(k.folder + "/fjolk.db")));
+        // Still held: asked again, nothing ends.
+        k.Svara("Try Again");
+        QVERIFY(!k.win->Avslutad());
+        QVERIFY(k.Fragan() != nullptr);
+        QCOMPARE(k.Poster(0), 0);
+        k.Slapp();
+        k.Svara("Try Again");
+        QVERIFY(k.win->Avslutad());
+        QVERIFY(k.Fragan() == nullptr);
+        QCOMPARE(k.Poster(0), 1);
+        QCOMPARE(VantandeResultat::For(k.folder).Antal(), size_t(0));
+    }
+
+    void stangningsrutanVantarPaSvaret() {
+        Korning k;
+        k.Posta(kStartaSpel0);
+        k.Las();
+        k.Posta(kNyGiv);
+        QCloseEvent stang;
+        QCoreApplication::sendEvent(k.win.get(), &stang);
+        QVERIFY(!stang.isAccepted());
+        QVERIFY(!k.win->Avslutad());
+        QVERIFY(k.Fragan() != nullptr);
+        QVERIFY(k.Fragan()->text().startsWith(QStringLiteral("1 result could not be saved")));
+        // Quitting without them is the player's choice, and only then.
+        k.Svara("Quit Anyway");
+        QVERIFY(k.win->Avslutad());
+        k.Slapp();
+        QCOMPARE(k.Poster(0), 0);
+    }
+
+    void ingetOsparatAvslutarGenast() {
+        Korning k;
+        k.Posta(kStartaSpel0);
+        k.Posta(kAvsluta);
+        QVERIFY(k.win->Avslutad());
+        QVERIFY(k.Fragan() == nullptr);
+        QCOMPARE(k.Poster(0), 1);
+    }
+};
+
+QTEST_MAIN(OsparatTest)
+#include "test_osparat.moc"
