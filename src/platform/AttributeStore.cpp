@@ -656,18 +656,27 @@ status_t AttributeStore::Exclusive(const std::function<bool()>& work) {
     return transactionFailure;
 }
 
-bool AttributeStore::StatisticsTableExists() const {
-    sqlite3_stmt* statement =
-        Prepare("SELECT count(*) FROM sqlite_schema WHERE name = 'statistics'");
-    bool exists = statement != nullptr && sqlite3_step(statement) == SQLITE_ROW &&
-                  sqlite3_column_int(statement, 0) > 0;
+// What the store holds under the statistics' name: "table", another kind of object ("view",
+// "index", "trigger"), or nothing.
+std::string AttributeStore::StatisticsKind() const {
+    sqlite3_stmt* statement = Prepare("SELECT type FROM sqlite_schema WHERE name = 'statistics'");
+    std::string kind;
+    if (statement != nullptr && sqlite3_step(statement) == SQLITE_ROW)
+        kind = reinterpret_cast<const char*>(sqlite3_column_text(statement, 0));
     sqlite3_finalize(statement);
-    return exists;
+    return kind;
+}
+
+bool AttributeStore::StatisticsTableExists() const {
+    return StatisticsKind() == "table";
 }
 
 bool AttributeStore::StatisticsDamaged() const {
-    if (initStatus != B_OK || db == nullptr || !StatisticsTableExists())
+    if (initStatus != B_OK || db == nullptr)
         return false;
+    std::string kind = StatisticsKind();
+    if (kind != "table")
+        return !kind.empty();
     sqlite3_stmt* statement = Prepare(kImpossibleStatistics);
     bool damaged = statement == nullptr || sqlite3_step(statement) != SQLITE_ROW ||
                    sqlite3_column_int64(statement, 0) != 0;
@@ -686,10 +695,10 @@ status_t AttributeStore::ListStatistics(int game, std::vector<StatisticsRow>* ro
     rows->clear();
     if (initStatus != B_OK)
         return initStatus;
-    if (db == nullptr || !StatisticsTableExists())
-        return B_OK;
     if (StatisticsDamaged())
         return B_BAD_VALUE;
+    if (db == nullptr || !StatisticsTableExists())
+        return B_OK;
     sqlite3_stmt* statement =
         Prepare((std::string("SELECT ") + kStatisticsColumns +
                  " FROM statistics WHERE ?1 < 0 OR game = ?1 ORDER BY game, player")
@@ -784,7 +793,15 @@ status_t AttributeStore::RebuildStatistics(std::string* keptAs) {
     if (!MakeWritable())
         return lastFailure;
     std::string aside = "statistics.damaged-" + TimeStamp();
-    for (int n = 2; n < 100; ++n) {
+    // A view, an index or a trigger of that name holds no row of its own to keep.
+    std::string kind = StatisticsKind();
+    if (kind == "view" || kind == "index" || kind == "trigger") {
+        status_t status = RunWrite("DROP " + kind + " statistics");
+        if (status != B_OK)
+            return status;
+        aside.clear();
+    }
+    for (int n = 2; n < 100 && StatisticsTableExists(); ++n) {
         if (sqlite3_exec(db, ("ALTER TABLE statistics RENAME TO \"" + aside + "\"").c_str(),
                          nullptr, nullptr, nullptr) == SQLITE_OK)
             break;

@@ -147,6 +147,7 @@ private:
     bool CreateSchema();
     bool PrepareStatements() const;
     bool StatisticsTableExists() const;
+    std::string StatisticsKind() const;
     status_t RunWrite(const std::string& sql);
     void MoveAside(const char* why);
     void Close();
