@@ -594,6 +594,37 @@ private slots:
         }
     }
 
+    // The same for the files SQLite keeps beside the store: a pipe or a folder in their
+    // place is moved aside alone, and the store keeps what it holds.
+    void foljefilSomInteArEnFilFlyttasUndan() {
+        for (const char* foljare : {"-wal", "-shm"}) {
+            QTemporaryDir dir;
+            {
+                AttributeStore store(Folder(dir));
+                QCOMPARE(store.WriteAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, kNamn.data(), 20),
+                         ssize_t(20));
+            }
+            std::string sida = Folder(dir) + "/fjolk.db" + foljare;
+            std::filesystem::remove(sida);
+            QCOMPARE(mkfifo(sida.c_str(), 0644), 0);
+            StderrCapture err;
+            AttributeStore store(Folder(dir));
+            std::string text = err.Text();
+            QVERIFY2(text.find("kept as") != std::string::npos, text.c_str());
+            std::array<char, 20> namn{};
+            QCOMPARE(store.ReadAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, namn.data(), 20),
+                     ssize_t(20));
+            QCOMPARE(namn, kNamn);
+            BRect ram(1, 2, 3, 4);
+            QCOMPARE(store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &ram, 16), ssize_t(16));
+            QVERIFY(std::filesystem::is_regular_file(sida));
+            bool undan = false;
+            for (const std::string& n : FilesIn(Folder(dir)))
+                undan = undan || n.rfind(std::string("fjolk.db") + foljare + ".damaged-", 0) == 0;
+            QVERIFY(undan);
+        }
+    }
+
     // A database with our mark whose table of attributes is not ours cannot take a write;
     // it is moved aside whole and a fresh store starts, rather than refusing every result.
     void frammandeAttributtabellFlyttasUndan() {

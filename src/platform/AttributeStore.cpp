@@ -132,6 +132,13 @@ AttributeStore::AttributeStore(std::string folder, int wait)
     if (std::filesystem::exists(databasePath, error) &&
         !std::filesystem::is_regular_file(databasePath, error) && canWrite)
         MoveAside("is not a file");
+    // The same for the files SQLite keeps beside it, which hold nothing then.
+    for (const char* companion : {"-wal", "-shm"}) {
+        std::string side = databasePath + companion;
+        if (std::filesystem::exists(side, error) &&
+            !std::filesystem::is_regular_file(side, error) && canWrite)
+            MoveAside(side, "is not a file");
+    }
     if (std::filesystem::exists(databasePath, error)) {
         OpenForReading();
         return;
@@ -448,16 +455,10 @@ status_t AttributeStore::Fail(int code, const char* what) {
 }
 
 void AttributeStore::MoveAside(const char* why) {
-    std::string aside = databasePath + ".damaged-" + TimeStamp();
-    std::error_code error;
-    for (int n = 2; std::filesystem::exists(aside, error); ++n)
-        aside = databasePath + ".damaged-" + TimeStamp() + "-" + std::to_string(n);
-    std::filesystem::rename(databasePath, aside, error);
-    if (error) {
-        Notify(databasePath + " " + why + ", and it cannot be moved aside (" + error.message() +
-               ").");
+    std::string aside = MoveAside(databasePath, why);
+    if (aside.empty())
         return;
-    }
+    std::error_code error;
     for (const char* companion : {"-wal", "-shm"}) {
         std::filesystem::path side = databasePath + companion;
         if (std::filesystem::exists(side, error))
@@ -465,6 +466,22 @@ void AttributeStore::MoveAside(const char* why) {
     }
     Notify(databasePath + " " + why + "; it was kept as " + aside +
            " and a fresh store was started.");
+}
+
+// Renames `path` to a free name that says when; the new name, or empty when it stays.
+std::string AttributeStore::MoveAside(const std::string& path, const char* why) {
+    std::string aside = path + ".damaged-" + TimeStamp();
+    std::error_code error;
+    for (int n = 2; std::filesystem::exists(aside, error); ++n)
+        aside = path + ".damaged-" + TimeStamp() + "-" + std::to_string(n);
+    std::filesystem::rename(path, aside, error);
+    if (error) {
+        Notify(path + " " + why + ", and it cannot be moved aside (" + error.message() + ").");
+        return {};
+    }
+    if (path != databasePath)
+        Notify(path + " " + why + "; it was kept as " + aside + ".");
+    return aside;
 }
 
 sqlite3_stmt* AttributeStore::Prepare(const char* sql) const {

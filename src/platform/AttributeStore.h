@@ -150,6 +150,7 @@ private:
     std::string StatisticsKind() const;
     status_t RunWrite(const std::string& sql);
     void MoveAside(const char* why);
+    std::string MoveAside(const std::string& path, const char* why);
     void Close();
     status_t Fail(int code, const char* what);
     status_t Failed(int code, const char* what);
