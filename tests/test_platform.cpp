@@ -690,6 +690,33 @@ private slots:
         QVERIFY(store.Problem().empty());
     }
 
+    // The data folder removed, or replaced by a file, while the program runs: a write never
+    // goes into the removed store, where no one would find it again.
+    void borttagenMappUnderKorningenTarIngetIOnodan() {
+        QTemporaryDir dir;
+        std::string folder = Folder(dir) + "/data";
+        AttributeStore store(folder);
+        BRect ram(1, 2, 3, 4);
+        QCOMPARE(store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &ram, 16), ssize_t(16));
+        std::filesystem::remove_all(folder);
+        BRect annan(5, 6, 7, 8);
+        QCOMPARE(store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &annan, 16), ssize_t(16));
+        {
+            AttributeStore igen(folder);
+            BRect last;
+            QCOMPARE(igen.ReadAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &last, 16), ssize_t(16));
+            QCOMPARE(last, annan);
+        }
+        std::filesystem::remove_all(folder);
+        std::fclose(std::fopen(folder.c_str(), "w"));
+        StderrCapture err;
+        QVERIFY(store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &ram, 16) < 0);
+        QCOMPARE(store.Exclusive([] { return true; }) == B_OK, false);
+        err.Text();
+        QCOMPARE(store.Problem(), "the data folder " + folder + " is a file, not a folder");
+        QCOMPARE(std::filesystem::file_size(folder), std::uintmax_t{0});
+    }
+
     // A data folder that cannot be had at all says why, so that a result that waits for it
     // is not told only that the store is busy.
     void oanvandbarMappSagerVarfor() {

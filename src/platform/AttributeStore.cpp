@@ -3,6 +3,7 @@
 #include "platform/Notices.h"
 
 #include <sqlite3.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cctype>
@@ -126,6 +127,10 @@ std::unique_ptr<AttributeStore>& ProgramStore() {
 AttributeStore::AttributeStore(std::string folder, int wait)
     : dataDirectory(std::move(folder)), databasePath(dataDirectory + "/" + kDatabaseName),
       waitMilliseconds(wait) {
+    Open();
+}
+
+void AttributeStore::Open() {
     std::error_code error;
     bool canWrite = FolderCanBeWritten(dataDirectory);
     // Only a file is opened as the store: a named pipe would block the start for good.
@@ -227,6 +232,7 @@ void AttributeStore::OpenForReading() {
         return;
     }
     Close();
+    problem = databasePath + " cannot be opened (" + why + ")";
     Notify("cannot open " + databasePath + " (" + why + "); playing on defaults.");
 }
 
@@ -241,6 +247,7 @@ AttributeStore::OpenResult AttributeStore::OpenExisting(bool writable, bool immu
     }
     if (sqlite3_open_v2(path.c_str(), &db, flags, nullptr) != SQLITE_OK)
         return OpenResult::Failed;
+    NoteFile();
     // Two running programs take turns rather than fail.
     sqlite3_busy_timeout(db, waitMilliseconds);
     OpenResult check = CheckOurs();
@@ -322,12 +329,22 @@ bool AttributeStore::AttributesTableFits() const {
 // the folder and the database when there are none; a store that could only be read is
 // opened again for writing, in case its folder has since become writable.
 bool AttributeStore::MakeWritable() {
+    // The data folder removed or replaced while the program runs: a write into the file
+    // still open would go where no one finds it again. The store is opened anew, as at
+    // start; one that could not be had then is tried again.
+    if (transactionDepth == 0 && (mode == Mode::None || (db != nullptr && FileReplaced()))) {
+        Close();
+        mode = Mode::None;
+        initStatus = B_NO_INIT;
+        problem.clear();
+        Open();
+        if (mode == Mode::None) {
+            lastFailure = initStatus;
+            return false;
+        }
+    }
     if (mode == Mode::ReadWrite && schemaReady)
         return true;
-    if (mode == Mode::None) {
-        lastFailure = initStatus;
-        return false;
-    }
     if (mode == Mode::ReadOnly) {
         if (access(dataDirectory.c_str(), W_OK | X_OK) != 0 ||
             access(databasePath.c_str(), W_OK) != 0) {
@@ -359,6 +376,7 @@ bool AttributeStore::MakeWritable() {
             Close();
             return false;
         }
+        NoteFile();
         sqlite3_busy_timeout(db, waitMilliseconds);
         sqlite3_exec(db, "PRAGMA synchronous=FULL", nullptr, nullptr, nullptr);
         mode = Mode::ReadWrite;
@@ -378,6 +396,17 @@ bool AttributeStore::MakeWritable() {
     }
     schemaReady = true;
     return true;
+}
+
+void AttributeStore::NoteFile() {
+    struct stat st {};
+    openedFile = stat(databasePath.c_str(), &st) == 0 ? std::pair{st.st_dev, st.st_ino}
+                                                      : std::pair{dev_t{0}, ino_t{0}};
+}
+
+bool AttributeStore::FileReplaced() const {
+    struct stat st {};
+    return stat(databasePath.c_str(), &st) != 0 || std::pair{st.st_dev, st.st_ino} != openedFile;
 }
 
 // The write-ahead log, our table and our mark; set up once, by whichever program first
@@ -562,8 +591,6 @@ bool AttributeStore::StatAttr(const char* name, type_code* type, size_t* size) c
 
 ssize_t AttributeStore::WriteAttr(const char* name, type_code type, off_t offset,
                                   const void* buffer, size_t length) {
-    if (initStatus != B_OK)
-        return initStatus;
     if (name == nullptr || offset != 0 || (buffer == nullptr && length > 0))
         return B_BAD_VALUE;
     if (!MakeWritable())
@@ -603,8 +630,6 @@ status_t AttributeStore::RemoveAttr(const char* name) {
 }
 
 status_t AttributeStore::RenameAttr(const char* from, const char* to) {
-    if (initStatus != B_OK)
-        return initStatus;
     if (from == nullptr || to == nullptr)
         return B_BAD_VALUE;
     if (!MakeWritable())
@@ -639,8 +664,6 @@ status_t AttributeStore::Sync() {
 }
 
 status_t AttributeStore::Exclusive(const std::function<bool()>& work) {
-    if (initStatus != B_OK)
-        return initStatus;
     if (transactionDepth > 0) {
         ++transactionDepth;
         bool done = work();
@@ -755,8 +778,6 @@ status_t AttributeStore::ReadStatistics(int game, const std::string& player,
 }
 
 status_t AttributeStore::WriteStatistics(const StatisticsRow& row) {
-    if (initStatus != B_OK)
-        return initStatus;
     if (!MakeWritable())
         return lastFailure;
     // A table dropped by hand since the schema step is made again, so results can still
@@ -787,8 +808,6 @@ status_t AttributeStore::WriteStatistics(const StatisticsRow& row) {
 }
 
 status_t AttributeStore::RunWrite(const std::string& sql) {
-    if (initStatus != B_OK)
-        return initStatus;
     if (!MakeWritable())
         return lastFailure;
     int code = sqlite3_exec(db, sql.c_str(), nullptr, nullptr, nullptr);
@@ -805,8 +824,6 @@ status_t AttributeStore::ClearStatistics() {
 }
 
 status_t AttributeStore::RebuildStatistics(std::string* keptAs) {
-    if (initStatus != B_OK)
-        return initStatus;
     if (!MakeWritable())
         return lastFailure;
     std::string aside = "statistics.damaged-" + TimeStamp();
