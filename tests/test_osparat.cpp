@@ -143,6 +143,29 @@ private slots:
         QCOMPARE(k.Poster(0), 0);
     }
 
+    // "Reset to default" while another program holds the store: the frames stay remembered,
+    // and the player is told so rather than left to find out at the next start.
+    void aterstallningSomInteGickSags() {
+        Korning k;
+        BRect ram(10, 20, 650, 420);
+        QCOMPARE(AttributeStore::Program().WriteAttr("FJOLK:SpelWinNr0", B_RECT_TYPE, 0, &ram, 16),
+                 ssize_t(16));
+        k.Las();
+        k.Posta(kAterstall);
+        k.win->VisaNotiser();
+        QVERIFY(k.win->Notis() != nullptr);
+        QVERIFY2(k.win->Notis()->text().contains(
+                     QStringLiteral("The remembered window frames could not be forgotten "
+                                    "(another program is using %1).")
+                         .arg(QString::fromStdString(k.folder + "/fjolk.db"))),
+                 qPrintable(k.win->Notis()->text()));
+        k.Slapp();
+        BRect kvar;
+        QCOMPARE(AttributeStore::Program().ReadAttr("FJOLK:SpelWinNr0", B_RECT_TYPE, 0, &kvar, 16),
+                 ssize_t(16));
+        QCOMPARE(kvar, ram);
+    }
+
     void ingetOsparatAvslutarGenast() {
         Korning k;
         k.Posta(kStartaSpel0);

@@ -352,8 +352,12 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
         // A frame not yet stored is forgotten with the rest.
         osparadRam.reset();
         ramTimer->stop();
-        for (const char* namn : {"FJOLK:FirstWindow", "FJOLK:SpelWinNr0", "FJOLK:SpelWinNr1"})
-            store.RemoveAttr(namn);
+        for (const char* namn : {"FJOLK:FirstWindow", "FJOLK:SpelWinNr0", "FJOLK:SpelWinNr1"}) {
+            status_t status = store.RemoveAttr(namn);
+            if (status != B_OK && status != B_ENTRY_NOT_FOUND)
+                Notify("The remembered window frames could not be forgotten (" + store.Problem() +
+                       ").");
+        }
         store.Sync();
     } else if (what == kAnimering) {
         animering = valkomstVy->animeringsRuta->isChecked();
