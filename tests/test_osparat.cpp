@@ -43,7 +43,6 @@ struct Korning {
     ~Korning() {
         Slapp();
         win.reset();
-        AttributeStore::SetDataDirectory({});
     }
     static void Behandla() {
         for (int i = 0; i < 5; ++i)
