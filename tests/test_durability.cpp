@@ -1,6 +1,7 @@
 #include "cards/Hiscore.h"
 #include "cards/VantandeResultat.h"
 #include "platform/AttributeStore.h"
+#include "platform/Notices.h"
 #include "support/Poster.h"
 #include "support/Vakt.h"
 
@@ -214,10 +215,14 @@ private slots:
         QCOMPARE(QByteArray(vantar.post.namn), QByteArray("Eva"));
         QCOMPARE(int(vantar.post.kort), 30);
 
+        TakeNotices();
         QCOMPARE(Lagg(vakt, "Bo", 40), 1);
         QVERIFY(!vakt.utanforTransaktion);
         QCOMPARE(Namnen(Tabell8(store), 5),
                  (QList<QByteArray>{"Bo", "Eva", "Annan2", "Annan", " "}));
+        // The player, told that the result would be saved, is told when it is.
+        QCOMPARE(TakeNotices(),
+                 std::vector<std::string>{"Your result that waited for the store was saved."});
         QCOMPARE(VantandeResultat::For(folder).Antal(), size_t(0));
         QVERIFY(JournalRader(folder).empty());
         QVERIFY(store.Problem().empty());

@@ -235,10 +235,12 @@ int VantandeResultat::ForIn(HiscoreStore& store, const Resultatpost* ny) {
         return kHiscoreVantar;
 
     int plats = kHiscoreVantar;
+    int vantat = 0;
     std::vector<std::string> notiser;
     // A store that could not be had before is tried again.
     status_t status = store.Exclusive([&] {
         notiser.clear();
+        vantat = 0;
         std::vector<uint64_t> inforda;
         if (!franJournalen.empty() && !LasInforda(store, &inforda))
             return false;
@@ -251,6 +253,8 @@ int VantandeResultat::ForIn(HiscoreStore& store, const Resultatpost* ny) {
                 return false;
             if (ny != nullptr && p.id == ny->id)
                 plats = dennaPlats;
+            else
+                ++vantat;
             if (franJournalen.count(p.id) != 0)
                 inforda.push_back(p.id);
         }
@@ -259,6 +263,13 @@ int VantandeResultat::ForIn(HiscoreStore& store, const Resultatpost* ny) {
     if (status == B_OK) {
         for (const std::string& notis : notiser)
             Notify(notis);
+        // The player was told these would be saved; now they are.
+        if (vantat == 1)
+            Notify("Your result that waited for the store was saved.", false);
+        else if (vantat > 1)
+            Notify("Your " + std::to_string(vantat) +
+                       " results that waited for the store were saved.",
+                   false);
         std::erase_if(minne, [&](const Vantande& v) { return !v.iJournal || journal->Oppen(); });
         if (journal->Oppen() && !journal->Tom())
             Notify("the journal of results waiting to be saved, " + journalFil +
