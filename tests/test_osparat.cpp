@@ -9,6 +9,8 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
+#include <QLabel>
+#include <QListWidgetItem>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -16,6 +18,7 @@
 
 #include <sqlite3.h>
 
+#include <ctime>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -163,6 +166,37 @@ private slots:
         QCOMPARE(AttributeStore::Program().ReadAttr("FJOLK:SpelWinNr0", B_RECT_TYPE, 0, &kvar, 16),
                  ssize_t(16));
         QCOMPARE(kvar, ram);
+    }
+
+    // Results that waited when the last run ended are entered once the window is up; the
+    // welcome screen then shows the table and the statistics with them, not as they were.
+    void valkomstskarmenVisarResultatSomVantade() {
+        QTemporaryDir dir;
+        std::string folder = dir.path().toStdString();
+        AttributeStore::SetDataDirectory(folder);
+        AttributeStore& store = AttributeStore::Program();
+        GetWindowSize(store, BRect(0, 0, 1023, 767));
+        sqlite3* annan = nullptr;
+        QCOMPARE(sqlite3_open((folder + "/fjolk.db").c_str(), &annan), SQLITE_OK);
+        QCOMPARE(sqlite3_exec(annan, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+        int undos = 0;
+        QCOMPARE(AddHiscore(store, 0, HiscoreResultat{12, 1}, undos, "Guest", system_time(),
+                            std::time(nullptr)),
+                 kHiscoreVantar);
+        sqlite3_exec(annan, "ROLLBACK", nullptr, nullptr, nullptr);
+        sqlite3_close(annan);
+
+        FjolkWin win(BRect(0, 0, 640, 400), store);
+        for (int i = 0; i < 5; ++i)
+            QCoreApplication::processEvents();
+        QCOMPARE(VantandeResultat::For(folder).Antal(), size_t(0));
+        WelcomeView* valkomst = win.ValkomstVy();
+        QCOMPARE(valkomst->VisatSpel(), 0);
+        QVERIFY(valkomst->hiscoreRader[0] != nullptr);
+        QVERIFY2(valkomst->hiscoreRader[0]->text().contains(QStringLiteral("Guest")),
+                 qPrintable(valkomst->hiscoreRader[0]->text()));
+        QVERIFY2(valkomst->statistikRad->text().contains(QStringLiteral("1 played")),
+                 qPrintable(valkomst->statistikRad->text()));
     }
 
     void ingetOsparatAvslutarGenast() {

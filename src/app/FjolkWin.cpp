@@ -123,6 +123,10 @@ FjolkWin::FjolkWin(BRect frame, AttributeStore& attributStore) : store(attributS
     // window is up.
     QTimer::singleShot(0, this, [this] {
         ForInVantande(store);
+        if (!visarSpel) {
+            valkomstVy->hiscoreLista->VisaHiscoreLista(valkomstVy->VisatSpel());
+            valkomstVy->VisaStatistik();
+        }
         VisaNotiser();
     });
 }
