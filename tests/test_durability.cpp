@@ -1,6 +1,7 @@
 #include "cards/Hiscore.h"
 #include "cards/VantandeResultat.h"
 #include "platform/AttributeStore.h"
+#include "platform/Notices.h"
 #include "support/Poster.h"
 #include "support/Vakt.h"
 
@@ -214,10 +215,14 @@ private slots:
         QCOMPARE(QByteArray(vantar.post.namn), QByteArray("Eva"));
         QCOMPARE(int(vantar.post.kort), 30);
 
+        TakeNotices();
         QCOMPARE(Lagg(vakt, "Bo", 40), 1);
         QVERIFY(!vakt.utanforTransaktion);
         QCOMPARE(Namnen(Tabell8(store), 5),
                  (QList<QByteArray>{"Bo", "Eva", "Annan2", "Annan", " "}));
+        // The player, told that the result would be saved, is told when it is.
+        QCOMPARE(TakeNotices(),
+                 std::vector<std::string>{"Your result that waited for the store was saved."});
         QCOMPARE(VantandeResultat::For(folder).Antal(), size_t(0));
         QVERIFY(JournalRader(folder).empty());
         QVERIFY(store.Problem().empty());
@@ -245,6 +250,38 @@ private slots:
         QCOMPARE(Namnen(Tabell8(store), 6),
                  (QList<QByteArray>{"Full2", "Full1", "Full0", "Annan", "Ledig", " "}));
         QCOMPARE(VantandeResultat::For(folder).Antal(), size_t(0));
+    }
+
+    // Something else under the statistics' name (a view, an index) cannot be written: it is
+    // removed, holding no row of its own, fresh statistics start, and the result is entered
+    // at once rather than waiting for good.
+    void statistikSomInteArEnTabellHindrarIngetResultat() {
+        for (const char* annat :
+             {"CREATE VIEW statistics AS SELECT 0 AS game, 'x' AS player, 1 AS played",
+              "CREATE INDEX statistics ON attributes(type)"}) {
+            QTemporaryDir dir;
+            std::string folder = dir.path().toStdString();
+            AttributeStore store(folder);
+            QCOMPARE(Lagg(*HiscoreLager(store), "Forst", 3), 1);
+            sqlite3* db = nullptr;
+            QCOMPARE(sqlite3_open((folder + "/fjolk.db").c_str(), &db), SQLITE_OK);
+            QCOMPARE(sqlite3_exec(db, (std::string("DROP TABLE statistics;") + annat).c_str(),
+                                  nullptr, nullptr, nullptr),
+                     SQLITE_OK);
+            sqlite3_close(db);
+            QVERIFY(store.StatisticsDamaged());
+            std::vector<StatisticsRow> rader;
+            QCOMPARE(store.ListStatistics(8, &rader), B_BAD_VALUE);
+            std::unique_ptr<HiscoreStore> lager = HiscoreLager(store);
+            QCOMPARE(Lagg(*lager, "Sedan", 5), 1);
+            QVERIFY2(store.Problem().empty(), store.Problem().c_str());
+            QCOMPARE(Namnen(Tabell8(store), 3), (QList<QByteArray>{"Sedan", "Forst", " "}));
+            QVERIFY(!store.StatisticsDamaged());
+            QCOMPARE(store.ListStatistics(8, &rader), B_OK);
+            QCOMPARE(rader.size(), size_t(1));
+            QCOMPARE(rader[0].player, std::string("Sedan"));
+            QCOMPARE(rader[0].played, int64_t{1});
+        }
     }
 
     // The same on a filesystem that is really full, where one can be mounted.

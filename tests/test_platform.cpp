@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <signal.h>
 #include <sqlite3.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -14,6 +15,7 @@
 
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <thread>
@@ -67,6 +69,29 @@ private:
     std::FILE* file;
     int saved = -1;
 };
+
+// The store kept aside in `folder`, without its companion files; empty when there is none.
+std::string UndanlagdStore(const std::string& folder) {
+    for (const std::string& n : FilesIn(folder))
+        if (n.rfind("fjolk.db.damaged-", 0) == 0 && !n.ends_with("-wal") && !n.ends_with("-shm"))
+            return folder + "/" + n;
+    return {};
+}
+
+// What the first row of `sql` holds in its first column, in the database at `path`.
+QByteArray ForstaVardet(const std::string& path, const char* sql) {
+    sqlite3* db = nullptr;
+    QByteArray varde;
+    if (sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READONLY, nullptr) == SQLITE_OK) {
+        sqlite3_stmt* st = nullptr;
+        sqlite3_prepare_v2(db, sql, -1, &st, nullptr);
+        if (sqlite3_step(st) == SQLITE_ROW)
+            varde = reinterpret_cast<const char*>(sqlite3_column_text(st, 0));
+        sqlite3_finalize(st);
+    }
+    sqlite3_close(db);
+    return varde;
+}
 
 QByteArray LasFil(const std::string& fil) {
     QFile f(QString::fromStdString(fil));
@@ -299,22 +324,9 @@ private slots:
         std::string text = err.Text();
         QCOMPARE(store.InitCheck(), B_OK);
         QVERIFY2(text.find("another program") != std::string::npos, text.c_str());
-        auto names = FilesIn(Folder(dir));
-        auto aside = std::find_if(names.begin(), names.end(), [](const std::string& n) {
-            return n.rfind("fjolk.db.damaged-", 0) == 0 && !n.ends_with("-wal") &&
-                   !n.ends_with("-shm");
-        });
-        QVERIFY(aside != names.end());
-        QCOMPARE(sqlite3_open_v2((Folder(dir) + "/" + *aside).c_str(), &db, SQLITE_OPEN_READONLY,
-                                 nullptr),
-                 SQLITE_OK);
-        sqlite3_stmt* st = nullptr;
-        sqlite3_prepare_v2(db, "SELECT t FROM notes", -1, &st, nullptr);
-        QCOMPARE(sqlite3_step(st), SQLITE_ROW);
-        QCOMPARE(QByteArray(reinterpret_cast<const char*>(sqlite3_column_text(st, 0))),
-                 QByteArray("mine"));
-        sqlite3_finalize(st);
-        sqlite3_close(db);
+        std::string aside = UndanlagdStore(Folder(dir));
+        QVERIFY(!aside.empty());
+        QCOMPARE(ForstaVardet(aside, "SELECT t FROM notes"), QByteArray("mine"));
     }
 
     // Root may write anywhere, so the check runs as the unprivileged user "nobody" then.
@@ -534,6 +546,192 @@ private slots:
             for (const std::string& namn : FilesIn(Folder(dir)))
                 QVERIFY2(namn.find("damaged") == std::string::npos, namn.c_str());
         }
+    }
+
+    // Something other than a file where the store belongs (a named pipe, a folder) is
+    // moved aside as a damaged store is, without being opened: a pipe would block the start
+    // for good.
+    void storeSomInteArEnFilFlyttasUndan() {
+        for (bool ror : {true, false}) {
+            QTemporaryDir dir;
+            std::string path = Folder(dir) + "/fjolk.db";
+            if (ror) {
+                QCOMPARE(mkfifo(path.c_str(), 0644), 0);
+            } else {
+                QVERIFY(std::filesystem::create_directory(path));
+                std::fclose(std::fopen((path + "/inside").c_str(), "w"));
+            }
+            pid_t child = fork();
+            if (child == 0) {
+                std::freopen("/dev/null", "w", stderr);
+                AttributeStore store(Folder(dir));
+                BRect ram(1, 2, 3, 4);
+                bool ok = store.InitCheck() == B_OK &&
+                          store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &ram, 16) == 16;
+                _exit(ok ? 0 : 1);
+            }
+            int status = 0;
+            pid_t klar = 0;
+            for (int i = 0; i < 2000 && klar == 0; ++i) {
+                klar = waitpid(child, &status, WNOHANG);
+                if (klar == 0)
+                    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+            }
+            if (klar == 0) {
+                kill(child, SIGKILL);
+                waitpid(child, &status, 0);
+                QFAIL("opening the store never returned");
+            }
+            QVERIFY(WIFEXITED(status));
+            QCOMPARE(WEXITSTATUS(status), 0);
+            std::string kvar = UndanlagdStore(Folder(dir));
+            QVERIFY(!kvar.empty());
+            if (ror)
+                QVERIFY(std::filesystem::is_fifo(kvar));
+            else
+                QVERIFY(std::filesystem::exists(kvar + "/inside"));
+            QVERIFY(std::filesystem::is_regular_file(path));
+        }
+    }
+
+    // The same for the files SQLite keeps beside the store: a pipe or a folder in their
+    // place is moved aside alone, and the store keeps what it holds.
+    void foljefilSomInteArEnFilFlyttasUndan() {
+        for (const char* foljare : {"-wal", "-shm"}) {
+            QTemporaryDir dir;
+            {
+                AttributeStore store(Folder(dir));
+                QCOMPARE(store.WriteAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, kNamn.data(), 20),
+                         ssize_t(20));
+            }
+            std::string sida = Folder(dir) + "/fjolk.db" + foljare;
+            std::filesystem::remove(sida);
+            QCOMPARE(mkfifo(sida.c_str(), 0644), 0);
+            StderrCapture err;
+            AttributeStore store(Folder(dir));
+            std::string text = err.Text();
+            QVERIFY2(text.find("kept as") != std::string::npos, text.c_str());
+            std::array<char, 20> namn{};
+            QCOMPARE(store.ReadAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, namn.data(), 20),
+                     ssize_t(20));
+            QCOMPARE(namn, kNamn);
+            BRect ram(1, 2, 3, 4);
+            QCOMPARE(store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &ram, 16), ssize_t(16));
+            QVERIFY(std::filesystem::is_regular_file(sida));
+            bool undan = false;
+            for (const std::string& n : FilesIn(Folder(dir)))
+                undan = undan || n.rfind(std::string("fjolk.db") + foljare + ".damaged-", 0) == 0;
+            QVERIFY(undan);
+        }
+    }
+
+    // A database with our mark whose table of attributes is not ours cannot take a write;
+    // it is moved aside whole and a fresh store starts, rather than refusing every result.
+    void frammandeAttributtabellFlyttasUndan() {
+        QTemporaryDir dir;
+        std::string path = Folder(dir) + "/fjolk.db";
+        sqlite3* db = nullptr;
+        QCOMPARE(sqlite3_open(path.c_str(), &db), SQLITE_OK);
+        QCOMPARE(sqlite3_exec(db,
+                              "PRAGMA application_id = 1179274315;"
+                              "CREATE TABLE attributes(name TEXT, other INTEGER);"
+                              "INSERT INTO attributes VALUES('FJOLK:Spel0', 7);",
+                              nullptr, nullptr, nullptr),
+                 SQLITE_OK);
+        sqlite3_close(db);
+        StderrCapture err;
+        AttributeStore store(Folder(dir));
+        std::string text = err.Text();
+        QCOMPARE(store.InitCheck(), B_OK);
+        QVERIFY2(text.find("kept as") != std::string::npos, text.c_str());
+        BRect ram(1, 2, 3, 4);
+        QCOMPARE(store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &ram, 16), ssize_t(16));
+        QVERIFY(store.Problem().empty());
+        std::string aside = UndanlagdStore(Folder(dir));
+        QVERIFY(!aside.empty());
+        QCOMPARE(ForstaVardet(aside, "SELECT other FROM attributes"), QByteArray("7"));
+    }
+
+    // Another program holding the store whole (exclusive locking) while this one starts:
+    // the start waits about as long as a write would, not many times that, shows what it
+    // can and says why results cannot be saved; once the store is free they are.
+    void storeLastVidStartenHallerInteUppStarten() {
+        QTemporaryDir dir;
+        {
+            AttributeStore store(Folder(dir), 20);
+            QCOMPARE(store.WriteAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, kNamn.data(), 20),
+                     ssize_t(20));
+        }
+        std::string path = Folder(dir) + "/fjolk.db";
+        sqlite3* annan = nullptr;
+        QCOMPARE(sqlite3_open(path.c_str(), &annan), SQLITE_OK);
+        QCOMPARE(sqlite3_exec(annan,
+                              "PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE;"
+                              "UPDATE attributes SET name = name;",
+                              nullptr, nullptr, nullptr),
+                 SQLITE_OK);
+        // One wait is a second: the start takes about that, where fifty tries, each waiting
+        // the whole wait, took fifty; the bound lies far from both.
+        const int vanta = 1000;
+        auto fore = std::chrono::steady_clock::now();
+        AttributeStore store(Folder(dir), vanta);
+        auto tid = std::chrono::steady_clock::now() - fore;
+        QVERIFY2(tid < std::chrono::milliseconds(15 * vanta),
+                 std::to_string(std::chrono::duration_cast<std::chrono::milliseconds>(tid).count())
+                     .c_str());
+        QCOMPARE(store.InitCheck(), B_OK);
+        QCOMPARE(store.Problem(), "another program is using " + path);
+        std::array<char, 20> namn{};
+        QCOMPARE(store.ReadAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, namn.data(), 20), ssize_t(20));
+        QCOMPARE(namn, kNamn);
+        sqlite3_exec(annan, "COMMIT", nullptr, nullptr, nullptr);
+        sqlite3_close(annan);
+        BRect ram(1, 2, 3, 4);
+        QCOMPARE(store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &ram, 16), ssize_t(16));
+        QVERIFY(store.Problem().empty());
+    }
+
+    // The data folder removed, or replaced by a file, while the program runs: a write never
+    // goes into the removed store, where no one would find it again.
+    void borttagenMappUnderKorningenTarIngetIOnodan() {
+        QTemporaryDir dir;
+        std::string folder = Folder(dir) + "/data";
+        AttributeStore store(folder);
+        BRect ram(1, 2, 3, 4);
+        QCOMPARE(store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &ram, 16), ssize_t(16));
+        std::filesystem::remove_all(folder);
+        BRect annan(5, 6, 7, 8);
+        QCOMPARE(store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &annan, 16), ssize_t(16));
+        {
+            AttributeStore igen(folder);
+            BRect last;
+            QCOMPARE(igen.ReadAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &last, 16), ssize_t(16));
+            QCOMPARE(last, annan);
+        }
+        std::filesystem::remove_all(folder);
+        std::fclose(std::fopen(folder.c_str(), "w"));
+        StderrCapture err;
+        QVERIFY(store.WriteAttr("FJOLK:FirstWindow", B_RECT_TYPE, 0, &ram, 16) < 0);
+        QCOMPARE(store.Exclusive([] { return true; }) == B_OK, false);
+        err.Text();
+        QCOMPARE(store.Problem(), "the data folder " + folder + " is a file, not a folder");
+        QCOMPARE(std::filesystem::file_size(folder), std::uintmax_t{0});
+    }
+
+    // A data folder that cannot be had at all says why, so that a result that waits for it
+    // is not told only that the store is busy.
+    void oanvandbarMappSagerVarfor() {
+        QTemporaryDir dir;
+        std::string fil = Folder(dir) + "/file";
+        std::fclose(std::fopen(fil.c_str(), "w"));
+        StderrCapture err;
+        AttributeStore iFilen(fil + "/data");
+        AttributeStore filen(fil);
+        err.Text();
+        QCOMPARE(iFilen.InitCheck(), B_NO_INIT);
+        QCOMPARE(filen.InitCheck(), B_NO_INIT);
+        QCOMPARE(iFilen.Problem(), "the data folder " + fil + "/data cannot be made");
+        QCOMPARE(filen.Problem(), "the data folder " + fil + " is a file, not a folder");
     }
 
     void standardmappFoljerXdg() {

@@ -118,12 +118,16 @@ FjolkWin::FjolkWin(BRect frame, AttributeStore& attributStore) : store(attributS
     show();
     windowHandle()->installEventFilter(this);
     byterLage = false;
-    if (!store.Problem().empty())
+    if (store.InitCheck() == B_OK && !store.Problem().empty())
         Notify("Results cannot be saved now: " + store.Problem() + ".");
     // Results that waited for the store when the last run ended are entered once the
     // window is up.
     QTimer::singleShot(0, this, [this] {
         ForInVantande(store);
+        if (!visarSpel) {
+            valkomstVy->hiscoreLista->VisaHiscoreLista(valkomstVy->VisatSpel());
+            valkomstVy->VisaStatistik();
+        }
         VisaNotiser();
     });
 }
@@ -364,8 +368,12 @@ void FjolkWin::MessageReceived(const Meddelande& message) {
         // A frame not yet stored is forgotten with the rest.
         osparadRam.reset();
         ramTimer->stop();
-        for (const char* namn : {"FJOLK:FirstWindow", "FJOLK:SpelWinNr0", "FJOLK:SpelWinNr1"})
-            store.RemoveAttr(namn);
+        for (const char* namn : {"FJOLK:FirstWindow", "FJOLK:SpelWinNr0", "FJOLK:SpelWinNr1"}) {
+            status_t status = store.RemoveAttr(namn);
+            if (status != B_OK && status != B_ENTRY_NOT_FOUND)
+                Notify("The remembered window frames could not be forgotten (" + store.Problem() +
+                       ").");
+        }
         store.Sync();
     } else if (what == kAnimering) {
         animering = valkomstVy->animeringsRuta->isChecked();
@@ -593,12 +601,8 @@ QMessageBox* FjolkWin::HiInfo() const {
 
 bool FjolkWin::QuitRequested() {
     SparaRam();
-    if (!ForInVantande(store)) {
-        size_t kvar = VantandeResultat::For(store.DataDirectory()).BaraIMinnet();
-        if (kvar > 0)
-            std::fprintf(stderr, "Fjolks Patience: %zu results could not be saved (%s).\n", kvar,
-                         store.Problem().c_str());
-    }
+    if (!ForInVantande(store) && !LamnaOsparade())
+        return false;
     std::string namn = KortaUtf8(valkomstVy->spelarFalt->text(), 19);
     char buffer[20];
     std::memset(buffer, ' ', 19);
@@ -611,6 +615,43 @@ bool FjolkWin::QuitRequested() {
     avslutad = true;
     QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
     return true;
+}
+
+// Results that only this run holds (neither the store nor the journal took them) end
+// with it: the player chooses, and may free the store first.
+bool FjolkWin::LamnaOsparade() {
+    size_t kvar = VantandeResultat::For(store.DataDirectory()).BaraIMinnet();
+    if (kvar == 0)
+        return true;
+    if (utanOsparade) {
+        std::fprintf(stderr, "Fjolks Patience: %zu results could not be saved (%s).\n", kvar,
+                     store.Problem().c_str());
+        return true;
+    }
+    auto* fraga = new QMessageBox(
+        QMessageBox::Warning, QStringLiteral("Unsaved Results"),
+        QStringLiteral("%1 %2 could not be saved (%3).\n%4 lost if the program ends now: "
+                       "choose Try Again once the store can take %5.")
+            .arg(kvar)
+            .arg(kvar == 1 ? QStringLiteral("result") : QStringLiteral("results"))
+            .arg(QString::fromStdString(store.Problem()))
+            .arg(kvar == 1 ? QStringLiteral("It is") : QStringLiteral("They are"))
+            .arg(kvar == 1 ? QStringLiteral("it") : QStringLiteral("them")),
+        QMessageBox::NoButton, this);
+    fraga->setObjectName(QStringLiteral("Unsaved Results"));
+    QPushButton* igen = fraga->addButton(QStringLiteral("Try Again"), QMessageBox::AcceptRole);
+    QPushButton* utan = fraga->addButton(QStringLiteral("Quit Anyway"), QMessageBox::RejectRole);
+    fraga->setDefaultButton(igen);
+    fraga->setEscapeButton(igen);
+    fraga->setAttribute(Qt::WA_DeleteOnClose);
+    fraga->setWindowModality(Qt::WindowModal);
+    connect(fraga, &QMessageBox::buttonClicked, this, [this, utan](QAbstractButton* knapp) {
+        utanOsparade = knapp == utan;
+        QMetaObject::invokeMethod(
+            this, [this] { QuitRequested(); }, Qt::QueuedConnection);
+    });
+    fraga->show();
+    return false;
 }
 
 void FjolkWin::LasSpelarNamn() {
@@ -700,8 +741,13 @@ void FjolkWin::resizeEvent(QResizeEvent* e) {
 
 void FjolkWin::closeEvent(QCloseEvent* e) {
     // The close box quits at once and records nothing.
-    spelhjalp->SpeletSlut();
-    QuitRequested();
+    if (!avslutad) {
+        spelhjalp->SpeletSlut();
+        if (!QuitRequested()) {
+            e->ignore();
+            return;
+        }
+    }
     e->accept();
 }
 

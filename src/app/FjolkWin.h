@@ -111,6 +111,7 @@ private:
     void RensaBakgrund();
     void StangSpel();
     void LasSpelarNamn();
+    bool LamnaOsparade();
     bool PaSkarmen() const;
     BRect PaEnSkarm(BRect ram) const;
     void VisaNotis(QStringList rader);
@@ -140,6 +141,8 @@ private:
     // frames belong to neither and are not remembered.
     bool byterLage = false;
     bool avslutad = false;
+    // The player chose to quit without the results that could not be saved.
+    bool utanOsparade = false;
     // A game shown before the window was on the screen, dealt once it is.
     int vantandeSpel = -1;
     // The frame last taken and the attribute it belongs to, stored once the window has

@@ -235,31 +235,41 @@ int VantandeResultat::ForIn(HiscoreStore& store, const Resultatpost* ny) {
         return kHiscoreVantar;
 
     int plats = kHiscoreVantar;
+    int vantat = 0;
     std::vector<std::string> notiser;
-    status_t status = B_NO_INIT;
-    if (store.InitCheck() == B_OK)
-        status = store.Exclusive([&] {
-            notiser.clear();
-            std::vector<uint64_t> inforda;
-            if (!franJournalen.empty() && !LasInforda(store, &inforda))
+    // A store that could not be had before is tried again.
+    status_t status = store.Exclusive([&] {
+        notiser.clear();
+        vantat = 0;
+        std::vector<uint64_t> inforda;
+        if (!franJournalen.empty() && !LasInforda(store, &inforda))
+            return false;
+        for (const Resultatpost& p : samla) {
+            // Entered by a run that ended before it could empty the journal.
+            if (std::find(inforda.begin(), inforda.end(), p.id) != inforda.end())
+                continue;
+            int dennaPlats = 0;
+            if (!ForInResultat(store, p, &dennaPlats, &notiser))
                 return false;
-            for (const Resultatpost& p : samla) {
-                // Entered by a run that ended before it could empty the journal.
-                if (std::find(inforda.begin(), inforda.end(), p.id) != inforda.end())
-                    continue;
-                int dennaPlats = 0;
-                if (!ForInResultat(store, p, &dennaPlats, &notiser))
-                    return false;
-                if (ny != nullptr && p.id == ny->id)
-                    plats = dennaPlats;
-                if (franJournalen.count(p.id) != 0)
-                    inforda.push_back(p.id);
-            }
-            return franJournalen.empty() || SkrivInforda(store, inforda);
-        });
+            if (ny != nullptr && p.id == ny->id)
+                plats = dennaPlats;
+            else
+                ++vantat;
+            if (franJournalen.count(p.id) != 0)
+                inforda.push_back(p.id);
+        }
+        return franJournalen.empty() || SkrivInforda(store, inforda);
+    });
     if (status == B_OK) {
         for (const std::string& notis : notiser)
             Notify(notis);
+        // The player was told these would be saved; now they are.
+        if (vantat == 1)
+            Notify("Your result that waited for the store was saved.", false);
+        else if (vantat > 1)
+            Notify("Your " + std::to_string(vantat) +
+                       " results that waited for the store were saved.",
+                   false);
         std::erase_if(minne, [&](const Vantande& v) { return !v.iJournal || journal->Oppen(); });
         if (journal->Oppen() && !journal->Tom())
             Notify("the journal of results waiting to be saved, " + journalFil +

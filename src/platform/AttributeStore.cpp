@@ -3,6 +3,7 @@
 #include "platform/Notices.h"
 
 #include <sqlite3.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cctype>
@@ -40,6 +41,13 @@ constexpr const char* kCreateStatistics = "CREATE TABLE IF NOT EXISTS statistics
                                           " fewest_undos INTEGER NOT NULL,"
                                           " last_game INTEGER NOT NULL,"
                                           " PRIMARY KEY (game, player)) WITHOUT ROWID;";
+
+constexpr const char* kReadAttribute = "SELECT type, value FROM attributes WHERE name = ?1";
+constexpr const char* kWriteAttribute =
+    "INSERT INTO attributes(name, type, value) VALUES (?1, ?2, ?3) "
+    "ON CONFLICT(name) DO UPDATE SET type = ?2, value = ?3";
+constexpr const char* kRemoveAttribute = "DELETE FROM attributes WHERE name = ?1";
+constexpr const char* kRenameAttribute = "UPDATE attributes SET name = ?2 WHERE name = ?1";
 
 constexpr const char* kStatisticsColumns =
     "game, player, played, won, current_streak, longest_streak, fastest_seconds, "
@@ -94,6 +102,16 @@ std::string UriPath(const std::string& path) {
     return uri;
 }
 
+// Why no store can be made in `folder`, in the player's words.
+std::string FolderProblem(const std::string& folder) {
+    std::error_code error;
+    if (!std::filesystem::exists(folder, error))
+        return "the data folder " + folder + " cannot be made";
+    if (!std::filesystem::is_directory(folder, error))
+        return "the data folder " + folder + " is a file, not a folder";
+    return "the data folder " + folder + " is read-only";
+}
+
 std::string& ConfiguredDataDirectory() {
     static std::string folder;
     return folder;
@@ -109,14 +127,30 @@ std::unique_ptr<AttributeStore>& ProgramStore() {
 AttributeStore::AttributeStore(std::string folder, int wait)
     : dataDirectory(std::move(folder)), databasePath(dataDirectory + "/" + kDatabaseName),
       waitMilliseconds(wait) {
+    Open();
+}
+
+void AttributeStore::Open() {
     std::error_code error;
+    bool canWrite = FolderCanBeWritten(dataDirectory);
+    // Only a file is opened as the store: a named pipe would block the start for good.
+    if (std::filesystem::exists(databasePath, error) &&
+        !std::filesystem::is_regular_file(databasePath, error) && canWrite)
+        MoveAside("is not a file");
+    // The same for the files SQLite keeps beside it, which hold nothing then.
+    for (const char* companion : {"-wal", "-shm"}) {
+        std::string side = databasePath + companion;
+        if (std::filesystem::exists(side, error) &&
+            !std::filesystem::is_regular_file(side, error) && canWrite)
+            MoveAside(side, "is not a file");
+    }
     if (std::filesystem::exists(databasePath, error)) {
         OpenForReading();
         return;
     }
-    if (!FolderCanBeWritten(dataDirectory)) {
-        Notify("cannot write to the data folder " + dataDirectory +
-               "; playing on defaults, nothing will be saved.");
+    if (!canWrite) {
+        problem = FolderProblem(dataDirectory);
+        Notify(problem + "; playing on defaults, nothing will be saved.");
         return;
     }
     mode = Mode::Absent;
@@ -153,8 +187,11 @@ void AttributeStore::OpenForReading() {
                     access(databasePath.c_str(), R_OK | W_OK) == 0;
     std::string why = "no database";
     bool movedAside = false;
+    bool busy = false;
     // Another program setting up the same store can keep it busy for a moment; one that
-    // SQLite calls damaged or foreign is moved aside once.
+    // SQLite calls damaged or foreign is moved aside once. The tries together wait no
+    // longer than one write would: a program holding the store longer is not waited for.
+    auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(waitMilliseconds);
     for (int attempt = 0; attempt < 50; ++attempt) {
         OpenResult result = OpenExisting(writable, false);
         if (result == OpenResult::Ours) {
@@ -181,18 +218,21 @@ void AttributeStore::OpenForReading() {
             }
             continue;
         }
-        if (code != SQLITE_BUSY && code != SQLITE_LOCKED)
+        busy = code == SQLITE_BUSY || code == SQLITE_LOCKED;
+        if (!busy || std::chrono::steady_clock::now() >= deadline)
             break;
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
     if (OpenExisting(false, true) == OpenResult::Ours) {
         mode = Mode::ReadOnly;
-        problem = writable ? databasePath + " can only be read (" + why + ")"
-                           : "the data folder " + dataDirectory + " is read-only";
+        problem = !writable ? "the data folder " + dataDirectory + " is read-only"
+                  : busy    ? "another program is using " + databasePath
+                            : databasePath + " can only be read (" + why + ")";
         initStatus = B_OK;
         return;
     }
     Close();
+    problem = databasePath + " cannot be opened (" + why + ")";
     Notify("cannot open " + databasePath + " (" + why + "); playing on defaults.");
 }
 
@@ -207,6 +247,7 @@ AttributeStore::OpenResult AttributeStore::OpenExisting(bool writable, bool immu
     }
     if (sqlite3_open_v2(path.c_str(), &db, flags, nullptr) != SQLITE_OK)
         return OpenResult::Failed;
+    NoteFile();
     // Two running programs take turns rather than fail.
     sqlite3_busy_timeout(db, waitMilliseconds);
     OpenResult check = CheckOurs();
@@ -249,6 +290,8 @@ AttributeStore::OpenResult AttributeStore::CheckOurs() {
         return OpenResult::Ours;
     if (id != kApplicationId)
         return OpenResult::NotOurs;
+    if (!AttributesTableFits())
+        return sqlite3_errcode(db) == SQLITE_BUSY ? OpenResult::Failed : OpenResult::NotOurs;
 
     statement = Prepare("PRAGMA quick_check");
     if (statement == nullptr)
@@ -263,16 +306,45 @@ AttributeStore::OpenResult AttributeStore::CheckOurs() {
     return whole ? OpenResult::Ours : OpenResult::NotOurs;
 }
 
+// Whether a table of attributes, if there is one, is one our reads and writes work on: a
+// table of that name made otherwise would refuse every write.
+bool AttributeStore::AttributesTableFits() const {
+    sqlite3_stmt* statement =
+        Prepare("SELECT count(*) FROM sqlite_schema WHERE name = 'attributes'");
+    bool exists = statement != nullptr && sqlite3_step(statement) == SQLITE_ROW &&
+                  sqlite3_column_int(statement, 0) > 0;
+    sqlite3_finalize(statement);
+    if (!exists)
+        return true;
+    for (const char* sql : {kReadAttribute, kWriteAttribute}) {
+        statement = Prepare(sql);
+        if (statement == nullptr)
+            return false;
+        sqlite3_finalize(statement);
+    }
+    return true;
+}
+
 // Whether the store can be written: made, set up and ready. The first write of a run makes
 // the folder and the database when there are none; a store that could only be read is
 // opened again for writing, in case its folder has since become writable.
 bool AttributeStore::MakeWritable() {
+    // The data folder removed or replaced while the program runs: a write into the file
+    // still open would go where no one finds it again. The store is opened anew, as at
+    // start; one that could not be had then is tried again.
+    if (transactionDepth == 0 && (mode == Mode::None || (db != nullptr && FileReplaced()))) {
+        Close();
+        mode = Mode::None;
+        initStatus = B_NO_INIT;
+        problem.clear();
+        Open();
+        if (mode == Mode::None) {
+            lastFailure = initStatus;
+            return false;
+        }
+    }
     if (mode == Mode::ReadWrite && schemaReady)
         return true;
-    if (mode == Mode::None) {
-        lastFailure = initStatus;
-        return false;
-    }
     if (mode == Mode::ReadOnly) {
         if (access(dataDirectory.c_str(), W_OK | X_OK) != 0 ||
             access(databasePath.c_str(), W_OK) != 0) {
@@ -304,22 +376,37 @@ bool AttributeStore::MakeWritable() {
             Close();
             return false;
         }
+        NoteFile();
         sqlite3_busy_timeout(db, waitMilliseconds);
         sqlite3_exec(db, "PRAGMA synchronous=FULL", nullptr, nullptr, nullptr);
         mode = Mode::ReadWrite;
     }
     if (!CreateSchema())
         return false;
-    writeStatement = Prepare("INSERT INTO attributes(name, type, value) VALUES (?1, ?2, ?3) "
-                             "ON CONFLICT(name) DO UPDATE SET type = ?2, value = ?3");
-    removeStatement = Prepare("DELETE FROM attributes WHERE name = ?1");
-    renameStatement = Prepare("UPDATE attributes SET name = ?2 WHERE name = ?1");
-    if (writeStatement == nullptr || removeStatement == nullptr || renameStatement == nullptr) {
-        lastFailure = Fail(sqlite3_errcode(db), "cannot be written");
-        return false;
+    // The cause is taken at the statement that failed, before another one clears it.
+    for (auto [statement, sql] : {std::pair{&writeStatement, kWriteAttribute},
+                                  std::pair{&removeStatement, kRemoveAttribute},
+                                  std::pair{&renameStatement, kRenameAttribute}}) {
+        if (*statement == nullptr)
+            *statement = Prepare(sql);
+        if (*statement == nullptr) {
+            lastFailure = Fail(sqlite3_errcode(db), "cannot be written");
+            return false;
+        }
     }
     schemaReady = true;
     return true;
+}
+
+void AttributeStore::NoteFile() {
+    struct stat st {};
+    openedFile = stat(databasePath.c_str(), &st) == 0 ? std::pair{st.st_dev, st.st_ino}
+                                                      : std::pair{dev_t{0}, ino_t{0}};
+}
+
+bool AttributeStore::FileReplaced() const {
+    struct stat st {};
+    return stat(databasePath.c_str(), &st) != 0 || std::pair{st.st_dev, st.st_ino} != openedFile;
 }
 
 // The write-ahead log, our table and our mark; set up once, by whichever program first
@@ -397,16 +484,10 @@ status_t AttributeStore::Fail(int code, const char* what) {
 }
 
 void AttributeStore::MoveAside(const char* why) {
-    std::string aside = databasePath + ".damaged-" + TimeStamp();
-    std::error_code error;
-    for (int n = 2; std::filesystem::exists(aside, error); ++n)
-        aside = databasePath + ".damaged-" + TimeStamp() + "-" + std::to_string(n);
-    std::filesystem::rename(databasePath, aside, error);
-    if (error) {
-        Notify(databasePath + " " + why + ", and it cannot be moved aside (" + error.message() +
-               ").");
+    std::string aside = MoveAside(databasePath, why);
+    if (aside.empty())
         return;
-    }
+    std::error_code error;
     for (const char* companion : {"-wal", "-shm"}) {
         std::filesystem::path side = databasePath + companion;
         if (std::filesystem::exists(side, error))
@@ -414,6 +495,22 @@ void AttributeStore::MoveAside(const char* why) {
     }
     Notify(databasePath + " " + why + "; it was kept as " + aside +
            " and a fresh store was started.");
+}
+
+// Renames `path` to a free name that says when; the new name, or empty when it stays.
+std::string AttributeStore::MoveAside(const std::string& path, const char* why) {
+    std::string aside = path + ".damaged-" + TimeStamp();
+    std::error_code error;
+    for (int n = 2; std::filesystem::exists(aside, error); ++n)
+        aside = path + ".damaged-" + TimeStamp() + "-" + std::to_string(n);
+    std::filesystem::rename(path, aside, error);
+    if (error) {
+        Notify(path + " " + why + ", and it cannot be moved aside (" + error.message() + ").");
+        return {};
+    }
+    if (path != databasePath)
+        Notify(path + " " + why + "; it was kept as " + aside + ".");
+    return aside;
 }
 
 sqlite3_stmt* AttributeStore::Prepare(const char* sql) const {
@@ -431,7 +528,7 @@ bool AttributeStore::PrepareStatements() const {
     if (db == nullptr)
         return false;
     if (readStatement == nullptr)
-        readStatement = Prepare("SELECT type, value FROM attributes WHERE name = ?1");
+        readStatement = Prepare(kReadAttribute);
     if (statStatement == nullptr)
         statStatement = Prepare("SELECT type, length(value) FROM attributes WHERE name = ?1");
     return readStatement != nullptr && statStatement != nullptr;
@@ -494,8 +591,6 @@ bool AttributeStore::StatAttr(const char* name, type_code* type, size_t* size) c
 
 ssize_t AttributeStore::WriteAttr(const char* name, type_code type, off_t offset,
                                   const void* buffer, size_t length) {
-    if (initStatus != B_OK)
-        return initStatus;
     if (name == nullptr || offset != 0 || (buffer == nullptr && length > 0))
         return B_BAD_VALUE;
     if (!MakeWritable())
@@ -535,8 +630,6 @@ status_t AttributeStore::RemoveAttr(const char* name) {
 }
 
 status_t AttributeStore::RenameAttr(const char* from, const char* to) {
-    if (initStatus != B_OK)
-        return initStatus;
     if (from == nullptr || to == nullptr)
         return B_BAD_VALUE;
     if (!MakeWritable())
@@ -571,8 +664,6 @@ status_t AttributeStore::Sync() {
 }
 
 status_t AttributeStore::Exclusive(const std::function<bool()>& work) {
-    if (initStatus != B_OK)
-        return initStatus;
     if (transactionDepth > 0) {
         ++transactionDepth;
         bool done = work();
@@ -605,18 +696,27 @@ status_t AttributeStore::Exclusive(const std::function<bool()>& work) {
     return transactionFailure;
 }
 
-bool AttributeStore::StatisticsTableExists() const {
-    sqlite3_stmt* statement =
-        Prepare("SELECT count(*) FROM sqlite_schema WHERE name = 'statistics'");
-    bool exists = statement != nullptr && sqlite3_step(statement) == SQLITE_ROW &&
-                  sqlite3_column_int(statement, 0) > 0;
+// What the store holds under the statistics' name: "table", another kind of object ("view",
+// "index", "trigger"), or nothing.
+std::string AttributeStore::StatisticsKind() const {
+    sqlite3_stmt* statement = Prepare("SELECT type FROM sqlite_schema WHERE name = 'statistics'");
+    std::string kind;
+    if (statement != nullptr && sqlite3_step(statement) == SQLITE_ROW)
+        kind = reinterpret_cast<const char*>(sqlite3_column_text(statement, 0));
     sqlite3_finalize(statement);
-    return exists;
+    return kind;
+}
+
+bool AttributeStore::StatisticsTableExists() const {
+    return StatisticsKind() == "table";
 }
 
 bool AttributeStore::StatisticsDamaged() const {
-    if (initStatus != B_OK || db == nullptr || !StatisticsTableExists())
+    if (initStatus != B_OK || db == nullptr)
         return false;
+    std::string kind = StatisticsKind();
+    if (kind != "table")
+        return !kind.empty();
     sqlite3_stmt* statement = Prepare(kImpossibleStatistics);
     bool damaged = statement == nullptr || sqlite3_step(statement) != SQLITE_ROW ||
                    sqlite3_column_int64(statement, 0) != 0;
@@ -635,10 +735,10 @@ status_t AttributeStore::ListStatistics(int game, std::vector<StatisticsRow>* ro
     rows->clear();
     if (initStatus != B_OK)
         return initStatus;
-    if (db == nullptr || !StatisticsTableExists())
-        return B_OK;
     if (StatisticsDamaged())
         return B_BAD_VALUE;
+    if (db == nullptr || !StatisticsTableExists())
+        return B_OK;
     sqlite3_stmt* statement =
         Prepare((std::string("SELECT ") + kStatisticsColumns +
                  " FROM statistics WHERE ?1 < 0 OR game = ?1 ORDER BY game, player")
@@ -678,8 +778,6 @@ status_t AttributeStore::ReadStatistics(int game, const std::string& player,
 }
 
 status_t AttributeStore::WriteStatistics(const StatisticsRow& row) {
-    if (initStatus != B_OK)
-        return initStatus;
     if (!MakeWritable())
         return lastFailure;
     // A table dropped by hand since the schema step is made again, so results can still
@@ -710,8 +808,6 @@ status_t AttributeStore::WriteStatistics(const StatisticsRow& row) {
 }
 
 status_t AttributeStore::RunWrite(const std::string& sql) {
-    if (initStatus != B_OK)
-        return initStatus;
     if (!MakeWritable())
         return lastFailure;
     int code = sqlite3_exec(db, sql.c_str(), nullptr, nullptr, nullptr);
@@ -728,12 +824,18 @@ status_t AttributeStore::ClearStatistics() {
 }
 
 status_t AttributeStore::RebuildStatistics(std::string* keptAs) {
-    if (initStatus != B_OK)
-        return initStatus;
     if (!MakeWritable())
         return lastFailure;
     std::string aside = "statistics.damaged-" + TimeStamp();
-    for (int n = 2; n < 100; ++n) {
+    // A view, an index or a trigger of that name holds no row of its own to keep.
+    std::string kind = StatisticsKind();
+    if (kind == "view" || kind == "index" || kind == "trigger") {
+        status_t status = RunWrite("DROP " + kind + " statistics");
+        if (status != B_OK)
+            return status;
+        aside.clear();
+    }
+    for (int n = 2; n < 100 && StatisticsTableExists(); ++n) {
         if (sqlite3_exec(db, ("ALTER TABLE statistics RENAME TO \"" + aside + "\"").c_str(),
                          nullptr, nullptr, nullptr) == SQLITE_OK)
             break;

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 struct sqlite3;
@@ -139,15 +140,21 @@ private:
     enum class Mode { None, Absent, ReadOnly, ReadWrite };
     enum class OpenResult { Ours, NotOurs, Failed };
 
+    void Open();
     void OpenForReading();
+    void NoteFile();
+    bool FileReplaced() const;
     OpenResult OpenExisting(bool writable, bool immutable);
     OpenResult CheckOurs();
+    bool AttributesTableFits() const;
     bool MakeWritable();
     bool CreateSchema();
     bool PrepareStatements() const;
     bool StatisticsTableExists() const;
+    std::string StatisticsKind() const;
     status_t RunWrite(const std::string& sql);
     void MoveAside(const char* why);
+    std::string MoveAside(const std::string& path, const char* why);
     void Close();
     status_t Fail(int code, const char* what);
     status_t Failed(int code, const char* what);
@@ -166,6 +173,8 @@ private:
     sqlite3_stmt* writeStatement = nullptr;
     sqlite3_stmt* removeStatement = nullptr;
     sqlite3_stmt* renameStatement = nullptr;
+    // The file the open database is, to notice it removed or replaced under us.
+    std::pair<dev_t, ino_t> openedFile{};
     int transactionDepth = 0;
     status_t transactionFailure = B_OK;
     status_t lastFailure = B_NO_INIT;

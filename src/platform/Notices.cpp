@@ -19,10 +19,10 @@ Noted& State() {
 
 } // namespace
 
-void Notify(const std::string& text) {
+void Notify(const std::string& text, bool once) {
     Noted& noted = State();
     std::lock_guard<std::mutex> guard(noted.lock);
-    if (!noted.seen.insert(text).second)
+    if (!noted.seen.insert(text).second && once)
         return;
     std::fprintf(stderr, "Fjolks Patience: %s\n", text.c_str());
     noted.waiting.push_back(text);
