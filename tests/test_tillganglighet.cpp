@@ -22,6 +22,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
 #include <cstdlib>
 
 // What a screen reader hears of a game: each move, whichever hand made it, told once in
@@ -296,6 +297,25 @@ private slots:
         QCOMPARE(Utropen(),
                  QStringList({QStringLiteral("nothing to take"),
                               QStringLiteral("jack of diamonds from column 8 to free cell 1")}));
+    }
+
+    // Idioten 1's "Next try" on the table: the frame coming to it says "Next try button", and
+    // the place is a button named "Next try", so a screen reader that reads the table's
+    // places and names the role itself does not say "button" twice.
+    void knappenSagsSomKnappEnGang() {
+        auto vy = VyMedSpel(0, 3, 1280, 1024);
+        const std::vector<BordsPlats>& platser = vy->Tangenterna().Platserna();
+        auto knapp = std::find_if(platser.begin(), platser.end(),
+                                  [](const BordsPlats& p) { return p.knapp >= 0; });
+        QVERIFY(knapp != platser.end());
+        const int k = static_cast<int>(knapp - platser.begin());
+        TillPlats(*vy, k);
+        QCOMPARE(vy->Tangenterna().Fokus(), k);
+        QCOMPARE(vy->Meddelat(), std::string("Next try button"));
+        QAccessibleInterface* bord = QAccessible::queryAccessibleInterface(vy.get());
+        QVERIFY(bord != nullptr && bord->child(k) != nullptr);
+        QCOMPARE(bord->child(k)->role(), QAccessible::Button);
+        QCOMPARE(bord->child(k)->text(QAccessible::Name), QStringLiteral("Next try"));
     }
 
     // The last move tells what it did and "won", then the window's hiscore alert its text;

@@ -135,7 +135,7 @@ std::vector<BordsPlats> PlatserPa(const Patiens& spel, BRect synligt) {
         plats.ram = knappar[k].ruta;
         plats.mal = plats.ram;
         plats.klick = Mitten(plats.ram);
-        plats.namn = knappar[k].namn + " button";
+        plats.namn = knappar[k].namn;
         if (synligt.Contains(plats.klick))
             lasta.emplace_back(plats.ram, std::move(plats));
     }
@@ -340,7 +340,9 @@ void Tangentbord::Flytta(int nyttFokus) {
     if (haller)
         vy.BarTill(SlappPunkt(platser[fokus]));
     vy.update();
-    Sag(platser[fokus].namn, true);
+    // Told as a button here; a screen reader names a button's role itself when it reads the
+    // table's places.
+    Sag(platser[fokus].namn + (platser[fokus].knapp >= 0 ? " button" : ""), true);
 }
 
 // To the place of the next or previous row nearest below or above this one.
