@@ -797,8 +797,18 @@ private slots:
         QMessageBox* om = k.win->findChild<QMessageBox*>(QStringLiteral("About"));
         QVERIFY(om != nullptr);
         QCOMPARE(om->windowTitle(), QStringLiteral("About"));
-        QVERIFY(om->text().contains("Fjolks Patience 2.0 beta"));
-        QVERIFY(om->text().contains("Enjoy, it's freeware!"));
+        // The title, the author, the author's address and the wish, each on a line of its
+        // own between empty lines, indented with blanks.
+        QStringList rader = om->text().split(QLatin1Char('\n'));
+        QCOMPARE(rader.size(), 7);
+        QCOMPARE(rader[0].trimmed(), QStringLiteral("Fjolks Patience 2.0 beta"));
+        QVERIFY(rader[2].trimmed().startsWith(QStringLiteral("by ")));
+        QVERIFY(rader[4].trimmed().contains(QLatin1Char('@')));
+        QCOMPARE(rader[6].trimmed(), QStringLiteral("Enjoy, it's freeware!"));
+        for (int i : {1, 3, 5})
+            QVERIFY(rader[i].isEmpty());
+        for (int i : {0, 2, 4, 6})
+            QVERIFY(rader[i].startsWith(QLatin1Char(' ')));
         QCOMPARE(om->buttons().size(), 1);
         QCOMPARE(om->buttons()[0]->text(), QStringLiteral("Have Fun!"));
     }

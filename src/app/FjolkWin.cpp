@@ -46,14 +46,13 @@
 #include <optional>
 #include <string>
 
-const char* const kOmText = "\n"
-                            "            Fjolks Patience 2.0 beta\n"
+const char* const kOmText = "         Fjolks Patience 2.0 beta\n"
                             "\n"
-                            "       Twelve patiences, dealt by hand\n"
+                            "    by the Fjolks Patience developers\n"
                             "\n"
-                            "     by the Fjolks Patience developers\n"
+                            " fjolkspatience@users.noreply.github.com\n"
                             "\n"
-                            "           Enjoy, it's freeware!\n";
+                            "           Enjoy, it's freeware!";
 
 namespace {
 
