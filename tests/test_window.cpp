@@ -647,6 +647,45 @@ private slots:
         QCOMPARE(k.Vy().Bounds().IntegerWidth(), 899);
     }
 
+    void allaTolvSpelenOppnasPaSinaEgnaRamar() {
+        Korning k;
+        auto ram = [](int nr) {
+            float f = static_cast<float>(nr);
+            return BRect(10 + 7 * f, 20 + 5 * f, 410 + 47 * f, 320 + 31 * f);
+        };
+        for (int nr = 0; nr < kAntalSpel; ++nr) {
+            k.Posta(kStartaSpel0 + static_cast<type_code>(nr));
+            QVERIFY(k.win->VisarSpel());
+            // Never played: the frame the window has.
+            QCOMPARE(k.win->Frame(), BRect(191, 183, 831, 583));
+            k.win->SattFrame(ram(nr));
+            k.Posta(kStang);
+            QCOMPARE(k.win->Frame(), BRect(191, 183, 831, 583));
+        }
+        for (int nr = kAntalSpel - 1; nr >= 0; --nr) {
+            k.Posta(kStartaSpel0 + static_cast<type_code>(nr));
+            QCOMPARE(k.win->Frame(), ram(nr));
+            QCOMPARE(k.Ram(("FJOLK:SpelWinNr" + std::to_string(nr)).c_str()), ram(nr));
+            k.Posta(kStang);
+        }
+    }
+
+    // The close box ends the program at once: the name is kept, the game left is not recorded.
+    void stangningsrutanAvslutarUtanAttRegistrera() {
+        Korning k;
+        k.win->ValkomstVy()->spelarFalt->setText(QStringLiteral("Eva"));
+        k.Posta(kStartaSpel0);
+        GestForForstaDraget(k);
+        QVERIFY(k.win->close());
+        Behandla();
+        QVERIFY(k.win->Avslutad());
+        QVERIFY(k.win->HiInfo() == nullptr);
+        QVERIFY(!k.Finns("FJOLK:Spel0"));
+        char namn[20];
+        QCOMPARE(k.Store().ReadAttr("FJOLK:PlayerName", B_RAW_TYPE, 0, namn, 20), ssize_t(20));
+        QCOMPARE(QByteArray(namn, 20), QByteArray("Eva                \0", 20));
+    }
+
     void omstartHittarNamnRamarOchHiscores() {
         Korning k;
         k.win->ValkomstVy()->spelarFalt->setText(QStringLiteral("Eva"));
