@@ -647,15 +647,19 @@ private slots:
         QCOMPARE(k.Vy().Bounds().IntegerWidth(), 899);
     }
 
-    void allaTolvSpelenOppnasPaSinaEgnaRamar() {
+    void allaTolvSpelenOppnasMedSinTitelPaSinEgenRam() {
         Korning k;
         auto ram = [](int nr) {
             float f = static_cast<float>(nr);
             return BRect(10 + 7 * f, 20 + 5 * f, 410 + 47 * f, 320 + 31 * f);
         };
+        const QStringList titlar{"Idioten",  "Idioten 2",       "Godnattvalsen",  "Tower of Hanoi",
+                                 "Kvarnen",  "Glädjespridaren", "Farfars Klocka", "13-Pyramiden",
+                                 "Freecell", "Eight off",       "Black hole",     "Strategy"};
         for (int nr = 0; nr < kAntalSpel; ++nr) {
             k.Posta(kStartaSpel0 + static_cast<type_code>(nr));
             QVERIFY(k.win->VisarSpel());
+            QCOMPARE(k.win->windowTitle(), QStringLiteral("Fjolks Patience - ") + titlar[nr]);
             // Never played: the frame the window has.
             QCOMPARE(k.win->Frame(), BRect(191, 183, 831, 583));
             k.win->SattFrame(ram(nr));
