@@ -5,8 +5,6 @@
 class AttributeStore;
 class FjolkWin;
 
-inline constexpr const char* kSignatur = "application/x-vnd.FjolksPatience";
-
 // The program: opens its one window where the welcome screen was last seen.
 class FjolkApp {
 public:
