@@ -529,6 +529,41 @@ private slots:
         QCOMPARE(s.vy->spelarFalt->text(), QStringLiteral("Guest"));
     }
 
+    // A press is the whole click: moving the pointer over other rows before letting go
+    // chooses none of them, in either list.
+    void draMedKnappenNereValjerIngenAnnanRad() {
+        Skarm s(true);
+        s.SparaTabell(3);
+        s.KlickaRad(s.vy->spelLista, 3);
+        auto dra = [](QListWidget* lista, int fran, int till) {
+            QWidget* yta = lista->viewport();
+            QPoint a = lista->visualItemRect(lista->item(fran)).center();
+            QPoint b = lista->visualItemRect(lista->item(till)).center();
+            QTest::mousePress(yta, Qt::LeftButton, Qt::NoModifier, a);
+            for (int steg = 1; steg <= 4; ++steg) {
+                QPointF q = a + (b - a) * steg / 4;
+                QMouseEvent flytt(QEvent::MouseMove, q, yta->mapToGlobal(q), Qt::NoButton,
+                                  Qt::LeftButton, Qt::NoModifier);
+                QCoreApplication::sendEvent(yta, &flytt);
+            }
+            QTest::mouseRelease(yta, Qt::LeftButton, Qt::NoModifier, b);
+        };
+        dra(s.vy->spelLista, 0, 3);
+        QCOMPARE(s.vy->spelLista->currentRow(), 0);
+        QVERIFY(s.vy->spelLista->item(0)->isSelected());
+        QVERIFY(!s.vy->spelLista->item(3)->isSelected());
+        QCOMPARE(s.vy->titelRad->text(), QStringLiteral("Highscore for Idioten 1"));
+        QVERIFY(s.Koder().empty());
+        s.KlickaRad(s.vy->spelLista, 3);
+        QVERIFY(s.Koder().empty());
+        QCOMPARE(s.vy->titelRad->text(), QStringLiteral("Highscore for Tower of Hanoi"));
+
+        dra(s.vy->hiscoreLista, 0, 1);
+        QCOMPARE(s.vy->hiscoreLista->currentRow(), 0);
+        QVERIFY(!s.vy->hiscoreLista->item(1)->isSelected());
+        QCOMPARE(s.vy->spelarFalt->text(), QStringLiteral("Eva"));
+    }
+
     void klickPaHiscoreradenTarNamnetOchLamnarFokus() {
         Skarm s(true);
         s.vy->spelarFalt->setFocus();

@@ -263,6 +263,16 @@ void RadLista::mouseDoubleClickEvent(QMouseEvent* event) {
     mousePressEvent(event);
 }
 
+// The press did all a click does: dragging over the rows with the button down chooses
+// none of them.
+void RadLista::mouseMoveEvent(QMouseEvent* event) {
+    if (event->buttons() != Qt::NoButton) {
+        event->accept();
+        return;
+    }
+    QListWidget::mouseMoveEvent(event);
+}
+
 SpelOLLView::SpelOLLView(QWidget* parent, WelcomeView* valkomstVy)
     : RadLista(parent), valkomst(valkomstVy) {}
 
