@@ -504,6 +504,17 @@ private slots:
         QVERIFY(s.Koder().empty());
     }
 
+    void hogerknappenValjerOchStartarSomVanstra() {
+        Skarm s(true);
+        QRect r = s.vy->spelLista->visualItemRect(s.vy->spelLista->item(2));
+        QTest::mouseClick(s.vy->spelLista->viewport(), Qt::RightButton, Qt::NoModifier, r.center());
+        QCOMPARE(s.vy->spelLista->currentRow(), 2);
+        QCOMPARE(s.vy->titelRad->text(), QStringLiteral("Highscore for Godnattvalsen"));
+        QVERIFY(s.Koder().empty());
+        QTest::mouseClick(s.vy->spelLista->viewport(), Qt::RightButton, Qt::NoModifier, r.center());
+        QCOMPARE(s.Koder(), (std::vector<type_code>{MakeTypeCode("AAAF")}));
+    }
+
     void dubbelklickStartarEnGang() {
         Skarm s;
         QRect r = s.vy->spelLista->visualItemRect(s.vy->spelLista->item(1));

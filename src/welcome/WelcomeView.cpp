@@ -254,9 +254,9 @@ bool LasTabell(AttributeStore& store, const std::string& namn, HiscoreLista& tab
 
 } // namespace
 
+// Any button chooses, as the left one does.
 void RadLista::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton)
-        MouseDown(event->position().toPoint());
+    MouseDown(event->position().toPoint());
 }
 
 void RadLista::mouseDoubleClickEvent(QMouseEvent* event) {
