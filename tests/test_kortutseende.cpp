@@ -73,6 +73,32 @@ double Mellantoner(const QImage& bild, QRect q) {
     return svarta == 0 ? 1e9 : double(mellan) / svarta;
 }
 
+// The smallest rectangle around the red ink inside `q`.
+QRect RodRuta(const QImage& bild, QRect q) {
+    QRect ruta;
+    for (int y = q.top(); y <= q.bottom(); ++y)
+        for (int x = q.left(); x <= q.right(); ++x) {
+            QRgb p = bild.pixel(x, y);
+            if (qAlpha(p) > 0 && qRed(p) > 200 && qGreen(p) < 120)
+                ruta |= QRect(x, y, 1, 1);
+        }
+    return ruta;
+}
+
+// Where the red label `text` lies when drawn alone with its base point at `bas`.
+QRect EtikettensRuta(const QString& text, Utseende utseende, QSize storlek, QPoint bas) {
+    QImage bild(storlek, QImage::Format_ARGB32_Premultiplied);
+    bild.fill(QColor(220, 220, 220));
+    QPainter p(&bild);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setRenderHint(QPainter::TextAntialiasing);
+    p.setFont(KortEtikettFont(utseende));
+    p.setPen(QColor(255, 0, 0));
+    p.drawText(QPointF(bas), text);
+    p.end();
+    return RodRuta(bild, bild.rect());
+}
+
 } // namespace
 
 class KortUtSeendeTest : public QObject {
@@ -325,6 +351,37 @@ private slots:
         KortBilder storre = RitaKortUtSeende(Utseende::B, 44, 83, symboler, 2.0, annan);
         QCOMPARE(storre.bild, ny.bild);
         QCOMPARE(annan.size(), QSize(2 * (14 * 60 + 6), 2 * (4 * 100 + 6)));
+    }
+
+    // The label's base point: w - 25 in, less 15 for "10" and 5 for "A", "D" and "K"; h - 5
+    // down, or one below the symbol's height (44) on a card too low for that; in look B a
+    // second label at (5, 30), "10" 3 further left.
+    void etiketternasBaspunkter() {
+        struct Fall {
+            int v;
+            QString text;
+            int x;
+        };
+        for (Utseende u : {Utseende::A, Utseende::B})
+            for (int h : {46, 100}) {
+                const int w = 90;
+                KortBilder b = RitaKortUtSeende(u, w, h, QImage());
+                const int y = h == 46 ? 44 : 95;
+                for (const Fall& f : {Fall{0, "A", 60}, Fall{1, "2", 65}, Fall{9, "10", 50},
+                                      Fall{11, "D", 60}, Fall{12, "K", 60}}) {
+                    const QRect hoger(f.v * w + 46, 2, w - 47, h - 3);
+                    const QSize storlek(w, h);
+                    QCOMPARE(RodRuta(b.bild, hoger).translated(-f.v * w, 0),
+                             EtikettensRuta(f.text, u, storlek, QPoint(f.x, y)));
+                    const QRect vanster(f.v * w + 1, 2, 44, h - 3);
+                    QRect ovre = RodRuta(b.bild, vanster).translated(-f.v * w, 0);
+                    if (u == Utseende::A)
+                        QVERIFY(ovre.isNull());
+                    else
+                        QCOMPARE(ovre,
+                                 EtikettensRuta(f.text, u, storlek, QPoint(f.v == 9 ? 2 : 5, 30)));
+                }
+            }
     }
 
     void utanSymbolbildRitasKortenAnda() {
