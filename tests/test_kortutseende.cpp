@@ -384,6 +384,47 @@ private slots:
             }
     }
 
+    // Each suit's symbol, out of its own rectangle of the picture, lands at its own size: top
+    // left in look A; top right and bottom left in look B.
+    void symbolernasPlatser() {
+        QImage symboler(161, 46, QImage::Format_ARGB32_Premultiplied);
+        symboler.fill(Qt::transparent);
+        {
+            QPainter p(&symboler);
+            for (int s = 0; s < 4; ++s)
+                p.fillRect(ToQRect(SymbolRektanglar()[s]), QColor(0, 40 * s, 255));
+        }
+        auto blaRuta = [](const QImage& bild, QRect q) {
+            QRect ruta;
+            for (int y = q.top(); y <= q.bottom(); ++y)
+                for (int x = q.left(); x <= q.right(); ++x) {
+                    QRgb p = bild.pixel(x, y);
+                    if (qAlpha(p) == 255 && qBlue(p) > 200 && qRed(p) < 50)
+                        ruta |= QRect(x, y, 1, 1);
+                }
+            return ruta;
+        };
+        const int w = 90;
+        const int h = 100;
+        KortBilder a = RitaKortUtSeende(Utseende::A, w, h, symboler);
+        KortBilder b = RitaKortUtSeende(Utseende::B, w, h, symboler);
+        for (int s = 0; s < 4; ++s)
+            for (int v : {0, 9, 12}) {
+                const int l = v * w;
+                const int t = s * h;
+                // The face: columns l + 1 to l + w, rows t + 1 to t + h.
+                const QRect ovre(l + 1, t + 1, w, h / 2);
+                const QRect nedre(l + 1, t + 1 + h / 2, w, h / 2);
+                QCOMPARE(blaRuta(a.bild, ovre), QRect(l + 1, t + 1, 39, 43));
+                QVERIFY(blaRuta(a.bild, nedre).isNull());
+                QCOMPARE(blaRuta(b.bild, ovre), QRect(l + w - 39, t + 1, 40, 43));
+                QCOMPARE(blaRuta(b.bild, nedre), QRect(l + 1, t + h + 1 - 43, 39, 43));
+                QCOMPARE(qGreen(a.bild.pixel(l + 20, t + 20)), 40 * s);
+                QCOMPARE(qGreen(b.bild.pixel(l + w - 20, t + 20)), 40 * s);
+                QCOMPARE(qGreen(b.bild.pixel(l + 20, t + h - 20)), 40 * s);
+            }
+    }
+
     void utanSymbolbildRitasKortenAnda() {
         KortBilder b = RitaKortUtSeende(Utseende::B, 44, 83, QImage());
         QCOMPARE(int(b.kortPos.size()), 52);
