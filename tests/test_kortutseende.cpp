@@ -172,6 +172,28 @@ private slots:
         QCOMPARE(std::rand(), efter);
     }
 
+    // Stripe k of a back is 5 k in from its edge and takes the next three draws as its red,
+    // green and blue, back after back.
+    void baksidornasRanderFarFargernaITur() {
+        const int w = 44;
+        const int h = 83;
+        std::srand(7);
+        KortBilder b = RitaKortUtSeende(Utseende::B, w, h, QImage());
+        std::srand(7);
+        for (int i = 0; i < 4; ++i)
+            for (int k = 0; k < w / 5; ++k) {
+                int r = std::rand() % 255;
+                int g = std::rand() % 255;
+                int bla = std::rand() % 255;
+                if (k > 3)
+                    continue;
+                QRgb p = b.bild.pixel(13 * w + 5 * k + 3, i * h + h / 2);
+                QCOMPARE(QColor(p), QColor(r, g, bla));
+                QCOMPARE(QColor(b.bild.pixel(13 * w + w - 5 * k - 2, i * h + h / 2)),
+                         QColor(r, g, bla));
+            }
+    }
+
     void etiketternaArDenRakaStilen() {
         for (Utseende u : {Utseende::A, Utseende::B}) {
             QFont font = KortEtikettFont(u);
