@@ -73,6 +73,32 @@ double Mellantoner(const QImage& bild, QRect q) {
     return svarta == 0 ? 1e9 : double(mellan) / svarta;
 }
 
+// The smallest rectangle around the red ink inside `q`.
+QRect RodRuta(const QImage& bild, QRect q) {
+    QRect ruta;
+    for (int y = q.top(); y <= q.bottom(); ++y)
+        for (int x = q.left(); x <= q.right(); ++x) {
+            QRgb p = bild.pixel(x, y);
+            if (qAlpha(p) > 0 && qRed(p) > 200 && qGreen(p) < 120)
+                ruta |= QRect(x, y, 1, 1);
+        }
+    return ruta;
+}
+
+// Where the red label `text` lies when drawn alone with its base point at `bas`.
+QRect EtikettensRuta(const QString& text, Utseende utseende, QSize storlek, QPoint bas) {
+    QImage bild(storlek, QImage::Format_ARGB32_Premultiplied);
+    bild.fill(QColor(220, 220, 220));
+    QPainter p(&bild);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setRenderHint(QPainter::TextAntialiasing);
+    p.setFont(KortEtikettFont(utseende));
+    p.setPen(QColor(255, 0, 0));
+    p.drawText(QPointF(bas), text);
+    p.end();
+    return RodRuta(bild, bild.rect());
+}
+
 } // namespace
 
 class KortUtSeendeTest : public QObject {
@@ -144,6 +170,28 @@ private slots:
         for (int i = 0; i < 4 * (44 / 5) * 3; ++i)
             std::rand();
         QCOMPARE(std::rand(), efter);
+    }
+
+    // Stripe k of a back is 5 k in from its edge and takes the next three draws as its red,
+    // green and blue, back after back.
+    void baksidornasRanderFarFargernaITur() {
+        const int w = 44;
+        const int h = 83;
+        std::srand(7);
+        KortBilder b = RitaKortUtSeende(Utseende::B, w, h, QImage());
+        std::srand(7);
+        for (int i = 0; i < 4; ++i)
+            for (int k = 0; k < w / 5; ++k) {
+                int r = std::rand() % 255;
+                int g = std::rand() % 255;
+                int bla = std::rand() % 255;
+                if (k > 3)
+                    continue;
+                QRgb p = b.bild.pixel(13 * w + 5 * k + 3, i * h + h / 2);
+                QCOMPARE(QColor(p), QColor(r, g, bla));
+                QCOMPARE(QColor(b.bild.pixel(13 * w + w - 5 * k - 2, i * h + h / 2)),
+                         QColor(r, g, bla));
+            }
     }
 
     void etiketternaArDenRakaStilen() {
@@ -325,6 +373,78 @@ private slots:
         KortBilder storre = RitaKortUtSeende(Utseende::B, 44, 83, symboler, 2.0, annan);
         QCOMPARE(storre.bild, ny.bild);
         QCOMPARE(annan.size(), QSize(2 * (14 * 60 + 6), 2 * (4 * 100 + 6)));
+    }
+
+    // The label's base point: w - 25 in, less 15 for "10" and 5 for "A", "D" and "K"; h - 5
+    // down, or one below the symbol's height (44) on a card too low for that; in look B a
+    // second label at (5, 30), "10" 3 further left.
+    void etiketternasBaspunkter() {
+        struct Fall {
+            int v;
+            QString text;
+            int x;
+        };
+        for (Utseende u : {Utseende::A, Utseende::B})
+            for (int h : {46, 100}) {
+                const int w = 90;
+                KortBilder b = RitaKortUtSeende(u, w, h, QImage());
+                const int y = h == 46 ? 44 : 95;
+                for (const Fall& f : {Fall{0, "A", 60}, Fall{1, "2", 65}, Fall{9, "10", 50},
+                                      Fall{11, "D", 60}, Fall{12, "K", 60}}) {
+                    const QRect hoger(f.v * w + 46, 2, w - 47, h - 3);
+                    const QSize storlek(w, h);
+                    QCOMPARE(RodRuta(b.bild, hoger).translated(-f.v * w, 0),
+                             EtikettensRuta(f.text, u, storlek, QPoint(f.x, y)));
+                    const QRect vanster(f.v * w + 1, 2, 44, h - 3);
+                    QRect ovre = RodRuta(b.bild, vanster).translated(-f.v * w, 0);
+                    if (u == Utseende::A)
+                        QVERIFY(ovre.isNull());
+                    else
+                        QCOMPARE(ovre,
+                                 EtikettensRuta(f.text, u, storlek, QPoint(f.v == 9 ? 2 : 5, 30)));
+                }
+            }
+    }
+
+    // Each suit's symbol, out of its own rectangle of the picture, lands at its own size: top
+    // left in look A; top right and bottom left in look B.
+    void symbolernasPlatser() {
+        QImage symboler(161, 46, QImage::Format_ARGB32_Premultiplied);
+        symboler.fill(Qt::transparent);
+        {
+            QPainter p(&symboler);
+            for (int s = 0; s < 4; ++s)
+                p.fillRect(ToQRect(SymbolRektanglar()[s]), QColor(0, 40 * s, 255));
+        }
+        auto blaRuta = [](const QImage& bild, QRect q) {
+            QRect ruta;
+            for (int y = q.top(); y <= q.bottom(); ++y)
+                for (int x = q.left(); x <= q.right(); ++x) {
+                    QRgb p = bild.pixel(x, y);
+                    if (qAlpha(p) == 255 && qBlue(p) > 200 && qRed(p) < 50)
+                        ruta |= QRect(x, y, 1, 1);
+                }
+            return ruta;
+        };
+        const int w = 90;
+        const int h = 100;
+        KortBilder a = RitaKortUtSeende(Utseende::A, w, h, symboler);
+        KortBilder b = RitaKortUtSeende(Utseende::B, w, h, symboler);
+        for (int s = 0; s < 4; ++s)
+            for (int v : {0, 9, 12}) {
+                const int l = v * w;
+                const int t = s * h;
+                // The face: columns l + 1 to l + w, rows t + 1 to t + h.
+                const QRect ovre(l + 1, t + 1, w, h / 2);
+                const QRect nedre(l + 1, t + 1 + h / 2, w, h / 2);
+                QCOMPARE(blaRuta(a.bild, ovre), QRect(l + 1, t + 1, 39, 43));
+                QVERIFY(blaRuta(a.bild, nedre).isNull());
+                QCOMPARE(blaRuta(b.bild, ovre), QRect(l + w - 39, t + 1, 40, 43));
+                QCOMPARE(blaRuta(b.bild, nedre), QRect(l + 1, t + h + 1 - 43, 39, 43));
+                QCOMPARE(qGreen(a.bild.pixel(l + 20, t + 20)), 40 * s);
+                QCOMPARE(qGreen(b.bild.pixel(l + w - 20, t + 20)), 40 * s);
+                QCOMPARE(qGreen(b.bild.pixel(l + 20, t + h - 20)), 40 * s);
+            }
     }
 
     void utanSymbolbildRitasKortenAnda() {

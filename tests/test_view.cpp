@@ -258,6 +258,34 @@ private slots:
         QCOMPARE(qRed(bild.pixel(1, 0)), 200);
     }
 
+    // Every button presses: the right one clicks and drags as the left one does, and a
+    // second button pressed meanwhile neither starts nor ends the gesture.
+    void varjeKnappTryckerOchDenForstaSlapper() {
+        Bord b;
+        QTest::mousePress(b.view.get(), Qt::RightButton, Qt::NoModifier, QPoint(500, 400));
+        QTest::mouseRelease(b.view.get(), Qt::RightButton, Qt::NoModifier, QPoint(500, 400));
+        QCOMPARE(b.spel->logg, (Logg{"FlyttaKort", "SpelKnapp", "KlarSpel"}));
+        QCOMPARE(b.spel->knappPunkt, BPoint(500, 400));
+        b.spel->logg.clear();
+
+        QTest::mousePress(b.view.get(), Qt::MiddleButton, Qt::NoModifier, QPoint(120, 140));
+        QMouseEvent flytt(QEvent::MouseMove, QPointF(320, 150),
+                          b.view->mapToGlobal(QPointF(320, 150)), Qt::NoButton, Qt::MiddleButton,
+                          Qt::NoModifier);
+        QCoreApplication::sendEvent(b.view.get(), &flytt);
+        QVERIFY(b.view->drar);
+        QTest::mousePress(b.view.get(), Qt::LeftButton, Qt::NoModifier, QPoint(320, 150));
+        QTest::mouseRelease(b.view.get(), Qt::LeftButton, Qt::NoModifier, QPoint(320, 150));
+        QVERIFY(b.view->drar);
+        QCOMPARE(b.spel->logg, (Logg{"FlyttaKort", "SpelKnapp", "KlarSpel"}));
+        QTest::mouseRelease(b.view.get(), Qt::MiddleButton, Qt::NoModifier, QPoint(320, 150));
+        QCOMPARE(b.spel->logg,
+                 (Logg{"FlyttaKort", "SpelKnapp", "KlarSpel", "Drop -1 0", "KlarSpel"}));
+        QCOMPARE(b.spel->dropPunkt, BPoint(320, 150));
+        QVERIFY(!b.view->drar);
+        QVERIFY(!b.view->GestPagar());
+    }
+
     void klartSpelEfterKlickGerEnNotis() {
         Bord b;
         b.spel->klar = true;

@@ -504,6 +504,17 @@ private slots:
         QVERIFY(s.Koder().empty());
     }
 
+    void hogerknappenValjerOchStartarSomVanstra() {
+        Skarm s(true);
+        QRect r = s.vy->spelLista->visualItemRect(s.vy->spelLista->item(2));
+        QTest::mouseClick(s.vy->spelLista->viewport(), Qt::RightButton, Qt::NoModifier, r.center());
+        QCOMPARE(s.vy->spelLista->currentRow(), 2);
+        QCOMPARE(s.vy->titelRad->text(), QStringLiteral("Highscore for Godnattvalsen"));
+        QVERIFY(s.Koder().empty());
+        QTest::mouseClick(s.vy->spelLista->viewport(), Qt::RightButton, Qt::NoModifier, r.center());
+        QCOMPARE(s.Koder(), (std::vector<type_code>{MakeTypeCode("AAAF")}));
+    }
+
     void dubbelklickStartarEnGang() {
         Skarm s;
         QRect r = s.vy->spelLista->visualItemRect(s.vy->spelLista->item(1));
@@ -527,6 +538,41 @@ private slots:
         QTest::mouseClick(s.vy->hiscoreLista->viewport(), Qt::LeftButton, Qt::NoModifier,
                           QPoint(20, 20));
         QCOMPARE(s.vy->spelarFalt->text(), QStringLiteral("Guest"));
+    }
+
+    // A press is the whole click: moving the pointer over other rows before letting go
+    // chooses none of them, in either list.
+    void draMedKnappenNereValjerIngenAnnanRad() {
+        Skarm s(true);
+        s.SparaTabell(3);
+        s.KlickaRad(s.vy->spelLista, 3);
+        auto dra = [](QListWidget* lista, int fran, int till) {
+            QWidget* yta = lista->viewport();
+            QPoint a = lista->visualItemRect(lista->item(fran)).center();
+            QPoint b = lista->visualItemRect(lista->item(till)).center();
+            QTest::mousePress(yta, Qt::LeftButton, Qt::NoModifier, a);
+            for (int steg = 1; steg <= 4; ++steg) {
+                QPointF q = a + (b - a) * steg / 4;
+                QMouseEvent flytt(QEvent::MouseMove, q, yta->mapToGlobal(q), Qt::NoButton,
+                                  Qt::LeftButton, Qt::NoModifier);
+                QCoreApplication::sendEvent(yta, &flytt);
+            }
+            QTest::mouseRelease(yta, Qt::LeftButton, Qt::NoModifier, b);
+        };
+        dra(s.vy->spelLista, 0, 3);
+        QCOMPARE(s.vy->spelLista->currentRow(), 0);
+        QVERIFY(s.vy->spelLista->item(0)->isSelected());
+        QVERIFY(!s.vy->spelLista->item(3)->isSelected());
+        QCOMPARE(s.vy->titelRad->text(), QStringLiteral("Highscore for Idioten 1"));
+        QVERIFY(s.Koder().empty());
+        s.KlickaRad(s.vy->spelLista, 3);
+        QVERIFY(s.Koder().empty());
+        QCOMPARE(s.vy->titelRad->text(), QStringLiteral("Highscore for Tower of Hanoi"));
+
+        dra(s.vy->hiscoreLista, 0, 1);
+        QCOMPARE(s.vy->hiscoreLista->currentRow(), 0);
+        QVERIFY(!s.vy->hiscoreLista->item(1)->isSelected());
+        QCOMPARE(s.vy->spelarFalt->text(), QStringLiteral("Eva"));
     }
 
     void klickPaHiscoreradenTarNamnetOchLamnarFokus() {

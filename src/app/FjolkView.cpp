@@ -349,9 +349,10 @@ void FjolkView::MouseUp(BPoint) {
 }
 
 // A press that reaches the view while the game works starts nothing: the cards are not the
-// player's until the work is over.
+// player's until the work is over. Any button presses; the gesture is the first button's,
+// and ends with its release.
 void FjolkView::mousePressEvent(QMouseEvent* event) {
-    if (!spel || Arbetar() || event->button() != Qt::LeftButton)
+    if (!spel || Arbetar())
         return;
     // The mouse takes over from the keys: cards they held go back first.
     tangentbord->Avbryt();
@@ -364,6 +365,7 @@ void FjolkView::mousePressEvent(QMouseEvent* event) {
     // The release reaches this view wherever it happens, as the press grabs the mouse.
     BorjaBeratta();
     gest = Gest::Tryckt;
+    gestKnapp = event->button();
     tryckPunkt = ToBPoint(event->position());
     musPunkt = tryckPunkt;
     musKnappar = 1;
@@ -392,7 +394,7 @@ void FjolkView::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void FjolkView::mouseReleaseEvent(QMouseEvent* event) {
-    if (!spel || event->button() != Qt::LeftButton)
+    if (!spel || (gest != Gest::Ingen && event->button() != gestKnapp))
         return;
     BPoint slapp = ToBPoint(event->position());
     if (Arbetar()) {
@@ -454,6 +456,7 @@ void FjolkView::KlickaVid(BPoint p) {
         return;
     BorjaBeratta();
     gest = Gest::Tryckt;
+    gestKnapp = Qt::LeftButton;
     tryckPunkt = p;
     musPunkt = p;
     musKnappar = 1;
@@ -466,6 +469,7 @@ bool FjolkView::LyftVid(BPoint p) {
     Arbete arbetet(*this);
     BorjaBeratta();
     gest = Gest::Drag;
+    gestKnapp = Qt::LeftButton;
     tryckPunkt = p;
     // The pointer has left the press point, as a drag's has.
     musPunkt = BPoint(p.x, p.y + 1);

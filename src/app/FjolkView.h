@@ -168,6 +168,7 @@ private:
     QImage bakgrundsBild;
 
     Gest gest = Gest::Ingen;
+    Qt::MouseButton gestKnapp = Qt::LeftButton;
     BPoint tryckPunkt;
     BPoint musPunkt;
     uint32_t musKnappar = 0;

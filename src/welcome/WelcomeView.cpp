@@ -254,13 +254,23 @@ bool LasTabell(AttributeStore& store, const std::string& namn, HiscoreLista& tab
 
 } // namespace
 
+// Any button chooses, as the left one does.
 void RadLista::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton)
-        MouseDown(event->position().toPoint());
+    MouseDown(event->position().toPoint());
 }
 
 void RadLista::mouseDoubleClickEvent(QMouseEvent* event) {
     mousePressEvent(event);
+}
+
+// The press did all a click does: dragging over the rows with the button down chooses
+// none of them.
+void RadLista::mouseMoveEvent(QMouseEvent* event) {
+    if (event->buttons() != Qt::NoButton) {
+        event->accept();
+        return;
+    }
+    QListWidget::mouseMoveEvent(event);
 }
 
 SpelOLLView::SpelOLLView(QWidget* parent, WelcomeView* valkomstVy)
